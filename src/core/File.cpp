@@ -1,0 +1,141 @@
+#include "core/File.h"
+
+#include "core/StrLib.h"
+
+#include <csignal>
+#include <cstring>
+#include <utility>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Yul {
+namespace {
+
+/// Keeps a closed pipe from ending the process while it lives.
+class IgnoreBrokenPipe
+{
+public:
+    IgnoreBrokenPipe()
+    {
+        struct sigaction ignore
+        {
+        };
+
+        ignore.sa_handler = SIG_IGN;
+        sigaction(SIGPIPE, &ignore, &before);
+    }
+
+    ~IgnoreBrokenPipe() { sigaction(SIGPIPE, &before, nullptr); }
+
+    IgnoreBrokenPipe(IgnoreBrokenPipe const &) = delete;
+    IgnoreBrokenPipe & operator=(IgnoreBrokenPipe const &) = delete;
+
+private:
+    struct sigaction before
+    {
+    };
+};
+
+bool isDirectory(std::FILE * file)
+{
+    struct stat info
+    {
+    };
+
+    return fstat(fileno(file), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+} // namespace
+
+File::File(File && other) noexcept
+{
+    *this = std::move(other);
+}
+
+File & File::operator=(File && other) noexcept
+{
+    if (this != &other) {
+        close();
+        file = std::exchange(other.file, nullptr);
+        is_pipe = other.is_pipe;
+        is_standard = other.is_standard;
+        has_failed = other.has_failed;
+        file_name = std::move(other.file_name);
+    }
+    return *this;
+}
+
+int File::open(char const * name, char const * mode)
+{
+    close();
+    if (!StrLib::valid(name) || !StrLib::valid(mode))
+        return 0;
+    bool const is_reading = *mode == 'r';
+    is_pipe = *name == '|';
+    is_standard = is_reading && StrLib::equal(name, "-");
+    has_failed = false;
+    file_name = name;
+    if (is_standard)
+        file = stdin;
+    else if (is_pipe)
+        file = is_reading ? nullptr : popen(name + 1, "w");
+    else
+        file = std::fopen(name, is_reading ? "rbe" : *mode == 'a' ? "abe" : "wbe");
+    if (file != nullptr && !is_pipe && isDirectory(file)) {
+        close();
+        return 0;
+    }
+    return file != nullptr ? 1 : 0;
+}
+
+int File::close()
+{
+    if (file == nullptr)
+        return 1;
+    std::FILE * const closing = std::exchange(file, nullptr);
+    if (is_standard)
+        return 1;
+    IgnoreBrokenPipe const ignore;
+    bool const is_flushed = std::fflush(closing) == 0;
+    bool const is_closed = (is_pipe ? pclose(closing) : std::fclose(closing)) == 0;
+    return is_flushed && is_closed && !has_failed ? 1 : 0;
+}
+
+int File::write(std::string_view octets)
+{
+    if (file == nullptr)
+        return 0;
+    IgnoreBrokenPipe const ignore;
+    if (std::fwrite(octets.data(), 1, octets.size(), file) != octets.size())
+        has_failed = true;
+    return has_failed ? 0 : 1;
+}
+
+std::size_t File::read(void * buffer, std::size_t size)
+{
+    return file != nullptr ? std::fread(buffer, 1, size, file) : 0;
+}
+
+int File::seek(long long position)
+{
+    return file != nullptr && position >= 0 && fseeko(file, position, SEEK_SET) == 0 ? 1 : 0;
+}
+
+long long File::tell() const
+{
+    return file != nullptr ? static_cast<long long>(ftello(file)) : -1;
+}
+
+long long File::size() const
+{
+    struct stat info
+    {
+    };
+
+    if (file == nullptr || fstat(fileno(file), &info) != 0 || !S_ISREG(info.st_mode))
+        return -1;
+    return static_cast<long long>(info.st_size);
+}
+
+} // namespace Yul

@@ -1,0 +1,56 @@
+// The file that every reader and writer uses.
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace Yul {
+
+/// A file, or the input of a command: a name that begins with a vertical bar is a shell command to write to.
+/// Reading from "-" reads standard input. Closed by its destructor. Operations return 1, or 0 for failure,
+/// and print nothing.
+class File
+{
+public:
+    File() = default;
+
+    ~File() { close(); }
+
+    File(File && other) noexcept;
+    File & operator=(File && other) noexcept;
+    File(File const &) = delete;
+    File & operator=(File const &) = delete;
+
+    /// mode  "r" read, "w" create or truncate, "a" append. A directory is refused. An open file is closed
+    /// first.
+    int open(char const * name, char const * mode);
+
+    [[nodiscard]] bool isOpen() const noexcept { return file != nullptr; }
+
+    /// Returns 0 when anything written since `open` was lost, or the command ended with a failure.
+    int close();
+
+    /// Writes all octets; 0 when the device did not take them. Failures stick: `close` reports them too.
+    int write(std::string_view octets);
+    /// Reads up to `size` octets and returns how many were there.
+    std::size_t read(void * buffer, std::size_t size);
+    /// Moves to an octet position from the start; 0 on a pipe.
+    int seek(long long position);
+    [[nodiscard]] long long tell() const;
+    /// Octets in the file; -1 where that is not known (a pipe).
+    [[nodiscard]] long long size() const;
+
+    [[nodiscard]] std::string const & name() const noexcept { return file_name; }
+
+private:
+    std::FILE * file = nullptr;
+    bool is_pipe = false;
+    bool is_standard = false;
+    bool has_failed = false;
+    std::string file_name;
+};
+
+} // namespace Yul

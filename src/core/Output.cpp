@@ -1,0 +1,40 @@
+#include "core/Output.h"
+
+#include <cstdio>
+
+namespace Yul::detail {
+namespace {
+
+void (*flush_hook)() = nullptr;
+
+void write(std::FILE * stream, std::string_view text)
+{
+    runFlushHook();
+    std::fwrite(text.data(), 1, text.size(), stream);
+    std::fflush(stream);
+}
+
+} // namespace
+
+void writeOut(std::string_view text)
+{
+    write(stdout, text);
+}
+
+void writeErr(std::string_view text)
+{
+    write(stderr, text);
+}
+
+void setFlushHook(void (*hook)())
+{
+    flush_hook = hook;
+}
+
+void runFlushHook()
+{
+    if (flush_hook != nullptr)
+        flush_hook();
+}
+
+} // namespace Yul::detail

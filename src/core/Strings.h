@@ -1,0 +1,39 @@
+// An ordered list of texts.
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <string>
+
+namespace Yul {
+
+/// An ordered list of texts, usually made by splitting one text at a separator.
+class Strings
+{
+public:
+    Strings() = default;
+
+    /// Splits the text at every separator; a null or empty text gives an empty list, two separators in a row
+    /// an empty item.
+    Strings(char const * text, char separator) { set(text, separator); }
+
+    int set(char const * text, char separator);
+    /// Appends a copy of the text; a null pointer counts as an empty text.
+    int add(char const * text);
+    int clear();
+
+    [[nodiscard]] int getNum() const noexcept { return static_cast<int>(items.size()); }
+
+    /// Item i (0 is the first); null for an index outside the list. Valid until the list is cleared.
+    [[nodiscard]] char const * getString(int i) const noexcept;
+
+    [[nodiscard]] char const * get(int i) const noexcept { return getString(i); }
+
+    /// Reads item i by a scanf format; returns the number of items assigned.
+    int scanf(int i, char const * format, ...) const;
+
+private:
+    std::deque<std::string> items; // a deque, so that adding leaves the texts where they are
+};
+
+} // namespace Yul
