@@ -67,12 +67,8 @@ std::string settingName(std::string name)
 } // namespace
 
 ResrcFile::Directive const ResrcFile::DIRECTIVES[] = {
-    {"def",   &ResrcFile::define   },
-    {"undef", &ResrcFile::undefine },
-    {"if",    &ResrcFile::beginIf  },
-    {"elif",  &ResrcFile::elseIf   },
-    {"else",  &ResrcFile::otherwise},
-    {"end",   &ResrcFile::endIf    },
+    {"def", &ResrcFile::define},  {"undef", &ResrcFile::undefine}, {"if", &ResrcFile::beginIf},
+    {"elif", &ResrcFile::elseIf}, {"else", &ResrcFile::otherwise}, {"end", &ResrcFile::endIf},
 };
 
 ResrcFile::ResrcFile(Resrc & settings) : store(settings), names(detail::programNames(settings)) {}

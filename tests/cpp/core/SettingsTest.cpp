@@ -1,13 +1,3 @@
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <string>
-#include <vector>
-
-#include <unistd.h>
-
-#include <gtest/gtest.h>
-
 #include "core/Resrc.h"
 #include "core/ResrcCL.h"
 #include "core/ResrcDB.h"
@@ -15,6 +5,15 @@
 #include "core/ResrcFile.h"
 #include "core/Strings.h"
 #include "core/Yul.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace Yul {
 namespace {
@@ -98,9 +97,11 @@ TEST_F(Settings, FileLinesAndConditions)
         {"if A\nelse\nx 1\nelse\nx 2\nend", "x=1\n"},
         {"if\nx 1\nend\nelse\nelif\nx 2", "x=1\nx=2\n"},
         {"def A\nundef a\nif A\nx 1\nend\nx 2", "x=2\n"},
-        {"def " + long_symbol + "\nif " + long_symbol + "\nx 1\nend\nif " + long_symbol.substr(0, 19) + "\nx 2\nend",
+        {"def " + long_symbol + "\nif " + long_symbol + "\nx 1\nend\nif " + long_symbol.substr(0, 19) +
+             "\nx 2\nend",
          "x=2\n"},
-        {"def 1\ndef 2\ndef 3\ndef 4\ndef 5\ndef 6\ndef 7\ndef 8\ndef 9\ndef 10\ndef 11\nif 11\nx 1\nend\nif 10\nx 2",
+        {"def 1\ndef 2\ndef 3\ndef 4\ndef 5\ndef 6\ndef 7\ndef 8\ndef 9\ndef 10\ndef 11\nif 11\nx 1\nend\nif "
+         "10\nx 2",
          "x=2\n"},
         {std::string("a\0b c\nd e", 9), "a=c\nd=e\n"},
         {"# " + std::string(2 << 20, 'x') + "\na b", "a=b\n"},
@@ -120,25 +121,25 @@ struct PatternCase
 TEST_F(Settings, NamesInFilesArePatternsOverQualifiedNames)
 {
     constexpr PatternCase CASES[] = {
-        {"",      "message", "*.message",        1},
-        {"",      "message", "plot.message",     1},
-        {"",      "message", "*message",         1},
-        {"",      "message", "message",          0},
-        {"",      "message", "plot.*",           0},
-        {"",      "message", "*",                0},
-        {"",      "message", "p*t.mess*ge",      1},
-        {"",      "aXaXb",   "plot.*Xb",         1},
-        {"",      "abab.c",  "plot.*b.c",        1},
-        {"",      "ab.cb.d", "plot.*b.*b.d",     1},
-        {"",      "aXbXc",   "plot.*X*c",        1},
-        {"",      "ab.ab.c", "plot.*ab.c",       1},
-        {"",      "ab.ab.c", "plot.*ab.*c.",     0},
-        {"",      "xaxab",   "plot.*xa",         0}, // the first "xa" is taken, the end is not reached
-        {"test",  "message", "test.message",     1},
-        {"test",  "message", "plot.message",     0},
-        {"+test", "message", "plot.test.message",1},
-        {"+test", "message", "plot.*.message",   1},
-        {"+test", "message", "plot.message",     0},
+        {"", "message", "*.message", 1},
+        {"", "message", "plot.message", 1},
+        {"", "message", "*message", 1},
+        {"", "message", "message", 0},
+        {"", "message", "plot.*", 0},
+        {"", "message", "*", 0},
+        {"", "message", "p*t.mess*ge", 1},
+        {"", "aXaXb", "plot.*Xb", 1},
+        {"", "abab.c", "plot.*b.c", 1},
+        {"", "ab.cb.d", "plot.*b.*b.d", 1},
+        {"", "aXbXc", "plot.*X*c", 1},
+        {"", "ab.ab.c", "plot.*ab.c", 1},
+        {"", "ab.ab.c", "plot.*ab.*c.", 0},
+        {"", "xaxab", "plot.*xa", 0}, // the first "xa" is taken, the end is not reached
+        {"test", "message", "test.message", 1},
+        {"test", "message", "plot.message", 0},
+        {"+test", "message", "plot.test.message", 1},
+        {"+test", "message", "plot.*.message", 1},
+        {"+test", "message", "plot.message", 0},
     };
     Resrc store;
     store.set("prog", "plot");
@@ -184,13 +185,13 @@ struct ArgumentCase
 TEST_F(Settings, ArgumentForms)
 {
     constexpr ArgumentCase CASES[] = {
-        {"-na,foo",            "na=foo/5 "            },
-        {"-na=foo,--na=a=b",   "na=foo/2 na=a=b/2 "   },
-        {"--na,foo,-na",       "na=foo/5 na=/6 "      },
-        {"-na,-df,x",          "na=/6 df=x/5 "        },
-        {"-5,-,-.5,--5",       "0:-5 1:- 2:-.5 3:--5 "},
-        {"-x,-5,--,y",         "x=-5/5 =/9 0:y "      },
-        {",-=x",               "0: 1:-=x "            },
+        {"-na,foo", "na=foo/5 "},
+        {"-na=foo,--na=a=b", "na=foo/2 na=a=b/2 "},
+        {"--na,foo,-na", "na=foo/5 na=/6 "},
+        {"-na,-df,x", "na=/6 df=x/5 "},
+        {"-5,-,-.5,--5", "0:-5 1:- 2:-.5 3:--5 "},
+        {"-x,-5,--,y", "x=-5/5 =/9 0:y "},
+        {",-=x", "0: 1:-=x "},
     };
     for (auto const & c : CASES) {
         Strings const args((std::string("program,") + c.arguments).c_str(), ',');
@@ -201,7 +202,8 @@ TEST_F(Settings, ArgumentForms)
         for (int result = line.getKeyed(key, value); result >= 0; result = line.getKeyed(key, value)) {
             int const place = result == 0 ? line.getPosition(value) : 0;
             read += result == 0 ? std::to_string(place) + ":" + value.get() + " "
-                                : std::string(key.get()) + "=" + value.get() + "/" + std::to_string(line.getKind()) + " ";
+                                : std::string(key.get()) + "=" + value.get() + "/" +
+                                      std::to_string(line.getKind()) + " ";
         }
         EXPECT_EQ(read, c.read);
     }
@@ -230,7 +232,8 @@ protected:
     static std::string get(char const * name)
     {
         char const * const value = Yul::getResrc(name);
-        return value != nullptr ? value + std::string("/") + std::to_string(Yul::getResrcType(name)) : "unset";
+        return value != nullptr ? value + std::string("/") + std::to_string(Yul::getResrcType(name))
+                                : "unset";
     }
 
     ResrcDBList keyed;
