@@ -13,15 +13,14 @@
 
 # The Python that the module is built for and tested with.
 PYTHON ?= /usr/bin/python3
-# C++ compiler, build options for CMake, and options for the Python test runner.
-CXX ?= c++
+# Options for CMake and for the Python test runner. CXX from the environment chooses the compiler.
 CMAKE_OPTIONS ?=
 PYTEST_OPTIONS ?=
 FUZZ_SECONDS ?= 60
 
 export PYTHON CXX
 
-configure = cmake -S . -B $(1) -G Ninja -DPython3_EXECUTABLE=$(PYTHON) -DCMAKE_CXX_COMPILER=$(CXX) \
+configure = cmake -S . -B $(1) -G Ninja -DPython3_EXECUTABLE=$$(command -v $(PYTHON)) \
             --log-level=WARNING $(CMAKE_OPTIONS)
 run_python = PYTHONPATH=$(1)/python PYTHONDONTWRITEBYTECODE=1 $(PYTHON)
 sources = $(shell git ls-files '*.h' '*.cpp')
