@@ -21,7 +21,7 @@ FUZZ_SECONDS ?= 60
 export PYTHON CXX
 
 configure = cmake -S . -B $(1) -G Ninja -DPython3_EXECUTABLE=$$(command -v $(PYTHON)) \
-            --log-level=WARNING $(CMAKE_OPTIONS)
+            --log-level=WARNING $(2) $(CMAKE_OPTIONS) >/dev/null
 run_python = PYTHONPATH=$(1)/python PYTHONDONTWRITEBYTECODE=1 $(PYTHON)
 sources = $(shell git ls-files '*.h' '*.cpp')
 
@@ -47,20 +47,20 @@ test:
 
 sanitize:
 	@scripts/install-deps build test
-	@$(call configure,build-sanitize) -DYUL_SANITIZE=ON
+	@$(call configure,build-sanitize,-DYUL_SANITIZE=ON)
 	@cmake --build build-sanitize
 	build-sanitize/yul_tests --gtest_brief=1
 	scripts/with-sanitizers build-sanitize $(PYTHON) -m pytest -q $(PYTEST_OPTIONS) tests/python
 
 bench:
 	@scripts/install-deps build bench
-	@$(call configure,build) -DYUL_BENCH=ON
+	@$(call configure,build,-DYUL_BENCH=ON)
 	@cmake --build build
 	@$(call run_python,build) bench/run.py
 
 fuzz:
 	@scripts/install-deps build
-	@$(call configure,build-fuzz) -DYUL_FUZZ=ON -DYUL_TESTS=OFF
+	@$(call configure,build-fuzz,-DYUL_FUZZ=ON -DYUL_TESTS=OFF)
 	@cmake --build build-fuzz
 	@scripts/run-fuzz build-fuzz $(FUZZ_SECONDS)
 
