@@ -17,6 +17,7 @@ PYTHON ?= /usr/bin/python3
 CMAKE_OPTIONS ?=
 PYTEST_OPTIONS ?=
 FUZZ_SECONDS ?= 60
+FUZZ_CXX ?= $(shell for cxx in clang++ clang++-14 $(CXX); do command -v $$cxx && break; done)
 
 export PYTHON CXX
 
@@ -60,7 +61,7 @@ bench:
 
 fuzz:
 	@scripts/install-deps build
-	@$(call configure,build-fuzz,-DYUL_FUZZ=ON -DYUL_TESTS=OFF)
+	@CXX=$(FUZZ_CXX) $(call configure,build-fuzz,-DYUL_FUZZ=ON -DYUL_TESTS=OFF)
 	@cmake --build build-fuzz
 	@scripts/run-fuzz build-fuzz $(FUZZ_SECONDS)
 
