@@ -24,6 +24,7 @@ export PYTHON CXX
 configure = cmake -S . -B $(1) -G Ninja -DPython3_EXECUTABLE=$$(command -v $(PYTHON)) \
             --log-level=WARNING $(2) $(CMAKE_OPTIONS) >/dev/null
 run_python = PYTHONPATH=$(1)/python PYTHONDONTWRITEBYTECODE=1 $(PYTHON)
+demo_map = --domain stereo:90:-30,54,-28,61,45,1.5 --interval 60 --color blue
 sources = $(shell git ls-files '*.h' '*.cpp')
 
 .PHONY: all demo test sanitize bench fuzz docs format check-format clean
@@ -37,8 +38,9 @@ demo:
 	@scripts/install-deps build demo
 	@$(MAKE) --no-print-directory all
 	@mkdir -p demo
-	@$(call run_python,build) examples/contour_map.py examples/data/height500.grib2 \
-	    --output demo/height500.ps --device ps --color --png demo/height500.png
+	$(call run_python,build) examples/contour_map.py examples/data/height500.grib2 $(demo_map) \
+	    --output demo/height500.ps
+	scripts/render-page demo/height500.ps demo/height500.png
 
 test:
 	@scripts/install-deps build test
