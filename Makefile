@@ -32,11 +32,12 @@ sources = $(shell git ls-files '*.h' '*.cpp')
 all:
 	@scripts/install-deps build
 	@$(call configure,build)
-	@cmake --build build
+	@cmake --build build --target package_tree
 
 demo:
 	@scripts/install-deps build demo
-	@$(MAKE) --no-print-directory all
+	@$(call configure,build)
+	@cmake --build build --target package_tree
 	@mkdir -p demo
 	$(call run_python,build) examples/contour_map.py examples/data/height500.grib2 $(demo_map) \
 	    --output demo/height500.ps
@@ -44,7 +45,8 @@ demo:
 
 test:
 	@scripts/install-deps build test
-	@$(MAKE) --no-print-directory all
+	@$(call configure,build)
+	@cmake --build build
 	build/yul_tests --gtest_brief=1
 	$(call run_python,build) -m pytest -q $(PYTEST_OPTIONS) tests/python
 
@@ -69,7 +71,8 @@ fuzz:
 
 docs:
 	@scripts/install-deps build docs
-	@$(MAKE) --no-print-directory all
+	@$(call configure,build)
+	@cmake --build build --target package_tree
 	@$(call run_python,build) scripts/make_docs.py build/docs
 
 format:
