@@ -73,7 +73,7 @@ docs:
 	@scripts/install-deps build docs
 	@$(call configure,build)
 	@cmake --build build --target package_tree
-	@$(call run_python,build) scripts/make_docs.py build/docs
+	@$(call run_python,build) scripts/make_docs.py build/docs $(demo_map)
 
 format:
 	@scripts/install-deps ci
