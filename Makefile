@@ -65,7 +65,7 @@ bench:
 
 fuzz:
 	@scripts/install-deps build
-	@CXX=$(FUZZ_CXX) $(call configure,build-fuzz,-DYUL_FUZZ=ON -DYUL_TESTS=OFF)
+	@CXX=$(FUZZ_CXX) $(call configure,build-fuzz,-DYUL_FUZZ=ON -DYUL_TESTS=OFF -DYUL_PYTHON=OFF)
 	@cmake --build build-fuzz
 	@scripts/run-fuzz build-fuzz $(FUZZ_SECONDS)
 
