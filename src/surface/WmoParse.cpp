@@ -368,7 +368,7 @@ int WmoParse::compare(char const * text) const
     return compare(heading.c_str(), identifier.c_str(), text);
 }
 
-int WmoParse::compare(char const * given_heading, char const * given_identifier, char const * text)
+int WmoParse::compare(char const * given_heading, char const * given_identifier, char const * text) const
 {
     return detail::matchHeading(detail::viewOf(given_heading), detail::viewOf(given_identifier),
                                 detail::viewOf(text))

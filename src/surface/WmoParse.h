@@ -107,7 +107,7 @@ public:
 
     /// The current heading and identifier, or given ones, against a pattern.
     [[nodiscard]] int compare(char const * pattern) const;
-    [[nodiscard]] static int compare(char const * heading, char const * identifier, char const * pattern);
+    [[nodiscard]] int compare(char const * heading, char const * identifier, char const * pattern) const;
     /// A zone line against a zone, see detail::matchZone.
     [[nodiscard]] static int checkZone(char const * line, char const * zone);
 

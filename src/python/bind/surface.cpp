@@ -59,7 +59,7 @@ void bindWmoParse(Module & m)
         .method("read", &WmoParse::read)
         .method("setLoc", overload<int(long)>(&WmoParse::setLoc), overload<int(int, long)>(&WmoParse::setLoc))
         .method("compare", overload<int(char const *) const>(&WmoParse::compare),
-                overload<int(char const *, char const *, char const *)>(&WmoParse::compare))
+                overload<int(char const *, char const *, char const *) const>(&WmoParse::compare))
         .staticMethod("checkZone", &WmoParse::checkZone);
 }
 

@@ -57,7 +57,7 @@ TEST(HeadingPattern, ReadsFromLeftToRightAndNeverGoesBack)
         {"SA", "", "S(A", 1},
     };
     for (auto const & c : CASES)
-        EXPECT_EQ(WmoParse::compare(c.heading, c.identifier, c.pattern), c.matches)
+        EXPECT_EQ(WmoParse().compare(c.heading, c.identifier, c.pattern), c.matches)
             << c.heading << " " << c.pattern;
 }
 
