@@ -64,7 +64,7 @@ def _attributes(name, flat):
         elif rest == '__iadd__':
             attributes[rest] = _add_assign(value)
         elif rest == '_print':
-            attributes['print'] = _operation(value, 'print')
+            attributes.setdefault('print', _operation(value, 'print'))
         elif not callable(value) or name in STATIC:
             attributes[rest] = value
         elif not rest.endswith('_set'):
