@@ -12,6 +12,8 @@
 namespace Yul {
 namespace {
 
+constexpr std::size_t MAX_LINE = std::size_t{1} << 20;
+
 /// Keeps a closed pipe from ending the process while it lives.
 class IgnoreBrokenPipe
 {
@@ -115,6 +117,20 @@ int File::write(std::string_view octets)
 std::size_t File::read(void * buffer, std::size_t size)
 {
     return file != nullptr ? std::fread(buffer, 1, size, file) : 0;
+}
+
+bool File::readLine(std::string & line)
+{
+    line.clear();
+    if (file == nullptr)
+        return false;
+    int c = std::getc(file);
+    if (c == EOF)
+        return false;
+    for (; c != EOF && c != '\n'; c = std::getc(file))
+        if (line.size() < MAX_LINE)
+            line += static_cast<char>(c);
+    return true;
 }
 
 int File::seek(long long position)

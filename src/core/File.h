@@ -37,6 +37,8 @@ public:
     int write(std::string_view octets);
     /// Reads up to `size` octets and returns how many were there.
     std::size_t read(void * buffer, std::size_t size);
+    /// Reads the next line, without its newline; false at the end. What a line has beyond 1 MiB is left out.
+    [[nodiscard]] bool readLine(std::string & line);
     /// Moves to an octet position from the start; 0 on a pipe.
     int seek(long long position);
     [[nodiscard]] long long tell() const;

@@ -25,6 +25,15 @@ bool FileTool::exist(char const * name)
     return getSize(name) >= 0;
 }
 
+bool FileTool::isDirectory(char const * name)
+{
+    struct stat info
+    {
+    };
+
+    return StrLib::valid(name) && stat(name, &info) == 0 && S_ISDIR(info.st_mode);
+}
+
 long FileTool::getSize(char const * name)
 {
     struct stat info

@@ -13,6 +13,8 @@ public:
     static int addPath(char const * directory, char const * name, String & path);
     /// True when something of that name is there.
     [[nodiscard]] static bool exist(char const * name);
+    /// True when a directory of that name is there.
+    [[nodiscard]] static bool isDirectory(char const * name);
     /// Size in octets of a file, -1 when it is not there.
     [[nodiscard]] static long getSize(char const * name);
 };

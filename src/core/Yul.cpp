@@ -32,28 +32,12 @@ struct LevelName
 
 /// Level names as settings write them; "debug" stands for the highest level.
 constexpr LevelName LEVEL_NAMES[] = {
-    {"none",   Yul::NONE  },
-    {"print",  Yul::PRINT },
-    {"error",  Yul::ERROR },
-    {"warn",   Yul::WARN  },
-    {"mess",   Yul::MESS  },
-    {"out1",   Yul::OUT1  },
-    {"out2",   Yul::OUT2  },
-    {"out3",   Yul::OUT3  },
-    {"out4",   Yul::OUT4  },
-    {"out5",   Yul::OUT5  },
-    {"out6",   Yul::OUT6  },
-    {"out7",   Yul::OUT7  },
-    {"out8",   Yul::OUT8  },
-    {"debug1", Yul::DEBUG1},
-    {"debug2", Yul::DEBUG2},
-    {"debug3", Yul::DEBUG3},
-    {"debug4", Yul::DEBUG4},
-    {"debug5", Yul::DEBUG5},
-    {"debug6", Yul::DEBUG6},
-    {"debug7", Yul::DEBUG7},
-    {"debug8", Yul::DEBUG8},
-    {"debug",  Yul::DEBUG8},
+    {"none", Yul::NONE},     {"print", Yul::PRINT},   {"error", Yul::ERROR},   {"warn", Yul::WARN},
+    {"mess", Yul::MESS},     {"out1", Yul::OUT1},     {"out2", Yul::OUT2},     {"out3", Yul::OUT3},
+    {"out4", Yul::OUT4},     {"out5", Yul::OUT5},     {"out6", Yul::OUT6},     {"out7", Yul::OUT7},
+    {"out8", Yul::OUT8},     {"debug1", Yul::DEBUG1}, {"debug2", Yul::DEBUG2}, {"debug3", Yul::DEBUG3},
+    {"debug4", Yul::DEBUG4}, {"debug5", Yul::DEBUG5}, {"debug6", Yul::DEBUG6}, {"debug7", Yul::DEBUG7},
+    {"debug8", Yul::DEBUG8}, {"debug", Yul::DEBUG8},
 };
 
 constexpr std::uint32_t DEBUG_LEVELS = 0xff000; // the bits of DEBUG1 to DEBUG8

@@ -1,0 +1,49 @@
+// The name of a data file, or of several, with an index file beside them.
+#pragma once
+
+#include "core/Strings.h"
+
+#include <string>
+
+namespace Yul {
+
+/// One file name or an ordered list of them, and the name of an index file that may go with them. Null names
+/// are passed over.
+class Filename
+{
+public:
+    Filename() = default;
+
+    Filename(char const * name)
+    {
+        set(name);
+    } // NOLINT(google-explicit-constructor): names are given as they stand
+
+    Filename(char const * name, char const * index) { set(name, index); }
+
+    /// No names, no index file.
+    int init();
+    /// Replaces the whole list.
+    int set(char const * name);
+    int set(char const * name, char const * index);
+    /// Appends a name; 0 for a null or empty one.
+    int add(char const * name);
+    int setIndex(char const * index);
+
+    [[nodiscard]] int getNum() const noexcept { return names.getNum(); }
+
+    /// Name i, 0 is the first; null for an index outside the list. Valid until the list is set again.
+    [[nodiscard]] char const * get(int i) const noexcept { return names.getString(i); }
+
+    /// The first name; null for an empty list.
+    [[nodiscard]] char const * get() const noexcept { return get(0); }
+
+    /// The index file's name; empty when there is none.
+    [[nodiscard]] char const * getIndex() const noexcept { return index_name.c_str(); }
+
+private:
+    Strings names;
+    std::string index_name;
+};
+
+} // namespace Yul
