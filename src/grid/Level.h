@@ -39,7 +39,7 @@ public:
         HGT = 103,         ///< height above ground, m
         SIGMA = 104,       ///< sigma, 0 to 1
         HYBRID = 105,      ///< hybrid level number
-        DEPTH = 106,       ///< depth below land surface, m
+        DEPTH = 106,       ///< depth below land surface, cm
         THETA = 107,       ///< potential temperature, K
         PRES_GND = 108,    ///< pressure difference from ground, hPa
         PV = 109,          ///< potential vorticity, 1e-6 K m2 kg-1 s-1
