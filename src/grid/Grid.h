@@ -194,7 +194,7 @@ public:
     /// The forecast time in hours and in seconds after the initial time (the end of a period); Const::MISS
     /// while not set.
     [[nodiscard]] int getForeHours() const;
-    [[nodiscard]] int getForeSeconds() const;
+    [[nodiscard]] long getForeSeconds() const;
 
     int setVar(Variable const & value);
     int setVar(char const * text);

@@ -42,7 +42,8 @@ float orMissing(std::optional<float> value)
     return value.value_or(static_cast<float>(Const::MISS));
 }
 
-// Text ----------------------------------------------------------------------------------------------------------
+// Text
+// ----------------------------------------------------------------------------------------------------------
 
 /// Small letters without blanks.
 std::string compact(std::string_view text)
@@ -151,7 +152,8 @@ std::string valueText(Level const & level)
     return text;
 }
 
-// Codes -----------------------------------------------------------------------------------------------------------
+// Codes
+// -----------------------------------------------------------------------------------------------------------
 
 constexpr int MAX_DECIMALS = 9;
 constexpr double MAX_WHOLE = 2147483647.0;
@@ -160,8 +162,7 @@ constexpr double MAX_HALF = 32767.0;
 /// A value in units of 10^-decimals, held to the range of its code.
 double scaled(float value, int decimals, double limit)
 {
-    return std::clamp(
-        std::round(static_cast<double>(value) * std::pow(10.0, decimals)), -limit - 1, limit);
+    return std::clamp(std::round(static_cast<double>(value) * std::pow(10.0, decimals)), -limit - 1, limit);
 }
 
 bool keeps(float value, int decimals, double limit)
@@ -205,7 +206,8 @@ Codes encode(Level const & level)
     return {level.getType() + 1000 * decimals, value};
 }
 
-// GRIB ------------------------------------------------------------------------------------------------------------
+// GRIB
+// ------------------------------------------------------------------------------------------------------------
 
 struct Octets
 {
@@ -411,8 +413,8 @@ int Level::setGrib2(int first_kind, double first_value, int second_kind, double 
         return orMissing(isMissing(value) ? std::nullopt : usable(value / siFactor(kind)));
     };
     auto const first = convert(first_kind, first_value);
-    auto const second = second_kind == first_kind ? convert(second_kind, second_value)
-                                                  : static_cast<float>(Const::MISS);
+    auto const second =
+        second_kind == first_kind ? convert(second_kind, second_value) : static_cast<float>(Const::MISS);
     return set(commonKind(first_kind), first, second);
 }
 
@@ -453,8 +455,7 @@ int Level::setCodes(int type_code, int value_code)
         auto const second = value_code & 0xFFFF;
         auto const signed_second = second > 32767 ? second - 65536 : second;
         auto const first = (static_cast<long>(value_code) - signed_second) / 65536;
-        return set(kind,
-                   static_cast<float>(static_cast<double>(first) / unit),
+        return set(kind, static_cast<float>(static_cast<double>(first) / unit),
                    static_cast<float>(signed_second / unit));
     }
     return isMissing(value_code) ? set(kind) : set(kind, static_cast<float>(value_code / unit));

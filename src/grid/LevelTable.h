@@ -9,12 +9,12 @@ namespace Yul::detail {
 /// One kind of level. The text of a kind with values is "value suffix" or "value-value suffix".
 struct LevelKind
 {
-    int code;          ///< WMO code table 4.5
-    bool has_value;    ///< whether a number belongs to it
-    char const * text; ///< the word, or the suffix behind the value
+    int code;           ///< WMO code table 4.5
+    bool has_value;     ///< whether a number belongs to it
+    char const * text;  ///< the word, or the suffix behind the value
     char const * label; ///< for titles; "%s" stands for the value
     char const * units; ///< of the value
-    double si;         ///< size of the unit in the units of code table 4.5
+    double si;          ///< size of the unit in the units of code table 4.5
 };
 
 /// Another way to write a kind: a word, or a suffix with its unit, value = offset + factor * number.
