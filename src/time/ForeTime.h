@@ -45,7 +45,7 @@ public:
     int set(char const * text);
     int set(int hours);
     /// NONE and ANY carry no time. A span given by one time begins at 0, or ends there when the time is
-    /// negative.
+    /// negative; Const::MISS hours reset.
     int set(int type_value, int hours);
     int set(int type_value, int from_hours, int to_hours);
     /// The same in seconds. Refused: an unknown type, an end before the beginning, an instant with a length,
@@ -88,6 +88,8 @@ public:
     int print() const;
 
 private:
+    [[nodiscard]] bool hasTime() const noexcept;
+
     int type = NONE;
     long from_seconds = 0;
     long to_seconds = 0;
