@@ -6,7 +6,6 @@
 namespace Yul::detail {
 namespace {
 
-// clang-format off: one row a line, however long the name is
 constexpr VarNameItem ROWS[] = {
     {1013000, 0, 0, "AEROT", "Aerosol type", ""},
     {1013192, 0, 0, "PMTC", "Particulate matter (coarse)", "ug m-3"},
@@ -80,7 +79,6 @@ constexpr VarNameItem ROWS[] = {
     {1018017, 0, 0, "CIAIRC", "Column-integrated air activity concentration", "Bq m-2"},
     {1018018, 0, 0, "CAACL", "Column-averaged air activity concentration in layer", "Bq m-3"},
 };
-// clang-format on
 
 } // namespace
 

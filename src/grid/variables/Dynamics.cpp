@@ -6,7 +6,6 @@
 namespace Yul::detail {
 namespace {
 
-// clang-format off: one row a line, however long the name is
 constexpr VarNameItem ROWS[] = {
     {1002000, 0, 31, "WDIR", "Wind direction (from which blowing)", "deg"},
     {1002001, 0, 32, "WIND", "Wind speed", "m s-1"},
@@ -183,7 +182,6 @@ constexpr VarNameItem ROWS[] = {
     {1003221, 0, 0, "ORLSNW", "Orographic length scale, NW component", ""},
     {1003222, 0, 0, "EFSH", "Effective surface height", "m"},
 };
-// clang-format on
 
 } // namespace
 

@@ -6,7 +6,6 @@ namespace Yul::detail {
 namespace {
 
 /// In the order of centre, table and number.
-// clang-format off: one row a line
 constexpr VarGrib1 ROWS[] = {
     {7, 128, 130, 11003194},            // ELEV
     {7, 128, 144, 11003002},            // CH
@@ -412,7 +411,6 @@ constexpr VarGrib1 ROWS[] = {
     {98, 228, 29, 1002022},             // GUST
     {98, 228, 44, 1007019},             // CONAPES
 };
-// clang-format on
 
 } // namespace
 

@@ -6,7 +6,6 @@
 namespace Yul::detail {
 namespace {
 
-// clang-format off: one row a line, however long the name is
 constexpr VarNameItem ROWS[] = {
     {2000000, 0, 0, "FFLDG", "Flash flood guidance", "kg m-2"},
     {2000001, 0, 0, "FFLDRO", "Flash flood runoff", "kg m-2"},
@@ -212,7 +211,6 @@ constexpr VarNameItem ROWS[] = {
     {3005000, 0, 0, "GLACCOV", "Glacier cover", "1"},
     {3005001, 0, 0, "GLACTMP", "Glacier temperature", "K"},
 };
-// clang-format on
 
 } // namespace
 

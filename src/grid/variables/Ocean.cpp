@@ -6,7 +6,6 @@
 namespace Yul::detail {
 namespace {
 
-// clang-format off: one row a line, however long the name is
 constexpr VarNameItem ROWS[] = {
     {11000000, 0, 28, "WVSP1", "Wave spectra (1)", ""},
     {11000001, 0, 29, "WVSP2", "Wave spectra (2)", ""},
@@ -242,7 +241,6 @@ constexpr VarNameItem ROWS[] = {
     {11191003, 0, 0, "DSLOBSO", "Days since last observation", "day"},
     {11191004, 0, 0, "BARDSF", "Barotropic stream function", "m3 s-1"},
 };
-// clang-format on
 
 } // namespace
 

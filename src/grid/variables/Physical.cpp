@@ -6,7 +6,6 @@
 namespace Yul::detail {
 namespace {
 
-// clang-format off: one row a line, however long the name is
 constexpr VarNameItem ROWS[] = {
     {1019000, 0, 20, "VIS", "Visibility", "m"},
     {1019001, 0, 84, "ALBDO", "Albedo", "%"},
@@ -190,7 +189,6 @@ constexpr VarNameItem ROWS[] = {
     {1192013, 0, 0, "COVVVVV", "Covariance between vertical and vertical components of the wind", "Pa2 s-2"},
     {1192014, 0, 0, "COVTT", "Covariance between temperature and temperature", "K2"},
 };
-// clang-format on
 
 } // namespace
 

@@ -6,7 +6,6 @@
 namespace Yul::detail {
 namespace {
 
-// clang-format off: one row a line, however long the name is
 constexpr VarNameItem ROWS[] = {
     {1004000, 0, 111, "NSWRS", "Net short-wave radiation flux (surface)", "W m-2"},
     {1004001, 0, 113, "NSWRT", "Net short-wave radiation flux (top of atmosphere)", "W m-2"},
@@ -149,7 +148,6 @@ constexpr VarNameItem ROWS[] = {
     {1007211, 0, 0, "SIGT", "Significant tornado parameter-Fixed layer", "1"},
     {1007212, 0, 0, "MLFC", "Mixed layer (100 mb) virtual LFC", "1"},
 };
-// clang-format on
 
 } // namespace
 

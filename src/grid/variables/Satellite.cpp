@@ -6,7 +6,6 @@
 namespace Yul::detail {
 namespace {
 
-// clang-format off: one row a line, however long the name is
 constexpr VarNameItem ROWS[] = {
     {4000000, 0, 0, "SRAD", "Scaled radiance", "1"},
     {4000001, 0, 0, "SALBEDO", "Scaled albedo", "1"},
@@ -177,7 +176,6 @@ constexpr VarNameItem ROWS[] = {
     {4192084, 0, 0, "SBTA1815", "Simulated brightness temperature for ABI GOES-18, Band-15", "K"},
     {4192085, 0, 0, "SBTA1816", "Simulated brightness temperature for ABI GOES-18, Band-16", "K"},
 };
-// clang-format on
 
 } // namespace
 

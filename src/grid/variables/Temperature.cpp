@@ -6,7 +6,6 @@
 namespace Yul::detail {
 namespace {
 
-// clang-format off: one row a line, however long the name is
 constexpr VarNameItem ROWS[] = {
     {127, 0, 127, "IMGD", "Image data", ""},
     {128, 0, 128, "MSLSA", "Mean sea level pressure (standard atmosphere Reduction)", "Pa"},
@@ -267,7 +266,6 @@ constexpr VarNameItem ROWS[] = {
     {1001245, 0, 0, "MAXVIG", "Hourly maximum of column vertical integrated graupel on entire atmosphere",
      "kg m-2"},
 };
-// clang-format on
 
 } // namespace
 
