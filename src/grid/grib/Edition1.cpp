@@ -40,6 +40,7 @@ constexpr RangeIndicator RANGE_INDICATORS[] = {
     {124, 0, 0, 0, 1, Statistic::ACCUMULATION}, {125, 1, 1, 0, 1, Statistic::DEVIATION},
 };
 
+constexpr unsigned ANALYSIS = 1;
 constexpr unsigned LONG_P1 = 10; // P1 takes the octets of P2 as well
 
 RangeIndicator rangeIndicator(unsigned code) noexcept
@@ -55,6 +56,7 @@ void readPeriod(Section & s, Product & product)
     RangeIndicator const range = rangeIndicator(s.u8(21));
     product.template_number = static_cast<int>(range.code);
     product.statistic = range.statistic;
+    product.is_analysis = range.code == ANALYSIS;
     std::int64_t const p1 = range.code == LONG_P1 ? s.u16(19) : s.u8(19);
     std::int64_t const p2 = range.code == LONG_P1 ? 0 : s.u8(20);
     std::int64_t const steps = std::max<std::int64_t>(0, std::int64_t{s.u16(22)} - 1);
@@ -196,6 +198,7 @@ std::string readPDB(Section section, Product & product, Presence & presence)
     product.table = static_cast<int>(section.u8(4));
     product.centre = static_cast<int>(section.u8(5));
     product.process = static_cast<int>(section.u8(6));
+    product.grid_id = static_cast<int>(section.u8(7));
     product.number = static_cast<int>(section.u8(9));
     product.level_type = static_cast<int>(section.u8(10));
     product.level_octet1 = static_cast<int>(section.u8(11));

@@ -64,9 +64,11 @@ struct Product
     int table = 0; ///< edition 1: parameter table version; edition 2: local tables version
     int centre = 0;
     int sub_centre = 0;
-    int process = 0;         ///< generating process identifier of the centre
-    int template_number = 0; ///< edition 2: product definition template; edition 1: time range indicator
-    int level_type = 0;      ///< edition 1: code table 3, and the two octets behind it
+    int process = 0;          ///< generating process identifier of the centre
+    int grid_id = 0;          ///< edition 1: number of a predefined grid, 255 for none
+    bool is_analysis = false; ///< the message says so, rather than a forecast of length 0
+    int template_number = 0;  ///< edition 2: product definition template; edition 1: time range indicator
+    int level_type = 0;       ///< edition 1: code table 3, and the two octets behind it
     int level_octet1 = 0;
     int level_octet2 = 0;
     Surface first; ///< edition 2

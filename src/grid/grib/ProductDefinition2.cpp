@@ -115,6 +115,7 @@ std::string readPDS(Section section, Product & product)
     for (auto const & row : TEMPLATES) {
         if (row.number != number)
             continue;
+        product.is_analysis = section.u8(12 + row.shift) == 0;
         product.process = static_cast<int>(section.u8(14 + row.shift));
         product.start = secondsAfter(product.reference, section.s32(19 + row.shift),
                                      static_cast<int>(section.u8(18 + row.shift)));
