@@ -4,7 +4,7 @@
 #include "core/StrLib.h"
 #include "graphics/TableFile.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <utility>
@@ -19,12 +19,12 @@ constexpr std::size_t MAX_VERTICES = 1U << 18;
 constexpr float DEGREES_A_STEP = 15;
 constexpr float FULL_CIRCLE = 360;
 
-/// The words behind the keyword as numbers; empty when one is none or beyond the limit.
-std::vector<float> numbers(std::vector<std::string_view> const & words)
+/// The words from `first` on as numbers; empty when one is none or beyond the limit.
+std::vector<float> numbers(std::vector<std::string_view> const & words, std::size_t first)
 {
-    std::vector<float> values(words.size() - 1);
+    std::vector<float> values(words.size() - std::min(first, words.size()));
     for (std::size_t i = 0; i < values.size(); ++i)
-        if (!detail::readFloat(words[i + 1], values[i]) || std::abs(values[i]) > MAX_COORDINATE)
+        if (!detail::readFloat(words[first + i], values[i]) || std::abs(values[i]) > MAX_COORDINATE)
             return {};
     return values;
 }
@@ -57,17 +57,29 @@ std::vector<Symbol::Vertex> arc(float x, float y, float radius, float from, floa
     return vertices;
 }
 
+/// The same part at another size and place.
+Symbol::Part transformed(Symbol::Part part, float dx, float dy, float scale)
+{
+    for (Symbol::Vertex & vertex : part.vertices)
+        vertex = {vertex.x * scale + dx / UNIT, vertex.y * scale + dy / UNIT};
+    return part;
+}
+
 /// One drawing line of the file; none when it is not one.
 std::optional<Symbol::Part> parsePart(std::vector<std::string_view> const & words)
 {
-    auto const v = numbers(words);
-    if ((words[0] == "line" || words[0] == "fill") && v.size() >= 4 && v.size() % 2 == 0)
-        return Symbol::Part{words[0] == "fill", path(v)};
-    if ((words[0] == "circle" || words[0] == "disc") && v.size() == 3)
-        return Symbol::Part{words[0] == "disc", arc(v[0], v[1], v[2], 0, FULL_CIRCLE)};
-    if ((words[0] == "arc" || words[0] == "sector") && v.size() == 5)
-        return Symbol::Part{words[0] == "sector", arc(v[0], v[1], v[2], v[3], v[4])};
-    return std::nullopt;
+    std::string_view const kind = words[0];
+    auto const v = numbers(words, 1);
+    if ((kind == "line" || kind == "fill") && v.size() >= 4 && v.size() % 2 == 0)
+        return Symbol::Part{kind == "fill", path(v)};
+    if ((kind == "circle" || kind == "disc") && v.size() == 3)
+        return Symbol::Part{kind == "disc", arc(v[0], v[1], v[2], 0, FULL_CIRCLE)};
+    if ((kind != "arc" && kind != "sector" && kind != "segment") || v.size() != 5)
+        return std::nullopt;
+    Symbol::Part part{kind != "arc", arc(v[0], v[1], v[2], v[3], v[4])};
+    if (kind == "sector")
+        part.vertices.push_back(unitVertex(v[0], v[1]));
+    return part;
 }
 
 } // namespace
@@ -86,8 +98,8 @@ struct Symbol::Reader
             return takeNames(words);
         if (set.shapes.empty())
             return false;
-        if (words[0] == "use" && words.size() == 2)
-            return takeParts(words[1]);
+        if (words[0] == "use")
+            return takeParts(words);
         auto part = parsePart(words);
         return part && add(std::move(*part));
     }
@@ -103,15 +115,18 @@ struct Symbol::Reader
         return words.size() > 1;
     }
 
-    /// All parts of a symbol that came before.
-    bool takeParts(std::string_view name)
+    /// All parts of a symbol that came before, scaled and moved.
+    bool takeParts(std::vector<std::string_view> const & words)
     {
-        auto const found = set.index.find(name);
-        if (found == set.index.end() || found->second + 1 == set.shapes.size())
+        auto const found = words.size() > 1 ? set.index.find(words[1]) : set.index.end();
+        auto v = numbers(words, 2);
+        if (found == set.index.end() || found->second + 1 == set.shapes.size() ||
+            words.size() != v.size() + 2 || v.size() == 1 || v.size() > 3)
             return false;
-        Shape const parts = set.shapes[found->second];
-        for (Part const & part : parts)
-            if (!add(part))
+        v.resize(3, v.size() == 2 ? 1.0F : 0.0F);
+        float const scale = words.size() == 2 ? 1 : v[2];
+        for (std::size_t i = 0; i < set.shapes[found->second].size(); ++i)
+            if (!add(transformed(set.shapes[found->second][i], v[0], v[1], scale)))
                 return false;
         return true;
     }
