@@ -9,10 +9,11 @@
 #include "graphics/GTran.h"
 #include "graphics/Image.h"
 #include "graphics/PsNumber.h"
+#include "time/DateTool.h"
 
 #include <algorithm>
 #include <cmath>
-#include <ctime>
+#include <cstring>
 
 namespace Yul {
 namespace {
@@ -128,15 +129,6 @@ int alignedAt(float position, int size, int align)
 {
     double const shift = align == 2 ? size / 2.0 : align == 3 ? size : 0.0;
     return static_cast<int>(std::lround(position - shift));
-}
-
-std::string currentTime()
-{
-    char text[40];
-    std::time_t const now = std::time(nullptr);
-    std::tm utc{};
-    gmtime_r(&now, &utc);
-    return {text, std::strftime(text, sizeof text, "%y %b %d  %H:%M:%SZ", &utc)};
 }
 
 } // namespace
@@ -257,6 +249,8 @@ int Postscript::open()
 void Postscript::writeHeader()
 {
     std::string const page_title = commentText(title);
+    String now;
+    DateTool::getCurrent(now);
     std::string const factor = detail::format("%.2f", scale);
     if (is_eps) {
         put("%!PS-Adobe-3.0 EPSF-3.0\n");
@@ -265,7 +259,7 @@ void Postscript::writeHeader()
         put("%!PS-Adobe-1.0\n");
     put("%%Title: Yul Graphics Display: " + page_title + "\n");
     put("%%Creator: Yul Postscript Processor-5.5\n");
-    put("%%CreationDate: " + currentTime() + "\n");
+    put("%%CreationDate: " + std::string(now.get()) + "\n");
     put("%%EndComments\n%%Postscript initialization\n");
     if (!is_eps)
         put("30 dict begin\n/saveobj save def\n");
