@@ -115,9 +115,12 @@ public:
 
     /// Device units to window coordinates, and to NDC.
     int tranPlotWindow(float plot_x, float plot_y, float & x, float & y) const;
+    int tranPlotWindow(float plot_x, float plot_y, Point & point) const;
     int tranPlotView(float plot_x, float plot_y, float & x, float & y) const;
+    int tranPlotView(float plot_x, float plot_y, Point & point) const;
     /// Window coordinates of transform `from` to those of transform `to`.
     int tranWindow(int from, float from_x, float from_y, int to, float & x, float & y) const;
+    int tranWindow(int from, float from_x, float from_y, int to, Point & point) const;
     int printTran() const;
     /// A transform itself; the current one for a number outside 0 to 3.
     [[nodiscard]] GTran const & getTransform(int tran) const;

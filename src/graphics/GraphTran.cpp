@@ -129,16 +129,20 @@ int Graph::setViewportAspect(Rect const & rect, float aspect, int halign, int va
 
 int Graph::tranPlotWindow(float plot_x, float plot_y, float & x, float & y) const
 {
+    if (!device)
+        return 0;
     x = tran().tranPlotWindowX(plot_x);
     y = tran().tranPlotWindowY(plot_y);
-    return device ? 1 : 0;
+    return 1;
 }
 
 int Graph::tranPlotView(float plot_x, float plot_y, float & x, float & y) const
 {
+    if (!device)
+        return 0;
     x = tran().tranPlotNdcX(plot_x);
     y = tran().tranPlotNdcY(plot_y);
-    return device ? 1 : 0;
+    return 1;
 }
 
 int Graph::tranWindow(int from, float from_x, float from_y, int to, float & x, float & y) const
@@ -150,6 +154,21 @@ int Graph::tranWindow(int from, float from_x, float from_y, int to, float & x, f
     x = GTran::tranWindowX(a, b, from_x);
     y = GTran::tranWindowY(a, b, from_y);
     return 1;
+}
+
+int Graph::tranPlotWindow(float plot_x, float plot_y, Point & point) const
+{
+    return tranPlotWindow(plot_x, plot_y, point.x, point.y);
+}
+
+int Graph::tranPlotView(float plot_x, float plot_y, Point & point) const
+{
+    return tranPlotView(plot_x, plot_y, point.x, point.y);
+}
+
+int Graph::tranWindow(int from, float from_x, float from_y, int to, Point & point) const
+{
+    return tranWindow(from, from_x, from_y, to, point.x, point.y);
 }
 
 int Graph::printTran() const
