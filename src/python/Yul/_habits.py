@@ -169,6 +169,17 @@ class Date:
         return cls(moment.year, moment.month, moment.day, moment.hour, moment.minute, float(second))
 
 
+class NameConv:
+    """A file name convention: turns a data type and a time into a file, and finds the latest one."""
+
+    def latest(self, when='la'):
+        """The path and the datetime of the file that `when` asks for (see setLatest); None when there is none."""
+        found = classes['NameConvFile']()
+        if not self.setLatest(when, found):
+            return None
+        return found.getFilename(), found.getDate().datetime
+
+
 class Domain:
     """Where a grid or a plot lies, and the conversions between earth, projection plane and grid."""
 
