@@ -63,11 +63,19 @@ struct Prefix
 };
 
 constexpr Prefix PREFIXES[] = {
-    {"co=", Field::COLOR},     {"la=", Field::LABEL_COLOR}, {"wi=", Field::WIDTH}, {"sh=", Field::SHADOW},
-    {"st=", Field::STYLE},     {"fo=", Field::FONT},        {"fi=", Field::FILL},  {"fp=", Field::FILL},
-    {"sc=", Field::SIZE},      {"we=", Field::WEIGHT},      {"hi=", Field::SIZE}, // a marker's scale and a
-                                                                                  // text's height are one
-                                                                                  // setting
+    {"co=", Field::COLOR},
+    {"la=", Field::LABEL_COLOR},
+    {"wi=", Field::WIDTH},
+    {"sh=", Field::SHADOW},
+    {"st=", Field::STYLE},
+    {"fo=", Field::FONT},
+    {"fi=", Field::FILL},
+    {"fp=", Field::FILL},
+    {"sc=", Field::SIZE},
+    {"we=", Field::WEIGHT},
+    {"hi=", Field::SIZE}, // a marker's scale and a
+                          // text's height are one
+                          // setting
     {"te=", Field::EXPANSION},
 };
 
