@@ -211,7 +211,8 @@ public:
     /// changes nothing when there is no conversion.
     int convertUnits(char const * text);
 
-    /// What identifies the grid: variable, level, forecast time, source and model.
+    /// What identifies the grid: variable, level, forecast time, source and model (left open while both are
+    /// 0).
     [[nodiscard]] GridSpec getSpec() const;
 
     // Positions: all through the domain, see Domain
@@ -296,6 +297,7 @@ private:
                static_cast<std::size_t>(column);
     }
 
+    int setSizeUnchecked(int nx_value, int ny_value);
     void forgetLocations() noexcept;
 
     int type = 0;

@@ -40,12 +40,13 @@ public:
 
     [[nodiscard]] float const * data() const noexcept { return count > 0 ? memory.get() : nullptr; }
 
-    [[nodiscard]] std::shared_ptr<float[]> share() const noexcept { return memory; }
+    [[nodiscard]] std::shared_ptr<float[]> share() const noexcept { return count > 0 ? memory : nullptr; }
 
 private:
     std::shared_ptr<float[]> memory;
-    std::size_t capacity = 0;
-    std::size_t count = 0;
+    std::size_t capacity = 0; // values that the memory holds
+    std::size_t extent = 0;   // values asked for last, which is what the others share
+    std::size_t count = 0;    // values that are there
 };
 
 } // namespace Yul::detail

@@ -11,8 +11,11 @@ namespace Yul {
 class Grids : public detail::List<Grid>
 {
 public:
+    /// The longest list that `setNum` makes.
+    static constexpr int MAX_GRIDS = 1000000;
+
     /// Makes the list `num` grids long: new ones are empty, those behind are dropped. 0 for a number below 0
-    /// or when memory is short.
+    /// or above MAX_GRIDS, and when memory is short.
     int setNum(int num);
 
     /// The first grid that the specification matches, or -1.

@@ -23,7 +23,7 @@ struct VarGrib1
     int centre;
     int table;
     int number;
-    int index;                   ///< of the variable
+    int index;                    ///< of the variable
     char const * units = nullptr; ///< of the values where they differ from the variable's, else null
 };
 
