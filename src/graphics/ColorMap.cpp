@@ -31,19 +31,11 @@ constexpr int GRAY = 0x808080;
 
 /// Names that stand for no entry of the table.
 constexpr SpecialName SPECIAL_NAMES[] = {
-    {"end",   ColorMap::END,  -1   },
-    {"none",  ColorMap::OFF,  -1   },
-    {"off",   ColorMap::OFF,  -1   },
-    {"back",  ColorMap::BACK, -1   },
-    {"pblk",  500,            BLACK},
-    {"pbblk", 501,            BLACK},
-    {"ptblk", 502,            BLACK},
-    {"pwht",  503,            WHITE},
-    {"pbwht", 504,            WHITE},
-    {"ptwht", 505,            WHITE},
-    {"pgry",  506,            GRAY },
-    {"pbgry", 507,            GRAY },
-    {"ptgry", 508,            GRAY },
+    {"end", ColorMap::END, -1},   {"none", ColorMap::OFF, -1}, {"off", ColorMap::OFF, -1},
+    {"back", ColorMap::BACK, -1}, {"pblk", 500, BLACK},        {"pbblk", 501, BLACK},
+    {"ptblk", 502, BLACK},        {"pwht", 503, WHITE},        {"pbwht", 504, WHITE},
+    {"ptwht", 505, WHITE},        {"pgry", 506, GRAY},         {"pbgry", 507, GRAY},
+    {"ptgry", 508, GRAY},
 };
 
 /// Parses digits of the same length for each component; none when a component is out of 0..255.

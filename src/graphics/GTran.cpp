@@ -178,10 +178,9 @@ int GTran::print() const
     auto const line = [](char const * name, Rect const & r) {
         return detail::format("%s: %.3f %.3f %.3f %.3f\n", name, r.x1, r.y1, r.x2, r.y2);
     };
-    detail::writeOut(line("Plot", plot) + line("NDC", ndc) + line("Window", window) +
-                     line("Viewport", viewport) +
-                     detail::format("Scale: %g %g %g %g\n", view_scale_x, view_scale_y, plot_scale_x,
-                                    plot_scale_y));
+    detail::writeOut(
+        line("Plot", plot) + line("NDC", ndc) + line("Window", window) + line("Viewport", viewport) +
+        detail::format("Scale: %g %g %g %g\n", view_scale_x, view_scale_y, plot_scale_x, plot_scale_y));
     return 1;
 }
 

@@ -13,11 +13,17 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace Yul {
 
 class Image;
 class RGB;
+
+namespace detail {
+struct PlacedGlyph;
+struct TextLine;
+} // namespace detail
 
 /// Draws lines, fills, text, marks, symbols and images on one output device. Positions and sizes are in
 /// "window" coordinates of the current transform (see GTran); colours are the values that `allocColor` or
@@ -204,28 +210,37 @@ public:
     int callback(char const * name, char const * event, void const * data) override;
 
 private:
+    static constexpr char const * DEFAULT_FONT = "modern.fnt";
+    static constexpr char const * DEFAULT_SYMBOLS = "wx.smb";
+
     enum FontKind { NO_FONT = 0, STROKE_FONT = 1, DEVICE_FONT = 2, SCALABLE_FONT = 3 };
 
     struct Frame; // where and how one line of text stands on the device
 
     void initState();
-    int loadFont(char const * specification);
-    int loadDefaultFont();
-    int loadSymbols();
-    [[nodiscard]] std::string findFont(char const * name) const;
-    int applyDeviceFont();
-    [[nodiscard]] bool isDeviceText() const noexcept;
-
     template <class Value, class Send> int change(Value & cached, Value value, Send send);
-    [[nodiscard]] bool toPlot(Points const & points, Points & plot_points) const;
-    int drawPlotLine(int pen, Points const & points);
+    template <class Value> int store(Value & stored, Value value, bool is_sensible);
 
     [[nodiscard]] GTran const & tran() const noexcept { return trans[static_cast<std::size_t>(current)]; }
 
-    int strokeLine(Frame const & frame, std::string const & line);
-    int drawBox(Frame const & frame, std::string const & line);
-    int drawDeviceLine(Point const & point, std::string const & line);
-    int drawTextLines(float x, float y, char const * text, bool is_device_text);
+    [[nodiscard]] Rect toPlot(Rect const & rect) const;
+    [[nodiscard]] bool toPlot(Points const & points, Points & plot_points) const;
+
+    [[nodiscard]] static std::string findFont(std::string const & name);
+    void warnFont() const;
+    int loadFont();
+    int applyDeviceFont();
+    int loadSymbols();
+
+    [[nodiscard]] bool isDeviceText() const noexcept;
+    [[nodiscard]] Frame textFrame(float x, float y) const;
+    [[nodiscard]] Point lineStep() const;
+    [[nodiscard]] detail::TextLine layOut(std::string_view line) const;
+    int drawShadowedLine(Frame const & frame, std::string_view line);
+    int drawDeviceLine(Frame const & frame, std::string_view line);
+    int strokeLine(Frame const & frame, std::string_view line);
+    int strokeGlyph(Frame const & frame, detail::PlacedGlyph const & placed);
+    int drawBox(Frame const & frame, std::string_view line);
 
     std::unique_ptr<Device> device;
     bool is_open = false;
@@ -265,5 +280,15 @@ private:
     int mark_color = 1;
     Points scratch;
 };
+
+/// Sends a value that is new to the device and remembers it.
+template <class Value, class Send> int Graph::change(Value & cached, Value value, Send send)
+{
+    if (!device || value == cached)
+        return 0;
+    send();
+    cached = value;
+    return 1;
+}
 
 } // namespace Yul

@@ -7,6 +7,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Yul {
 
@@ -85,12 +86,16 @@ private:
     void writeHeader();
     void writePath(Point const * points, std::size_t count);
     void writeSamples(Image const & image);
+    /// At least `size` octets (at most the buffer's size) to write to; `used` tells how many were.
+    [[nodiscard]] char * room(std::size_t size);
     void put(std::string_view text);
     void flush();
 
     File file;
-    std::string buffer; // octets not yet with the file
+    std::vector<char> buffer; // of a fixed size
+    std::size_t used = 0;     // octets in it, not yet with the file
     bool is_open = false;
+    bool is_broken = false; // output was lost
     bool is_color_capable = false;
     float width_pt = 0;
     float height_pt = 0;
