@@ -98,5 +98,14 @@ std::vector<std::string_view> split(std::string_view text, char separator)
     }
 }
 
+std::string_view trimmed(std::string_view text) noexcept
+{
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
 } // namespace detail
 } // namespace Yul
