@@ -7,6 +7,7 @@
 #include "core/String.h"
 #include "core/Yul.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -14,6 +15,7 @@ namespace Yul::detail {
 namespace {
 
 constexpr std::size_t MAX_OCTETS = 4U << 20;
+constexpr std::size_t BLOCK = 16U << 10;
 
 template <class Number> bool readNumber(std::string_view word, Number & value)
 {
@@ -34,9 +36,14 @@ int TableFile::open(std::string const & name)
     File file;
     if (name.empty() || name == "-" || file.open(name.c_str(), "r") == 0)
         return 0;
-    text.resize(MAX_OCTETS + 1);
-    text.resize(file.read(text.data(), text.size()));
-    return text.size() <= MAX_OCTETS ? 1 : 0;
+    std::array<char, BLOCK> block;
+    while (text.size() <= MAX_OCTETS) {
+        std::size_t const count = file.read(block.data(), block.size());
+        if (count == 0)
+            return 1;
+        text.append(block.data(), count);
+    }
+    return 0;
 }
 
 bool TableFile::next(std::string_view & line)
