@@ -6,7 +6,6 @@
 #include <charconv>
 #include <climits>
 #include <cstring>
-#include <functional>
 #include <limits>
 
 namespace Yul::detail {
@@ -182,9 +181,7 @@ std::string_view takeField(Conversion const & c, Cursor & cursor)
 }
 
 /// Sends every filled conversion to `store`, which returns false to end the scan.
-int scanWith(std::string_view text,
-             char const * format,
-             std::function<bool(Conversion const &, std::string_view)> const & store)
+template <class Store> int scanWith(std::string_view text, char const * format, Store && store)
 {
     Cursor cursor(text);
     int filled = 0;

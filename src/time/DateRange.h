@@ -1,0 +1,40 @@
+// A window of time.
+#pragma once
+
+#include "core/Const.h"
+
+namespace Yul {
+
+class Date;
+
+/// A window from some minutes before a centre to some minutes after it, both ends included. It starts without
+/// a centre (Const::MISS) and with no minutes. Operations return 1.
+class DateRange
+{
+public:
+    DateRange() = default;
+    /// before, after  minutes.
+    DateRange(Date const & center_date, int before_minutes, int after_minutes);
+
+    int set(Date const & center_date, int before_minutes, int after_minutes);
+    int set(Date const & center_date);
+    int set(int before_minutes, int after_minutes);
+
+    [[nodiscard]] bool valid(Date const & date) const noexcept;
+    /// seconds  since 1970.
+    [[nodiscard]] bool valid(int seconds) const noexcept;
+
+    /// Prints "Start: " and "End:   ", each with its time.
+    int print() const;
+
+private:
+    [[nodiscard]] bool contains(long seconds) const noexcept;
+    [[nodiscard]] long getStart() const noexcept;
+    [[nodiscard]] long getEnd() const noexcept;
+
+    long center = Const::MISS; // seconds since 1970
+    int before = 0;            // minutes
+    int after = 0;
+};
+
+} // namespace Yul
