@@ -101,10 +101,10 @@ void bindFileAttr(Module & m)
 {
     Class<FileAttr>(m, "FileAttr")
         .constants({
-            {"READ",   FileAttr::READ  },
-            {"WRITE",  FileAttr::WRITE },
+            {"READ", FileAttr::READ},
+            {"WRITE", FileAttr::WRITE},
             {"APPEND", FileAttr::APPEND},
-    })
+        })
         .constructor<>()
         .staticMethod("getText", &FileAttr::getText);
 }
