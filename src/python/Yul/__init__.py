@@ -15,10 +15,11 @@ from os import path as _path
 import _Yul as _module
 
 from . import _proxy
+from ._settings import settings, start
 
 globals().update(_proxy.classes)
 cvar = _module.cvar
-__all__ = [*_proxy.classes, 'cvar']
+__all__ = [*_proxy.classes, 'cvar', 'settings', 'start']
 
 if not _module.Yul_getDatabasePath():
     _module.Yul_setDatabasePath(_path.join(_path.dirname(__file__), 'data'))

@@ -4,11 +4,7 @@ The names of a class here join the class of the same name; where both have a nam
 stands for "not set", where the library itself speaks of -9999.
 """
 
-from datetime import datetime, timedelta, timezone
-
 import _Yul
-
-EPOCH = datetime(1970, 1, 1, tzinfo=timezone.utc)
 
 
 def _text(write, *arguments):
@@ -157,17 +153,31 @@ class Date:
         """
         if not self.isSet():
             return None
+        from datetime import datetime, timedelta, timezone
+        epoch = datetime(1970, 1, 1, tzinfo=timezone.utc)
         second = self.getSecond()
         fraction = round(second % 1, 4) if second != _Yul.cvar.Const_MISS else 0
-        return EPOCH + timedelta(seconds=self.getSeconds() - self.getZoneOffset() + fraction)
+        return epoch + timedelta(seconds=self.getSeconds() - self.getZoneOffset() + fraction)
 
     @classmethod
     def fromDatetime(cls, moment):
         """The date of a datetime; one without a time zone counts as UTC."""
-        if moment.tzinfo is not None:
-            moment = moment.astimezone(timezone.utc)
+        offset = moment.utcoffset()
+        if offset is not None:
+            moment = moment.replace(tzinfo=None) - offset
         second = moment.second + moment.microsecond / 1e6
         return cls(moment.year, moment.month, moment.day, moment.hour, moment.minute, float(second))
+
+
+class NameConv:
+    """A file name convention: turns a data type and a time into a file, and finds the latest one."""
+
+    def latest(self, when='la'):
+        """The path and the datetime of the file that `when` asks for (see setLatest); None when there is none."""
+        found = classes['NameConvFile']()
+        if not self.setLatest(when, found):
+            return None
+        return found.getFilename(), found.getDate().datetime
 
 
 class Domain:

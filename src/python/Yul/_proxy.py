@@ -15,8 +15,8 @@ BASES = {
     'Date': 'DateVal',
 }
 
-# Classes of static operations only: no object comes first.
-STATIC = {'Yul', 'Const', 'DateTool', 'DomainTool', 'FileTool', 'StrLib', 'Tools'}
+# The C++ signatures behind each flat name, such as "(Yul::Date const *, char const *, Yul::String &) -> int".
+SIGNATURES = _Yul._signatures()
 
 
 class Object:
@@ -29,12 +29,19 @@ class Object:
         return f'<Yul.{type(self).__name__}>'
 
 
-def _operation(function, name):
+def _operation(function, class_name, name):
+    """The flat function as a method, or as it is when it takes no object."""
+    signatures = SIGNATURES[function.__name__]
+    objects = (f'(Yul::{class_name} *', f'(Yul::{class_name} const *')
+    if not any(signature.startswith(objects) for signature in signatures):
+        return staticmethod(function)
+
     def operation(self, *arguments):
         return function(self, *arguments)
 
-    operation.__name__ = operation.__qualname__ = name
-    operation.__doc__ = function.__doc__
+    operation.__name__ = name
+    operation.__qualname__ = f'{class_name}.{name}'
+    operation.__doc__ = '\n'.join(signatures)
     return operation
 
 
@@ -42,7 +49,7 @@ def _constructor(new, attach):
     def __init__(self, *arguments):
         attach(self, new(*arguments))
 
-    __init__.__doc__ = new.__doc__
+    __init__.__doc__ = '\n'.join(SIGNATURES[new.__name__])
     return __init__
 
 
@@ -64,11 +71,11 @@ def _attributes(name, flat):
         elif rest == '__iadd__':
             attributes[rest] = _add_assign(value)
         elif rest == '_print':
-            attributes['print'] = _operation(value, 'print')
-        elif not callable(value) or name in STATIC:
+            attributes.setdefault('print', _operation(value, name, 'print'))
+        elif not callable(value):
             attributes[rest] = value
         elif not rest.endswith('_set'):
-            attributes[rest] = _operation(value, rest)
+            attributes[rest] = _operation(value, name, rest)
     del attributes['registerclass'], attributes['attach']
     return attributes
 
