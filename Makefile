@@ -1,0 +1,87 @@
+# The short commands of the house; CMake and Ninja do the work. Each installs the Debian packages that it needs
+# and that are missing (scripts/install-deps says what it does).
+#
+#   make         the importable tree in build/python: PYTHONPATH=build/python is all a script needs
+#   make demo    draws the 500 hPa height map of the shipped GRIB file: demo/height500.ps and .png
+#   make test    builds and runs all tests, C++ and Python
+#   make sanitize    the same tests under the address and undefined-behaviour sanitizers
+#   make bench   measures our jobs beside other software and prints one table
+#   make fuzz    feeds the readers of outside bytes damaged input (FUZZ_SECONDS each, 60 unless given)
+#   make docs    the reference and the figures in build/docs
+#   make format  formats the C++ sources in place; make check-format only compares
+#   make clean   removes what all of these made
+
+# The Python that the module is built for and tested with.
+PYTHON ?= /usr/bin/python3
+# Options for CMake and for the Python test runner. CXX from the environment chooses the compiler.
+CMAKE_OPTIONS ?=
+PYTEST_OPTIONS ?=
+FUZZ_SECONDS ?= 60
+FUZZ_CXX ?= $(shell for cxx in clang++ clang++-14 $(CXX); do command -v $$cxx && break; done)
+
+export PYTHON CXX
+
+configure = cmake -S . -B $(1) -G Ninja -DPython3_EXECUTABLE=$$(command -v $(PYTHON)) \
+            --log-level=WARNING $(2) $(CMAKE_OPTIONS) >/dev/null
+run_python = PYTHONPATH=$(1)/python PYTHONDONTWRITEBYTECODE=1 $(PYTHON)
+demo_map = --domain stereo:90:-30,54,-28,61,45,1.5 --interval 60 --color blue
+sources = $(shell git ls-files '*.h' '*.cpp')
+
+.PHONY: all demo test sanitize bench fuzz docs format check-format clean
+
+all:
+	@scripts/install-deps build
+	@$(call configure,build)
+	@cmake --build build --target package_tree
+
+demo:
+	@scripts/install-deps build demo
+	@$(call configure,build)
+	@cmake --build build --target package_tree
+	@mkdir -p demo
+	$(call run_python,build) examples/contour_map.py examples/data/height500.grib2 $(demo_map) \
+	    --output demo/height500.ps
+	scripts/render-page demo/height500.ps demo/height500.png
+
+test:
+	@scripts/install-deps build test
+	@$(call configure,build)
+	@cmake --build build
+	build/yul_tests --gtest_brief=1
+	$(call run_python,build) -m pytest -q $(PYTEST_OPTIONS) tests/python
+
+sanitize:
+	@scripts/install-deps build test
+	@$(call configure,build-sanitize,-DYUL_SANITIZE=ON)
+	@cmake --build build-sanitize
+	build-sanitize/yul_tests --gtest_brief=1
+	scripts/with-sanitizers build-sanitize $(PYTHON) -m pytest -q $(PYTEST_OPTIONS) tests/python
+
+bench:
+	@scripts/install-deps build bench
+	@$(call configure,build,-DYUL_BENCH=ON)
+	@cmake --build build
+	@$(call run_python,build) bench/run.py
+
+fuzz:
+	@scripts/install-deps build
+	@CXX=$(FUZZ_CXX) $(call configure,build-fuzz,-DYUL_FUZZ=ON -DYUL_TESTS=OFF -DYUL_PYTHON=OFF)
+	@cmake --build build-fuzz
+	@scripts/run-fuzz build-fuzz $(FUZZ_SECONDS)
+
+docs:
+	@scripts/install-deps build docs
+	@$(call configure,build)
+	@cmake --build build --target package_tree
+	@$(call run_python,build) scripts/make_docs.py build/docs $(demo_map)
+
+format:
+	@scripts/install-deps ci
+	clang-format -i $(sources)
+
+check-format:
+	@scripts/install-deps ci
+	@clang-format --dry-run -Werror $(sources)
+
+clean:
+	rm -rf build build-sanitize build-fuzz demo dist
