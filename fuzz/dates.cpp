@@ -14,7 +14,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t siz
     Yul::Date header;
     Yul::DateTool::decode(text.c_str(), header);
     Yul::Timezone const zone(text.c_str());
-    for (Yul::Date date : {header, Yul::Date(text.c_str()), Yul::Date(Yul::DateTool::getSeconds(text.c_str()))}) {
+    for (Yul::Date date :
+         {header, Yul::Date(text.c_str()), Yul::Date(Yul::DateTool::getSeconds(text.c_str()))}) {
         date.toText(text.c_str(), out);
         Yul::DateTool::createLabel(text.c_str(), date, zone, 1, out);
         date.addMonths(Yul::DateTool::getMinutes(text.c_str()));

@@ -12,7 +12,7 @@ import subprocess
 import sys
 
 ROOT = Path(__file__).resolve().parent.parent
-ROOMS = ('core', 'time', 'naming', 'geo', 'grid', 'surface', 'graphics', 'plot')
+ROOMS = ('core', 'time', 'program', 'naming', 'geo', 'grid', 'surface', 'graphics', 'plot')
 ACCESS = re.compile(r'\s*(public|protected|private):')
 CLASS = re.compile(r'^(?:class|struct) (\w+)[^;]*$')
 
