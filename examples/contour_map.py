@@ -12,7 +12,7 @@ import argparse
 import os
 import sys
 
-from Yul import ContPlot, DateTool, Domain, DomainTool, GribFile, Plot, PlotAttr, String, Yul
+from Yul import ContPlot, Domain, DomainTool, GribFile, Plot, PlotAttr, Yul
 
 
 class Failure(Exception):
@@ -61,24 +61,18 @@ def find_domain(text, grid):
 
 
 def draw(grid, domain, arguments, page):
-    """Draws the map to the file `page` in the current directory."""
+    """Draws the map to the file `page`; false when that is not possible."""
     Yul.setResrc('device', ','.join(['postscript', page, 'port' if arguments.portrait else 'land',
                                      'eps' if arguments.device == 'eps' else 'noeps',
                                      'color' if arguments.color else 'gray']))
-    with Plot() as plot:
-        if not plot.open('') or not plot.setDomain(domain):
-            return False
-        label = String()
-        DateTool.createLabel(grid.date, '', grid.getForeHours(), label)
-        plot.setLabel('ul', grid.info)
-        plot.setLabel('ur', label.get())
-        plot.setDrawing('map,text,data')
-        contours = ContPlot()
-        if arguments.interval:
-            contours.setInterval(arguments.interval)
-        if arguments.color:
-            contours.setLine(PlotAttr(arguments.color))
-        return plot.drawMap() and contours.draw(plot, grid) and plot.drawLabels() and plot.drawBorder()
+    contours = ContPlot()
+    if arguments.interval:
+        contours.setInterval(arguments.interval)
+    if arguments.color:
+        contours.setLine(PlotAttr(arguments.color))
+    plot = Plot()
+    return (plot.open() and plot.setDomain(domain) and plot.drawGraticule() and contours.draw(plot, grid)
+            and plot.drawBorder() and plot.drawLabels() and plot.close())
 
 
 def main():
