@@ -66,6 +66,7 @@ template <class T> class Class
 public:
     Class(Module & made, char const * class_name) : module(made), name(class_name)
     {
+        module.addClass(name, recordOf<T>());
         if constexpr (std::is_destructible_v<T>) {
             recordOf<T>().destroy = &destroyObject<T>;
             add<DeleteShape<T>>("delete_" + name, name, Kind::SPECIAL);
@@ -78,9 +79,11 @@ public:
     template <class B> Class & base()
     {
         static_assert(std::is_base_of_v<B, T> && !std::is_same_v<B, T>);
-        addBase(recordOf<T>(), {&recordOf<B>(), [](void * object) {
-                                    return static_cast<void *>(static_cast<B *>(static_cast<T *>(object)));
-                                }});
+        auto const toBase = [](void * object) {
+            return static_cast<void *>(static_cast<B *>(static_cast<T *>(object)));
+        };
+        addBase(recordOf<T>(), {&recordOf<B>(), toBase});
+        module.addBaseOfLast(recordOf<B>());
         return *this;
     }
 
@@ -124,17 +127,17 @@ public:
     /// operator< and operator>, as __lt__ and __gt__.
     Class & compare()
     {
-        addOperator<T const, bool, T const &>(
-            "__lt__", "operator <", [](T const & a, T const & b) { return static_cast<bool>(a < b); });
-        addOperator<T const, bool, T const &>(
-            "__gt__", "operator >", [](T const & a, T const & b) { return static_cast<bool>(a > b); });
+        addMethod<IDENTITY>(name + "___lt__", "operator <",
+                            [](T const & a, T const & b) -> bool { return a < b; });
+        addMethod<IDENTITY>(name + "___gt__", "operator >",
+                            [](T const & a, T const & b) -> bool { return a > b; });
         return *this;
     }
 
     /// operator+=, as __iadd__; the result is the left operand, which it does not own.
     template <class A> Class & addAssign()
     {
-        addOperator<T, T &, A>("__iadd__", "operator +=", [](T & a, A b) -> T & {
+        addMethod<IDENTITY>(name + "___iadd__", "operator +=", [](T & a, A b) -> T & {
             a += b;
             return a;
         });
@@ -209,13 +212,6 @@ private:
         Function & function = module.function(std::move(function_name), naming::BASIC_NAME<T>);
         function.overloads.push_back(std::move(row));
         return function.overloads.back();
-    }
-
-    template <class Object, class R, class... A>
-    void addOperator(char const * suffix, char const * declared_name, R (*operation)(Object &, A...))
-    {
-        constexpr Kind KIND = std::is_const_v<Object> ? Kind::CONST_METHOD : Kind::METHOD;
-        add<ExtensionShape<Object, R, A...>>(name + "_" + suffix, declared_name, KIND).setTarget(operation);
     }
 
     template <Wrapping W, class R, class C, class... A>

@@ -15,32 +15,59 @@ PyObject * signaturesOf(PyObject *, PyObject *)
     return the_module->signatures();
 }
 
+PyObject * classesOf(PyObject *, PyObject *)
+{
+    return the_module->classes();
+}
+
 PyMethodDef methods[] = {
     {"_signatures", signaturesOf, METH_NOARGS,
-     "the C++ signatures of all functions: a dict from name to a tuple of texts"},
+     "name of a function -> its overloads in order, each (kind, result type, parameter types)"},
+    {"_classes", classesOf, METH_NOARGS, "name of a class -> the names of its base classes"},
     {nullptr, nullptr, 0, nullptr},
 };
 
-std::string signatureOf(Overload const & overload)
+char const * nameOf(Kind kind)
 {
-    std::string text = "(";
-    for (ParameterInfo const * const parameter : overload.parameters)
-        text += (text.size() > 1 ? ", " : "") + parameter->name();
-    if (overload.is_variadic)
-        text += ", ...";
-    return text + ") -> " + overload.result_name();
+    switch (kind) {
+    case Kind::CONSTRUCTOR:
+        return "constructor";
+    case Kind::METHOD:
+    case Kind::CONST_METHOD:
+        return "method";
+    case Kind::STATIC:
+        return "static";
+    case Kind::SPECIAL:
+        break;
+    }
+    return "special";
 }
 
-PyObject * signatureTuple(Function const & function)
+/// A tuple of what `convert` makes of each element; none with an exception set.
+template <class Range, class Convert> Ref tupleOf(Range const & range, Convert convert)
 {
-    Ref texts(PyTuple_New(static_cast<Py_ssize_t>(function.overloads.size())));
+    Ref tuple(PyTuple_New(static_cast<Py_ssize_t>(std::size(range))));
     Py_ssize_t i = 0;
-    for (Overload const & overload : function.overloads) {
-        PyObject * const text = PyUnicode_FromString(signatureOf(overload).c_str());
-        if (!texts || text == nullptr || PyTuple_SetItem(texts.get(), i++, text) != 0)
-            return nullptr;
+    for (auto const & element : range) {
+        PyObject * const item = convert(element);
+        if (!tuple || item == nullptr || PyTuple_SetItem(tuple.get(), i++, item) != 0)
+            return {};
     }
-    return texts.release();
+    return tuple;
+}
+
+PyObject * textOf(std::string const & text)
+{
+    return PyUnicode_FromString(text.c_str());
+}
+
+PyObject * signatureOf(Overload const & overload)
+{
+    Ref const parameters = tupleOf(overload.parameters,
+                                   [](ParameterInfo const * parameter) { return textOf(parameter->name()); });
+    return parameters ? Py_BuildValue("(ssO)", nameOf(overload.kind), overload.result_name().c_str(),
+                                      parameters.get())
+                      : nullptr;
 }
 
 } // namespace
@@ -72,6 +99,18 @@ Function & Module::function(std::string name, std::string_view class_name)
     return added;
 }
 
+void Module::addClass(std::string name, TypeRecord const & record)
+{
+    declared_classes.push_back({std::move(name), &record, {}});
+}
+
+void Module::addBaseOfLast(TypeRecord const & base)
+{
+    for (DeclaredClass const & declared : declared_classes)
+        if (declared.record == &base)
+            declared_classes.back().bases.push_back(declared.name);
+}
+
 void Module::addConstant(std::string name, long long value)
 {
     constants.push_back({std::move(name), value});
@@ -86,8 +125,20 @@ PyObject * Module::signatures() const
 {
     Ref dict(PyDict_New());
     for (Function const & function : functions) {
-        Ref const texts(signatureTuple(function));
-        if (!dict || !texts || PyDict_SetItemString(dict.get(), function.name.c_str(), texts.get()) != 0)
+        Ref const overloads = tupleOf(function.overloads, signatureOf);
+        if (!dict || !overloads ||
+            PyDict_SetItemString(dict.get(), function.name.c_str(), overloads.get()) != 0)
+            return nullptr;
+    }
+    return dict.release();
+}
+
+PyObject * Module::classes() const
+{
+    Ref dict(PyDict_New());
+    for (DeclaredClass const & declared : declared_classes) {
+        Ref const bases = tupleOf(declared.bases, textOf);
+        if (!dict || !bases || PyDict_SetItemString(dict.get(), declared.name.c_str(), bases.get()) != 0)
             return nullptr;
     }
     return dict.release();

@@ -24,13 +24,26 @@ public:
     /// The module function of that name, added when it is new. `class_name` is the C++ class that prototypes
     /// name.
     Function & function(std::string name, std::string_view class_name);
+    void addClass(std::string name, TypeRecord const & record);
+    /// A base, declared earlier, of the class that was added last.
+    void addBaseOfLast(TypeRecord const & base);
     void addConstant(std::string name, long long value);
     void addVariable(Variable variable);
 
-    /// The signatures of a function, one text an overload: "getResrc(char const *,int) -> int".
+    /// For makers of wrappers and stubs: function name -> overloads, each (kind, result type, parameter
+    /// types); kinds are "constructor", "method" (its object is the first parameter), "static" and "special".
     [[nodiscard]] PyObject * signatures() const;
+    /// Class name -> names of its declared bases, in the order of declaration.
+    [[nodiscard]] PyObject * classes() const;
 
 private:
+    struct DeclaredClass
+    {
+        std::string name;
+        TypeRecord const * record;
+        std::vector<std::string> bases;
+    };
+
     struct Constant
     {
         std::string name;
@@ -44,6 +57,7 @@ private:
 
     std::deque<Function> functions; // a deque, so that functions stay where they are
     std::unordered_map<std::string_view, Function *> index;
+    std::vector<DeclaredClass> declared_classes;
     std::vector<Constant> constants;
     std::vector<Variable> variables;
     PyModuleDef definition{};

@@ -149,7 +149,7 @@ PyMethodDef methods[] = {
     {"own", own, METH_VARARGS, "returns/sets ownership of the pointer"},
     {"append", append, METH_O, "appends another 'this' object"},
     {"next", next, METH_NOARGS, "returns the next 'this' object"},
-    {"__repr__", reprMethod, METH_NOARGS, "returns object representation"},
+    {"__repr__", reprMethod, METH_NOARGS | METH_COEXIST, "returns object representation"},
     {nullptr, nullptr, 0, nullptr},
 };
 

@@ -1,0 +1,298 @@
+#include "grid/GribFile.h"
+
+#include "core/File.h"
+#include "core/Yul.h"
+#include "grid/Grids.h"
+#include "grid/grib/Edition2.h"
+#include "grid/grib/Erratic.h"
+#include "grid/grib/GridDomain.h"
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <span>
+#include <string_view>
+#include <utility>
+
+namespace Yul {
+namespace {
+
+constexpr std::size_t TYPE_OCTETS = 200; // at the head of a file in which "GRIB" is looked for
+
+/// Runs an operation that may run out of memory; 0 with an error message then.
+template <class Operation> int guarded(char const * operation_name, Operation operation)
+{
+    try {
+        return operation();
+    } catch (std::bad_alloc const &) {
+        Yul::outError("GribFile::%s: Out of memory\n", operation_name);
+        return 0;
+    }
+}
+
+/// The reference time as the date decoder reads it.
+int makeDatim(Grid & grid)
+{
+    String text;
+    grid.getDate().toText(text);
+    return grid.setDatim(text.get());
+}
+
+/// The long name with the units in brackets.
+int makeInfo(Grid & grid)
+{
+    Variable const & var = grid.getVar();
+    bool const has_long_name = *var.getLongName() != '\0';
+    grid.setInfo(has_long_name ? var.getLongName() : var.getName());
+    String const units(var.getUnits());
+    return units.length() > 0 ? grid.setUnits(units.get()) : 1;
+}
+
+/// Whether a forecast time is asked for that an analysis meets as well as a forecast of no length.
+bool matches(GridSpec const & spec, Grid const & grid)
+{
+    GridSpec found = grid.getSpec();
+    if (spec.match(found))
+        return true;
+    if (found.getForeTime().getType() != ForeTime::ANAL)
+        return false;
+    found.setForeTime(ForeTime(0));
+    return spec.match(found);
+}
+
+} // namespace
+
+int GribFile::open(char const * name, int mode)
+{
+    return open(Filename(name), mode);
+}
+
+int GribFile::open(Filename const & names, int mode)
+{
+    close();
+    if (mode != 0) {
+        Yul::outWarning("GribFile::open: Invalid mode: %d\n", mode);
+        return 0;
+    }
+    files = names;
+    next_file = 0;
+    if (files.getNum() == 0)
+        Yul::outWarning("GribFile::open: No file name\n");
+    return openNextFile() ? 1 : 0;
+}
+
+/// Opens the next file of the list; one that cannot be opened is named and passed over.
+bool GribFile::openNextFile()
+{
+    while (next_file < files.getNum()) {
+        char const * const name = files.get(next_file++);
+        if (reader.open(name) != 0)
+            return true;
+        Yul::outWarning("GribFile::open: Unable to open: %s\n", name);
+    }
+    return false;
+}
+
+int GribFile::close()
+{
+    reader.close();
+    has_field = false;
+    is_bad = false;
+    params.clear();
+    header.init();
+    return 1;
+}
+
+int GribFile::rewind()
+{
+    has_field = false;
+    is_bad = false;
+    if (files.getNum() < 2)
+        return reader.rewind();
+    next_file = 0;
+    return openNextFile() ? 1 : 0;
+}
+
+void GribFile::printWarnings()
+{
+    for (auto const & line : reader.takeWarnings())
+        Yul::outWarning("%s", line.c_str());
+}
+
+void GribFile::warnSkipped(std::string const & reason)
+{
+    Yul::outWarning("GribFile::read: %s: field of the message at octet %llu skipped: %s\n",
+                    reader.name().c_str(), static_cast<unsigned long long>(field.message), reason.c_str());
+}
+
+/// Finds the next field that can be delivered, as far as its headers tell.
+bool GribFile::findNext()
+{
+    if (has_field)
+        return true;
+    while (reader.isOpen()) {
+        bool const is_found = reader.next(field);
+        printWarnings();
+        if (!is_found) {
+            if (!openNextFile())
+                return false;
+            continue;
+        }
+        if (!field.refusal.empty()) {
+            warnSkipped(field.refusal);
+            continue;
+        }
+        if (field.edition == 2 && Yul::isDebug(1))
+            Yul::outDebug(1, "GribFile::readDRS: %s\n",
+                          detail::grib::packingName(field.packing.template_number));
+        header.set(field, params);
+        has_field = true;
+        return true;
+    }
+    return false;
+}
+
+/// Fills everything but the values. False, with a warning, when no domain holds the grid.
+bool GribFile::describe(Grid & grid)
+{
+    DomainVal domain;
+    std::string const fault = detail::grib::makeDomain(field.geometry, domain);
+    if (!fault.empty()) {
+        warnSkipped(fault);
+        return false;
+    }
+    grid.reset();
+    grid.setVersion(header.getEdition());
+    grid.setSource(header.getCentre());
+    grid.setModel(header.getModel());
+    grid.setGenName(header.getGenName());
+    grid.setType(header.getGridType());
+    grid.setForeTime(header.getForeTime());
+    grid.setDate(header.getDate());
+    grid.setLevel(header.getLevel());
+    grid.setVar(header.getVar());
+    grid.setDomain(domain);
+    makeDatim(grid);
+    makeInfo(grid);
+    return true;
+}
+
+bool GribFile::unpack(Grid & grid)
+{
+    float * const values = grid.prepareData(field.geometry.nx, field.geometry.ny);
+    if (values == nullptr)
+        return false;
+    std::span<float> const all(values, static_cast<std::size_t>(field.points));
+    std::string const fault = reader.unpack(field, all);
+    if (!fault.empty()) {
+        warnSkipped(fault);
+        grid.freeData();
+        return false;
+    }
+    is_bad =
+        max_bad > 0 && detail::grib::isErratic(all, detail::grib::jumpOf(field.packing, bad_jump), max_bad);
+    return true;
+}
+
+bool GribFile::readNext(GridSpec const * spec, Grid & grid)
+{
+    is_bad = false;
+    while (findNext()) {
+        has_field = false;
+        if (!describe(grid))
+            continue;
+        if (spec != nullptr && !matches(*spec, grid))
+            continue;
+        if (!unpack(grid))
+            continue;
+        if (!is_bad)
+            return true;
+        Yul::outWarning("GribFile::read: %s: message at octet %llu holds bad data\n", reader.name().c_str(),
+                        static_cast<unsigned long long>(field.message));
+        break;
+    }
+    grid.freeData();
+    return false;
+}
+
+int GribFile::read(Grid & grid)
+{
+    return guarded("read", [&] { return readNext(nullptr, grid) ? 1 : 0; });
+}
+
+int GribFile::read(char const * name, Grid & grid)
+{
+    return open(name) != 0 ? read(grid) : 0;
+}
+
+int GribFile::read(GridSpec const & spec, Grid & grid)
+{
+    return guarded("read", [&] { return readNext(&spec, grid) ? 1 : 0; });
+}
+
+int GribFile::read(Grids & grids)
+{
+    return guarded("read", [&] {
+        int count = 0;
+        Grid grid;
+        for (;;) {
+            if (readNext(nullptr, grid)) {
+                grids.add(grid);
+                ++count;
+            } else if (!is_bad)
+                return count > 0 ? 1 : 0;
+        }
+    });
+}
+
+int GribFile::peek(Grid & grid)
+{
+    return guarded("peek", [&] {
+        while (findNext()) {
+            if (describe(grid)) {
+                grid.setSize(field.geometry.nx, field.geometry.ny);
+                return 1;
+            }
+            has_field = false;
+        }
+        return 0;
+    });
+}
+
+int GribFile::next()
+{
+    return guarded("next", [&] {
+        bool const is_found = findNext();
+        has_field = false;
+        return is_found ? 1 : 0;
+    });
+}
+
+int GribFile::setMaxBad(int max)
+{
+    return setMaxBad(max, 0);
+}
+
+int GribFile::setMaxBad(int max, float threshold)
+{
+    max_bad = std::max(max, 0);
+    bad_jump = threshold > 0 ? threshold : 0;
+    return 1;
+}
+
+int GribFile::setParam(int edition, GribParam const & row)
+{
+    return params.add(edition, row);
+}
+
+int GribFile::checkType(char const * name)
+{
+    File file;
+    if (file.open(name, "r") == 0)
+        return 0;
+    std::array<char, TYPE_OCTETS> octets;
+    std::string_view const head(octets.data(), file.read(octets.data(), octets.size()));
+    return head.find("GRIB") != std::string_view::npos ? 1 : 0;
+}
+
+} // namespace Yul

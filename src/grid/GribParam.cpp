@@ -1,0 +1,121 @@
+#include "grid/GribParam.h"
+
+#include "core/Format.h"
+#include "core/Output.h"
+#include "core/StrLib.h"
+#include "grid/VarName.h"
+#include "grid/Variable.h"
+
+#include <algorithm>
+
+namespace Yul {
+namespace {
+
+constexpr int KEY_BASE = 256;
+
+/// The row of the table of variables for a parameter; null where there is none.
+VarNameItem const * findItem(int edition, int number, int centre, int table, int key)
+{
+    if (edition == 2)
+        return VarName::findGrib2(centre, key / KEY_BASE, key % KEY_BASE, number);
+    return VarName::findGrib1(centre, table, number);
+}
+
+} // namespace
+
+int GribParam::init()
+{
+    *this = {};
+    return 1;
+}
+
+int GribParam::set(int number_value, int centre_value, int table_value, int key_value)
+{
+    number = number_value;
+    centre = centre_value;
+    table = table_value;
+    key = key_value;
+    return 1;
+}
+
+int GribParam::setText(char const * name_value, char const * units_value, char const * text_value)
+{
+    name = detail::viewOf(name_value);
+    units = detail::viewOf(units_value);
+    text = detail::viewOf(text_value);
+    return 1;
+}
+
+int GribParam::find(int edition, int number_value, int centre_value, int table_value, int key_value)
+{
+    init();
+    VarNameItem const * const item =
+        key_value >= 0 ? findItem(edition, number_value, centre_value, table_value, key_value) : nullptr;
+    if (item == nullptr)
+        return 0;
+    set(number_value, centre_value, table_value, key_value);
+    setText(item->getName(), item->getUnits(), item->getLongName());
+    var_code = item->getIndex();
+    return 1;
+}
+
+bool GribParam::match(int number_value, int centre_value, int table_value, int key_value) const noexcept
+{
+    return number == number_value && (centre == 0 || centre == centre_value) &&
+           (table == 0 || table == table_value) && key == key_value;
+}
+
+int GribParam::setLevelCode(int value)
+{
+    level_code = value;
+    return 1;
+}
+
+int GribParam::setVarCode(int value)
+{
+    var_code = value;
+    return 1;
+}
+
+int GribParam::getVar(Variable & variable) const
+{
+    return isMiss() ? 0 : variable.set(name.c_str(), text.c_str(), units.c_str(), var_code);
+}
+
+int GribParam::print() const
+{
+    detail::writeOut(detail::format("%d %d %d %d %s [%s] %s\n", number, centre, table, key, name.c_str(),
+                                    units.c_str(), text.c_str()));
+    return 1;
+}
+
+namespace detail {
+
+GribParam const & GribParamCache::get(int edition, int number, int centre, int table, int key)
+{
+    int const kind = edition == 2 ? 2 : 1;
+    auto const found = std::find_if(entries.begin(), entries.end(), [=](Entry const & entry) {
+        return entry.edition == kind && entry.row.match(number, centre, table, key);
+    });
+    if (found != entries.end())
+        return found->row;
+    if (last.find(kind, number, centre, table, key) != 0)
+        add(kind, last);
+    return last;
+}
+
+int GribParamCache::add(int edition, GribParam const & row)
+{
+    if (entries.size() >= CAPACITY || row.isMiss())
+        return 0;
+    entries.push_back({edition == 2 ? 2 : 1, row});
+    return 1;
+}
+
+void GribParamCache::clear()
+{
+    entries.clear();
+}
+
+} // namespace detail
+} // namespace Yul

@@ -1,0 +1,569 @@
+#include "grid/Grid.h"
+
+#include "core/StrLib.h"
+#include "core/Yul.h"
+#include "grid/GridKernels.h"
+#include "grid/Unit.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+namespace Yul {
+namespace {
+
+constexpr float MISSING = Const::MISS;
+
+std::size_t countOf(int nx, int ny)
+{
+    return static_cast<std::size_t>(nx) * static_cast<std::size_t>(ny);
+}
+
+bool isSize(int nx, int ny)
+{
+    return nx >= 1 && ny >= 1 && static_cast<long>(nx) * ny <= Grid::MAX_VALUES;
+}
+
+bool isBlankText(std::string_view text)
+{
+    return text.find_first_not_of(" \t\r\n\v\f") == std::string_view::npos;
+}
+
+} // namespace
+
+Grid::Grid(int nx_value, int ny_value)
+{
+    if (setSize(nx_value, ny_value) == 1 && allocData() == 0)
+        setSize(Const::MISS, Const::MISS);
+}
+
+Grid::Grid(Grid const & grid)
+{
+    copy(grid);
+}
+
+Grid & Grid::operator=(Grid const & grid)
+{
+    copy(grid);
+    return *this;
+}
+
+int Grid::init()
+{
+    *this = Grid();
+    return 1;
+}
+
+int Grid::reset()
+{
+    auto kept = std::move(values);
+    init();
+    values = std::move(kept);
+    values.clear();
+    return 1;
+}
+
+int Grid::copy(Grid const & grid)
+{
+    if (this == &grid)
+        return 1;
+    copyInfo(grid);
+    return copyData(grid);
+}
+
+int Grid::copyInfo(Grid const & grid)
+{
+    if (this == &grid)
+        return 1;
+    type = grid.type;
+    source = grid.source;
+    version = grid.version;
+    model = grid.model;
+    gen_name = grid.gen_name;
+    datim = grid.datim;
+    info = grid.info;
+    date = grid.date;
+    nz = grid.nz;
+    domain = grid.domain;
+    level = grid.level;
+    fore = grid.fore;
+    var = grid.var;
+    return setSizeUnchecked(grid.nx, grid.ny);
+}
+
+int Grid::copyData(Grid const & grid)
+{
+    if (this == &grid)
+        return 1;
+    if (!values.copy(grid.values)) {
+        Yul::outWarning("Grid::copyData: Not enough memory for %d x %d values\n", grid.nx, grid.ny);
+        values.clear();
+        return 0;
+    }
+    return setSizeUnchecked(grid.nx, grid.ny);
+}
+
+int Grid::setSizeUnchecked(int nx_value, int ny_value)
+{
+    bool const is_unset = detail::isMissing(nx_value) || detail::isMissing(ny_value);
+    auto const count = is_unset ? 0 : countOf(nx_value, ny_value);
+    if (values.size() != count)
+        values.clear();
+    if (nx != nx_value || ny != ny_value)
+        forgetLocations();
+    nx = nx_value;
+    ny = ny_value;
+    return 1;
+}
+
+int Grid::setSize(int nx_value, int ny_value)
+{
+    bool const is_unset = detail::isMissing(nx_value) && detail::isMissing(ny_value);
+    if (is_unset || isSize(nx_value, ny_value))
+        return setSizeUnchecked(nx_value, ny_value);
+    Yul::outWarning("Grid::setSize: Invalid size: %d x %d\n", nx_value, ny_value);
+    return 0;
+}
+
+int Grid::allocData()
+{
+    if (!isSize(nx, ny)) {
+        Yul::outWarning("Grid::allocData: Size is not set\n");
+        return 0;
+    }
+    if (!values.allocate(countOf(nx, ny))) {
+        Yul::outWarning("Grid::allocData: Not enough memory for %d x %d values\n", nx, ny);
+        return 0;
+    }
+    std::ranges::fill(getValues(), MISSING);
+    return 1;
+}
+
+float * Grid::prepareData(int nx_value, int ny_value)
+{
+    if (!isSize(nx_value, ny_value)) {
+        Yul::outWarning("Grid::prepareData: Invalid size: %d x %d\n", nx_value, ny_value);
+        return nullptr;
+    }
+    if (!values.allocate(countOf(nx_value, ny_value))) {
+        Yul::outWarning("Grid::prepareData: Not enough memory for %d x %d values\n", nx_value, ny_value);
+        return nullptr;
+    }
+    setSizeUnchecked(nx_value, ny_value);
+    return values.data();
+}
+
+int Grid::freeData()
+{
+    values.clear();
+    return 1;
+}
+
+int Grid::getSize() const noexcept
+{
+    return isSize(nx, ny) ? nx * ny : Const::MISS;
+}
+
+int Grid::setNz(int value)
+{
+    nz = value;
+    return 1;
+}
+
+int Grid::setValue(int column, int row, float value)
+{
+    if (!isInside(column, row))
+        return 0;
+    values.data()[indexOf(column, row)] = detail::orMiss(value);
+    return 1;
+}
+
+int Grid::setValue(float value)
+{
+    if (!isData())
+        return 0;
+    std::ranges::fill(getValues(), detail::orMiss(value));
+    return 1;
+}
+
+float Grid::getValue(int column, int row) const noexcept
+{
+    return isInside(column, row) ? detail::orMiss(values.data()[indexOf(column, row)]) : MISSING;
+}
+
+float Grid::getValue(GridPoint const & point) const noexcept
+{
+    return isData() ? detail::interpolate(values.data(), nx, ny, point.x, point.y) : MISSING;
+}
+
+float Grid::getValue(EarthPoint const & point) const
+{
+    GridPoint place;
+    return domain.tran(point, place) == 1 ? getValue(place) : MISSING;
+}
+
+float Grid::getValue(Point const & point) const
+{
+    GridPoint place;
+    return domain.tran(point, place) == 1 ? getValue(place) : MISSING;
+}
+
+int Grid::getValues(std::span<float const> x, std::span<float const> y, std::span<float> out) const noexcept
+{
+    if (x.size() != y.size() || x.size() != out.size())
+        return 0;
+    if (!isData()) {
+        std::ranges::fill(out, MISSING);
+        return 0;
+    }
+    auto const * const first = values.data();
+    for (std::size_t i = 0; i < out.size(); ++i)
+        out[i] = detail::interpolate(first, nx, ny, x[i], y[i]);
+    return 1;
+}
+
+bool Grid::isValue(int column, int row) const noexcept
+{
+    return isInside(column, row) && detail::isValid(values.data()[indexOf(column, row)]);
+}
+
+int Grid::setType(int value)
+{
+    type = value;
+    return 1;
+}
+
+int Grid::setSource(int value)
+{
+    source = value;
+    return 1;
+}
+
+int Grid::setVersion(int value)
+{
+    version = value;
+    return 1;
+}
+
+int Grid::setModel(int value)
+{
+    model = value;
+    return 1;
+}
+
+int Grid::setGenName(char const * text)
+{
+    gen_name = std::string(detail::viewOf(text));
+    return 1;
+}
+
+int Grid::setDatim(char const * text)
+{
+    datim = std::string(detail::viewOf(text));
+    return 1;
+}
+
+int Grid::setInfo(char const * text)
+{
+    info = std::string(detail::viewOf(text));
+    return 1;
+}
+
+int Grid::setDate(Date const & value)
+{
+    date = value;
+    return 1;
+}
+
+int Grid::setDate(DateVal const & value)
+{
+    return date.set(DateVal(value));
+}
+
+int Grid::getValidDate(Date & value) const
+{
+    auto const initial = date;
+    value = Date();
+    if (!initial.isSet())
+        return 0;
+    value = initial;
+    auto const seconds = fore.getSeconds();
+    return detail::isMissing(seconds) ? 1 : value.set(initial.getSeconds() + seconds);
+}
+
+int Grid::setDomain(Domain const & value)
+{
+    domain = value;
+    forgetLocations();
+    return 1;
+}
+
+int Grid::setDomain(DomainVal const & value)
+{
+    forgetLocations();
+    return domain.set(value);
+}
+
+DomainVal const & Grid::getDomainVal() const
+{
+    return domain.get();
+}
+
+int Grid::getProj() const
+{
+    return domain.get().proj;
+}
+
+float Grid::getDx() const
+{
+    return domain.get().dx;
+}
+
+float Grid::getDy() const
+{
+    return domain.get().dy;
+}
+
+int Grid::setLevel(Level const & value)
+{
+    return level.set(value);
+}
+
+int Grid::setLevel(char const * text)
+{
+    return level.set(text);
+}
+
+int Grid::setForeTime(ForeTime const & value)
+{
+    fore = value;
+    return 1;
+}
+
+int Grid::setForeTime(char const * text)
+{
+    return fore.set(text);
+}
+
+int Grid::getForeHours() const
+{
+    return fore.getFore();
+}
+
+long Grid::getForeSeconds() const
+{
+    return fore.getSeconds();
+}
+
+int Grid::setVar(Variable const & value)
+{
+    return var.set(value);
+}
+
+int Grid::setVar(char const * text)
+{
+    return var.set(text);
+}
+
+int Grid::setUnits(char const * text)
+{
+    std::string const units(detail::viewOf(text)); // a copy: the text may be the grid's own
+    if (isBlankText(units))
+        return 0;
+    auto const bracket = info.rfind('[');
+    info = bracket == std::string::npos ? info + ' ' : info.substr(0, bracket);
+    info += '[' + units + ']';
+    return var.setUnits(units.c_str());
+}
+
+int Grid::convertUnits(char const * text)
+{
+    Unit const unit(var.getUnits(), text);
+    if (!unit.isValid() || isBlankText(detail::viewOf(text))) {
+        Yul::outWarning("Grid::convertUnits: No conversion from %s to %s\n", var.getUnits(),
+                        text != nullptr ? text : "");
+        return 0;
+    }
+    for (auto & value : getValues())
+        value = unit.convert(value);
+    return setUnits(text);
+}
+
+GridSpec Grid::getSpec() const
+{
+    GridSpec spec;
+    spec.setVar(var);
+    spec.setLevel(level);
+    spec.setForeTime(fore);
+    if (source != 0 || model != 0)
+        spec.setModel(ModelSpec(source, model));
+    return spec;
+}
+
+int Grid::tran(EarthPoint const & in, Point & out) const
+{
+    return domain.tran(in, out);
+}
+
+int Grid::tran(EarthPoint const & in, GridPoint & out) const
+{
+    return domain.tran(in, out);
+}
+
+int Grid::tran(Point const & in, EarthPoint & out) const
+{
+    return domain.tran(in, out);
+}
+
+int Grid::tran(Point const & in, GridPoint & out) const
+{
+    return domain.tran(in, out);
+}
+
+int Grid::tran(GridPoint const & in, EarthPoint & out) const
+{
+    return domain.tran(in, out);
+}
+
+int Grid::tran(GridPoint const & in, Point & out) const
+{
+    return domain.tran(in, out);
+}
+
+int Grid::tran(Point const & in, Domain const & to, Point & out) const
+{
+    return domain.translate(to, in, out);
+}
+
+int Grid::tran(GridPoint const & in, Domain const & to, GridPoint & out) const
+{
+    return domain.translate(to, in, out);
+}
+
+int Grid::tran(Domain const & from, Point const & in, Point & out) const
+{
+    return from.translate(domain, in, out);
+}
+
+int Grid::tran(Domain const & from, GridPoint const & in, GridPoint & out) const
+{
+    return from.translate(domain, in, out);
+}
+
+int Grid::tran(int index, EarthPoint & out) const
+{
+    return domain.tran(index, out);
+}
+
+int Grid::tran(int index, GridPoint & out) const
+{
+    return domain.tran(index, out);
+}
+
+int Grid::tran(int index, Point & out) const
+{
+    return domain.tran(index, out);
+}
+
+float Grid::adjustDir(float angle, EarthPoint const & point) const
+{
+    return domain.adjustDir(angle, point);
+}
+
+float Grid::unadjustDir(float angle, EarthPoint const & point) const
+{
+    return domain.unadjustDir(angle, point);
+}
+
+int Grid::allocLocate()
+{
+    auto const count = isSize(nx, ny) ? countOf(nx, ny) : 0;
+    if (count == 0 || !locate_x.allocate(count) || !locate_y.allocate(count)) {
+        forgetLocations();
+        Yul::outWarning("Grid::allocLocate: No size set or not enough memory: %d x %d\n", nx, ny);
+        return 0;
+    }
+    std::fill_n(locate_x.data(), count, MISSING);
+    std::fill_n(locate_y.data(), count, MISSING);
+    return 1;
+}
+
+int Grid::setLocate()
+{
+    return setLocate(domain);
+}
+
+int Grid::setLocate(Domain const & plane)
+{
+    if (domain.getNx() != nx || domain.getNy() != ny || (!isLocate() && allocLocate() == 0))
+        return 0;
+    return domain.calcPlane(plane, {locate_x.data(), locate_x.size()}, {locate_y.data(), locate_y.size()});
+}
+
+int Grid::setLocate(int column, int row, Point const & point)
+{
+    if (column < 0 || column >= nx || row < 0 || row >= ny || !isLocate())
+        return 0;
+    locate_x.data()[indexOf(column, row)] = detail::orMiss(point.x);
+    locate_y.data()[indexOf(column, row)] = detail::orMiss(point.y);
+    return 1;
+}
+
+int Grid::getLocate(int column, int row, Point & point) const
+{
+    point = Point();
+    if (column < 0 || column >= nx || row < 0 || row >= ny || !isLocate())
+        return 0;
+    point.set(locate_x.data()[indexOf(column, row)], locate_y.data()[indexOf(column, row)]);
+    return 1;
+}
+
+void Grid::forgetLocations() noexcept
+{
+    locate_x.release();
+    locate_y.release();
+}
+
+int Grid::getValid() const noexcept
+{
+    return isData() ? static_cast<int>(detail::countValid(getValues())) : Const::MISS;
+}
+
+float Grid::getAverage() const noexcept
+{
+    auto const count = isData() ? detail::countValid(getValues()) : 0;
+    if (count == 0)
+        return MISSING;
+    return detail::orMiss(static_cast<float>(detail::sumValid(getValues()) / static_cast<double>(count)));
+}
+
+int Grid::getRange(float & min, float & max) const noexcept
+{
+    auto const extremes = detail::findExtremes(getValues());
+    min = extremes.min;
+    max = extremes.max;
+    return isData() ? 1 : 0;
+}
+
+int Grid::getRange(Range & range) const noexcept
+{
+    return getRange(range.min, range.max);
+}
+
+int Grid::scale(float factor) noexcept
+{
+    if (!isData() || !std::isfinite(factor))
+        return 0;
+    detail::scaleValid(getValues(), factor);
+    return 1;
+}
+
+int Grid::offset(float amount) noexcept
+{
+    if (!isData() || !std::isfinite(amount))
+        return 0;
+    detail::offsetValid(getValues(), amount);
+    return 1;
+}
+
+} // namespace Yul

@@ -1,0 +1,92 @@
+#include "grid/GridKernels.h"
+
+#include <array>
+#include <limits>
+
+namespace Yul::detail {
+namespace {
+
+// Inner loops of a fixed length, so that they become vector instructions without a remainder to handle.
+constexpr std::size_t LANES = 8;
+
+template <class T> using Lanes = std::array<T, LANES>;
+
+/// Calls step(lane, value) for every value, lane = index modulo LANES.
+template <class Step> void forEachLane(std::span<float const> values, Step && step) noexcept
+{
+    auto const * p = values.data();
+    auto const blocks = values.size() / LANES;
+    for (std::size_t block = 0; block < blocks; ++block, p += LANES)
+        for (std::size_t lane = 0; lane < LANES; ++lane)
+            step(lane, p[lane]);
+    for (std::size_t lane = 0; lane < values.size() % LANES; ++lane)
+        step(lane, p[lane]);
+}
+
+template <class Change> void changeValid(std::span<float> values, Change && change) noexcept
+{
+    auto * p = values.data();
+    auto const blocks = values.size() / LANES;
+    for (std::size_t block = 0; block < blocks; ++block, p += LANES)
+        for (std::size_t lane = 0; lane < LANES; ++lane)
+            p[lane] = isValid(p[lane]) ? change(p[lane]) : p[lane];
+    for (std::size_t lane = 0; lane < values.size() % LANES; ++lane)
+        p[lane] = isValid(p[lane]) ? change(p[lane]) : p[lane];
+}
+
+} // namespace
+
+std::size_t countValid(std::span<float const> values) noexcept
+{
+    Lanes<unsigned> counts{};
+    forEachLane(values, [&](std::size_t lane, float value) { counts[lane] += isValid(value) ? 1U : 0U; });
+    std::size_t count = 0;
+    for (auto const lane : counts)
+        count += lane;
+    return count;
+}
+
+Extremes findExtremes(std::span<float const> values) noexcept
+{
+    constexpr auto INF = std::numeric_limits<float>::infinity();
+    Lanes<float> least;
+    Lanes<float> most;
+    least.fill(INF);
+    most.fill(-INF);
+    forEachLane(values, [&](std::size_t lane, float value) {
+        auto const low = isValid(value) ? value : INF;
+        auto const high = isValid(value) ? value : -INF;
+        least[lane] = low < least[lane] ? low : least[lane];
+        most[lane] = high > most[lane] ? high : most[lane];
+    });
+    Extremes all{INF, -INF};
+    for (std::size_t lane = 0; lane < LANES; ++lane) {
+        all.min = least[lane] < all.min ? least[lane] : all.min;
+        all.max = most[lane] > all.max ? most[lane] : all.max;
+    }
+    return all.min <= all.max ? all : Extremes{};
+}
+
+double sumValid(std::span<float const> values) noexcept
+{
+    Lanes<double> sums{};
+    forEachLane(values, [&](std::size_t lane, float value) {
+        sums[lane] += static_cast<double>(isValid(value) ? value : 0.0F);
+    });
+    double sum = 0;
+    for (auto const lane : sums)
+        sum += lane;
+    return sum;
+}
+
+void scaleValid(std::span<float> values, float factor) noexcept
+{
+    changeValid(values, [factor](float value) { return value * factor; });
+}
+
+void offsetValid(std::span<float> values, float amount) noexcept
+{
+    changeValid(values, [amount](float value) { return value + amount; });
+}
+
+} // namespace Yul::detail

@@ -1,0 +1,56 @@
+// The vocabulary of vertical levels.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace Yul::detail {
+
+/// One kind of level. The text of a kind with values is "value suffix" or "value-value suffix".
+struct LevelKind
+{
+    int code;           ///< WMO code table 4.5
+    bool has_value;     ///< whether a number belongs to it
+    char const * text;  ///< the word, or the suffix behind the value
+    char const * label; ///< for titles; "%s" stands for the value
+    char const * units; ///< of the value
+    double si;          ///< size of the unit in the units of code table 4.5
+};
+
+/// Another way to write a kind: a word, or a suffix with its unit, value = offset + factor * number.
+struct LevelAlias
+{
+    std::string_view text; ///< small letters, no blanks
+    int code;
+    double factor = 1;
+    double offset = 0;
+};
+
+/// How edition 1 of GRIB codes a kind in octets 11 and 12. Every number x read from them means
+/// offset + factor * x.
+struct LevelGrib1
+{
+    enum Form {
+        NO_VALUE,
+        WORD,        ///< one number of 16 bits
+        SIGNED_WORD, ///< one number of 15 bits, its sign in front
+        OCTETS,      ///< a layer, one octet each
+        MIXED        ///< a layer, the first value in tens, the second counted from the offset
+    };
+
+    int type; ///< WMO code table 3
+    int code; ///< WMO code table 4.5
+    Form form = NO_VALUE;
+    double factor = 1;
+    double offset = 0;
+};
+
+/// In the order of the code.
+[[nodiscard]] std::span<LevelKind const> levelKinds() noexcept;
+[[nodiscard]] std::span<LevelAlias const> levelAliases() noexcept;
+[[nodiscard]] std::span<LevelGrib1 const> levelsGrib1() noexcept;
+
+/// The kind with this code, or null.
+[[nodiscard]] LevelKind const * findLevelKind(int code) noexcept;
+
+} // namespace Yul::detail

@@ -1,0 +1,118 @@
+#include "grid/grib/Input.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace Yul::detail::grib {
+namespace {
+
+constexpr std::size_t PIECE = 4096;          // the least that is read from a file at once
+constexpr std::size_t LARGE_PIECE = 1 << 20; // the most that is allocated ahead of a pipe's octets
+
+} // namespace
+
+int Input::open(char const * name)
+{
+    close();
+    if (file.open(name, "r") == 0)
+        return 0;
+    file_size = file.size();
+    return 1;
+}
+
+int Input::close()
+{
+    file.close();
+    file_size = -1;
+    file_position = base = wanted_from = 0;
+    held = 0;
+    is_at_end = false;
+    return 1;
+}
+
+Octets Input::view(std::uint64_t position, std::uint64_t length)
+{
+    if (file_size >= 0) {
+        auto const size = static_cast<std::uint64_t>(file_size);
+        if (position >= size)
+            return {};
+        length = std::min(length, size - position);
+    }
+    if (position < base || position + length > base + held)
+        fill(position, length);
+    if (position < base || position >= base + held)
+        return {};
+    std::uint64_t const offset = position - base;
+    return {buffer.data() + offset, static_cast<std::size_t>(std::min<std::uint64_t>(length, held - offset))};
+}
+
+bool Input::reaches(std::uint64_t position)
+{
+    if (file_size >= 0)
+        return position <= static_cast<std::uint64_t>(file_size);
+    return position == 0 || !view(position - 1, 1).empty();
+}
+
+void Input::release(std::uint64_t position) noexcept
+{
+    wanted_from = std::max(wanted_from, position);
+}
+
+int Input::rewind()
+{
+    if (!isOpen() || !canSeek())
+        return 0;
+    wanted_from = 0;
+    return 1;
+}
+
+/// Makes the buffer hold the octets asked for, as far as the file has them.
+void Input::fill(std::uint64_t position, std::uint64_t length)
+{
+    if (file_size >= 0) {
+        base = position;
+        held = 0;
+        if (file_position != position) {
+            if (file.seek(static_cast<long long>(position)) == 0)
+                return;
+            file_position = position;
+        }
+        append(static_cast<std::size_t>(std::min(std::max<std::uint64_t>(length, PIECE),
+                                                 static_cast<std::uint64_t>(file_size) - position)));
+        return;
+    }
+    std::uint64_t const keep_from = std::min(wanted_from, position);
+    if (keep_from > base) {
+        std::size_t const gone = static_cast<std::size_t>(std::min<std::uint64_t>(keep_from - base, held));
+        std::memmove(buffer.data(), buffer.data() + gone, held - gone);
+        held -= gone;
+        base += gone;
+    }
+    while (!is_at_end && base + held < position + length) {
+        if (base < keep_from) { // not kept: make room again
+            base += held;
+            held = 0;
+        }
+        append(
+            static_cast<std::size_t>(std::min<std::uint64_t>(position + length - base - held, LARGE_PIECE)));
+        if (base < keep_from) {
+            std::size_t const gone =
+                static_cast<std::size_t>(std::min<std::uint64_t>(keep_from - base, held));
+            std::memmove(buffer.data(), buffer.data() + gone, held - gone);
+            held -= gone;
+            base += gone;
+        }
+    }
+}
+
+void Input::append(std::size_t count)
+{
+    if (buffer.size() < held + count + SLACK)
+        buffer.resize(held + count + SLACK);
+    std::size_t const got = file.read(buffer.data() + held, count);
+    file_position += got;
+    held += got;
+    is_at_end = got < count;
+}
+
+} // namespace Yul::detail::grib

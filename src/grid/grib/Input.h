@@ -1,0 +1,58 @@
+// A file seen as octets at positions, read in few large pieces.
+#pragma once
+
+#include "core/File.h"
+#include "grid/grib/Octets.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace Yul::detail::grib {
+
+/// Octets of a file by position, from a regular file or from a pipe. One buffer holds a stretch of the file
+/// and is reused. Positions only grow on a pipe: what lies before the last `release` is gone.
+class Input
+{
+public:
+    /// Octets that may be read, though they mean nothing, behind every view.
+    static constexpr std::size_t SLACK = 64;
+
+    /// "-" is standard input. 1, or 0 when the file cannot be opened.
+    int open(char const * name);
+    int close();
+
+    [[nodiscard]] bool isOpen() const noexcept { return file.isOpen(); }
+
+    [[nodiscard]] std::string const & name() const noexcept { return file.name(); }
+
+    /// The octets at a position: `length` of them, fewer at the end of the file. Valid until the next call.
+    /// `SLACK` readable octets follow. Nothing is allocated for octets that are not there, beyond one piece.
+    [[nodiscard]] Octets view(std::uint64_t position, std::uint64_t length);
+
+    /// True when the file has octets up to `position`; looks at the file's size, or reads a pipe.
+    [[nodiscard]] bool reaches(std::uint64_t position);
+
+    /// Says that nothing before this position is wanted any more.
+    void release(std::uint64_t position) noexcept;
+
+    /// False on a pipe, which cannot be read twice.
+    [[nodiscard]] bool canSeek() const noexcept { return file_size >= 0; }
+
+    /// Forgets all positions; 0 on a pipe.
+    int rewind();
+
+private:
+    void fill(std::uint64_t position, std::uint64_t length);
+    void append(std::size_t count);
+
+    File file;
+    long long file_size = -1;        // -1 on a pipe
+    std::uint64_t file_position = 0; // of the next octet that the file gives
+    std::uint64_t base = 0;          // file position of buffer[0]
+    std::size_t held = 0;            // octets in the buffer
+    std::uint64_t wanted_from = 0;   // on a pipe: octets before this may go
+    bool is_at_end = false;
+    std::vector<Octet> buffer;
+};
+
+} // namespace Yul::detail::grib

@@ -1,0 +1,89 @@
+// The fields of a file, one after the other.
+#pragma once
+
+#include "grid/grib/Edition1.h"
+#include "grid/grib/Field.h"
+#include "grid/grib/Input.h"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace Yul::detail::grib {
+
+/// Finds the messages of a file and describes their fields from the headers alone; the octets of bitmaps and
+/// data are read when a field is unpacked. Damaged messages are named and passed over; a field that cannot be
+/// delivered comes with the reason in `Field::refusal`.
+class Reader
+{
+public:
+    /// "-" is standard input. 1, or 0 when the file cannot be opened.
+    int open(char const * name);
+    int close();
+    /// 0 on a pipe.
+    int rewind();
+
+    [[nodiscard]] bool isOpen() const noexcept { return input.isOpen(); }
+
+    [[nodiscard]] std::string const & name() const noexcept { return input.name(); }
+
+    /// The next field; false at the end of the file and where no message is found within 1000 octets.
+    [[nodiscard]] bool next(Field & field);
+
+    /// Unpacks the values of the field that `next` gave last, into the grid's own order, missing ones -9999.
+    /// values  field.points of them.
+    /// return  empty, else what is wrong; the values are undefined then.
+    [[nodiscard]] std::string unpack(Field const & field, std::span<float> values);
+
+    /// What there is to be said since the last call, whole lines.
+    [[nodiscard]] std::vector<std::string> takeWarnings();
+
+    /// Why a field cannot be delivered, by the section that says so; a section that comes again clears its
+    /// own reason.
+    struct Refusals
+    {
+        std::string product;
+        std::string grid;
+        std::string data;
+        std::string bitmap;
+    };
+
+    /// Where the reader is in the file, for going back to it with `seek` (not on a pipe).
+    struct Place
+    {
+        std::uint64_t position = 0;
+        std::uint64_t message = 0;
+        std::uint64_t message_end = 0;
+        bool is_inside = false;
+        Field state; ///< what the sections of this message have said so far
+        Refusals refusals;
+        std::optional<Extent> known_bitmap;
+    };
+
+    [[nodiscard]] Place const & place() const noexcept { return here; }
+
+    void seek(Place const & there);
+
+private:
+    [[nodiscard]] bool search();
+    [[nodiscard]] bool searchOn(std::uint64_t from);
+    void enter();
+    [[nodiscard]] bool nextOfEdition1(Field & field);
+    [[nodiscard]] bool nextOfEdition2(Field & field);
+    [[nodiscard]] bool takeSection2(Section section, unsigned number, Extent const & extent);
+    [[nodiscard]] bool
+    takeSection1(std::uint64_t & position, std::size_t head, Section & section, Extent & extent);
+    void complete(Field & field);
+    void leave(std::uint64_t next_position);
+    void abandon(std::string const & fault, std::uint64_t next_position);
+    void warn(std::string line);
+
+    Input input;
+    Place here;
+    bool has_found_any = false;
+    std::vector<std::string> warnings;
+    std::vector<float> spare;
+};
+
+} // namespace Yul::detail::grib

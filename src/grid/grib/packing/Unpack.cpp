@@ -1,0 +1,130 @@
+#include "grid/grib/packing/Unpack.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace Yul::detail::grib {
+namespace {
+
+/// The number of `width` bits at a bit position, octet by octet, for the last few of a section.
+std::uint32_t numberAt(Octets packed, std::uint64_t bit, unsigned width) noexcept
+{
+    std::uint64_t value = 0;
+    std::size_t const first = static_cast<std::size_t>(bit >> 3);
+    std::size_t const end = static_cast<std::size_t>((bit + width + 7) >> 3);
+    for (std::size_t i = first; i < end; ++i)
+        value = value << 8 | packed[i];
+    std::uint64_t const behind = 8 * static_cast<std::uint64_t>(end) - bit - width;
+    return static_cast<std::uint32_t>(value >> behind & ((std::uint64_t{1} << width) - 1));
+}
+
+[[nodiscard]] inline std::uint64_t loadBigEndian64(Octet const * p) noexcept
+{
+    std::uint64_t word = 0;
+    std::memcpy(&word, p, sizeof word);
+    if constexpr (std::endian::native == std::endian::little)
+        word = __builtin_bswap64(word);
+    return word;
+}
+
+/// Calls store(i, number) for each number: a load of eight octets and two shifts each while eight octets are
+/// there.
+template <class Store>
+inline void
+forEachNumber(Octets packed, std::uint64_t bit, unsigned width, std::size_t count, Store store) noexcept
+{
+    std::size_t i = 0;
+    if (packed.size() >= 8) {
+        std::uint64_t const last_load =
+            8 * static_cast<std::uint64_t>(packed.size() - 8) + 7; // bit that may begin it
+        std::size_t const wide =
+            bit > last_load
+                ? 0
+                : static_cast<std::size_t>(std::min<std::uint64_t>((last_load - bit) / width + 1, count));
+        Octet const * const p = packed.data();
+        for (; i < wide; ++i, bit += width)
+            store(i,
+                  static_cast<std::uint32_t>((loadBigEndian64(p + (bit >> 3)) << (bit & 7)) >> (64 - width)));
+    }
+    for (; i < count; ++i, bit += width)
+        store(i, numberAt(packed, bit, width));
+}
+
+void integersPlain(Octets packed,
+                   std::uint64_t bit,
+                   unsigned width,
+                   std::uint32_t base,
+                   std::span<std::uint32_t> out) noexcept
+{
+    if (width == 0) {
+        std::fill(out.begin(), out.end(), base);
+        return;
+    }
+    std::uint32_t * const to = out.data();
+    forEachNumber(packed, bit, width, out.size(), [=](std::size_t i, std::uint32_t x) { to[i] = base + x; });
+}
+
+void scaledPlain(
+    Octets packed, std::uint64_t bit, unsigned width, Scale const & scale, std::span<float> out) noexcept
+{
+    Scale const s = scale;
+    float * const to = out.data();
+    if (width == 0)
+        std::fill(out.begin(), out.end(), static_cast<float>(s(0)));
+    else if (width == 16 && bit % 8 == 0) {
+        Octet const * const p = packed.data() + bit / 8;
+        for (std::size_t i = 0; i < out.size(); ++i)
+            to[i] = static_cast<float>(s(p[2 * i] << 8 | p[2 * i + 1]));
+    } else if (width == 8 && bit % 8 == 0) {
+        Octet const * const p = packed.data() + bit / 8;
+        for (std::size_t i = 0; i < out.size(); ++i)
+            to[i] = static_cast<float>(s(p[i]));
+    } else
+        forEachNumber(packed, bit, width, out.size(), [=](std::size_t i, std::uint32_t x) {
+            to[i] = static_cast<float>(s(static_cast<double>(x)));
+        });
+}
+
+void scalePlain(std::span<std::uint32_t const> values, Scale const & scale, float * out) noexcept
+{
+    Scale const s = scale;
+    for (std::size_t i = 0; i < values.size(); ++i)
+        out[i] = static_cast<float>(s(static_cast<std::int32_t>(values[i])));
+}
+
+constexpr UnpackForm PLAIN{"plain", integersPlain, scaledPlain, scalePlain};
+
+UnpackForm const & bestForm() noexcept
+{
+    static UnpackForm const & form = wideForm() != nullptr ? *wideForm() : PLAIN;
+    return form;
+}
+
+} // namespace
+
+UnpackForm const & plainForm() noexcept
+{
+    return PLAIN;
+}
+
+void unpackIntegers(Octets packed,
+                    std::uint64_t bit,
+                    unsigned width,
+                    std::uint32_t base,
+                    std::span<std::uint32_t> out) noexcept
+{
+    bestForm().integers(packed, bit, width, base, out);
+}
+
+void unpackScaled(
+    Octets packed, std::uint64_t bit, unsigned width, Scale const & scale, std::span<float> out) noexcept
+{
+    bestForm().scaled(packed, bit, width, scale, out);
+}
+
+void scaleIntegers(std::span<std::uint32_t const> values, Scale const & scale, float * out) noexcept
+{
+    bestForm().scale(values, scale, out);
+}
+
+} // namespace Yul::detail::grib

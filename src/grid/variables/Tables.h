@@ -1,0 +1,36 @@
+// The tables of meteorological variables, one file a field of interest.
+#pragma once
+
+#include "grid/VarName.h"
+
+#include <span>
+
+namespace Yul::detail {
+
+/// Rows in the order of their index; together, in this order, they are in the order of the index too.
+[[nodiscard]] std::span<VarNameItem const> temperatureVariables() noexcept;
+[[nodiscard]] std::span<VarNameItem const> dynamicsVariables() noexcept;
+[[nodiscard]] std::span<VarNameItem const> radiationVariables() noexcept;
+[[nodiscard]] std::span<VarNameItem const> compositionVariables() noexcept;
+[[nodiscard]] std::span<VarNameItem const> physicalVariables() noexcept;
+[[nodiscard]] std::span<VarNameItem const> landVariables() noexcept;
+[[nodiscard]] std::span<VarNameItem const> satelliteVariables() noexcept;
+[[nodiscard]] std::span<VarNameItem const> oceanVariables() noexcept;
+
+/// A parameter of a centre's own table of edition 1.
+struct VarGrib1
+{
+    int centre;
+    int table;
+    int number;
+    int index;                    ///< of the variable
+    char const * units = nullptr; ///< of the values where they differ from the variable's, else null
+};
+
+/// In the order of centre, table and number.
+[[nodiscard]] std::span<VarGrib1 const> localGrib1() noexcept;
+
+/// The row for a parameter of a centre's own table, or null.
+[[nodiscard]] VarGrib1 const * findLocalGrib1(int centre, int table, int number) noexcept;
+
+} // namespace Yul::detail
