@@ -113,7 +113,7 @@ std::string_view withoutLineEnd(std::string_view line) noexcept
     return line;
 }
 
-std::string_view trimmed(std::string_view line) noexcept
+std::string_view trimmedLine(std::string_view line) noexcept
 {
     while (!line.empty() && isBlank(line.back()))
         line.remove_suffix(1);

@@ -32,7 +32,7 @@ enum LineCode {
 [[nodiscard]] bool matchZone(std::string_view line, std::string_view zone);
 
 /// The line without the characters that end it and without white space round it.
-[[nodiscard]] std::string_view trimmed(std::string_view line) noexcept;
+[[nodiscard]] std::string_view trimmedLine(std::string_view line) noexcept;
 [[nodiscard]] std::string_view withoutLineEnd(std::string_view line) noexcept;
 
 } // namespace Yul::detail
