@@ -1,6 +1,7 @@
 #include "surface/WmoIndex.h"
 
 #include "core/Scan.h"
+#include "core/StrLib.h"
 #include "core/Yul.h"
 #include "surface/BulletinLine.h"
 
@@ -27,8 +28,8 @@ bool WmoIndex::next(WmoIndexEntry & entry)
         if (scan(line, "%ld %120[^/] / %120[^\n]", &entry.offset, &heading, &identifier) < 2)
             continue;
         last_offset = entry.offset;
-        entry.heading = trimmedLine(heading);
-        entry.identifier = trimmedLine(identifier);
+        entry.heading = trimmed(heading);
+        entry.identifier = trimmed(identifier);
         Yul::outDebug(6, "HDR %d %s / %s\n", static_cast<int>(entry.offset), entry.heading.c_str(),
                       entry.identifier.c_str());
         return true;

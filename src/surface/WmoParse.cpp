@@ -190,7 +190,7 @@ int WmoParse::readLine(std::string_view & line)
         if (Yul::isDebug(6))
             Yul::outDebug(6, "line:%x:%d-%d:%s", static_cast<unsigned>(state), heading_matches ? 1 : 0,
                           identifier_found ? 1 : 0, std::string(line).c_str());
-        bool const is_left_out = skips_blank && detail::trimmedLine(line).empty();
+        bool const is_left_out = skips_blank && detail::trimmed(line).empty();
         if (isData() && !is_left_out)
             return state;
     }
@@ -258,7 +258,7 @@ void WmoParse::classify(std::string_view line)
         takeHeading(line);
     } else if (previous_state == detail::LINE_HEADING && expects_identifier) {
         state = detail::LINE_IDENTIFIER;
-        identifier = detail::trimmedLine(line.substr(0, MAX_HEADING));
+        identifier = detail::trimmed(line.substr(0, MAX_HEADING));
         endHeading();
     } else if (detail::isStarredHeading(line)) {
         is_at_known_place = false;
@@ -272,7 +272,7 @@ void WmoParse::classify(std::string_view line)
 void WmoParse::takeHeading(std::string_view text)
 {
     state = detail::LINE_HEADING;
-    heading = detail::trimmedLine(text.substr(0, MAX_HEADING));
+    heading = detail::trimmed(text.substr(0, MAX_HEADING));
     heading_position = line_position;
     identifier.clear();
     identifier_found = false;
