@@ -61,18 +61,28 @@ def find_domain(text, grid):
 
 
 def draw(grid, domain, arguments, page):
-    """Draws the map to the file `page`; false when that is not possible."""
+    """Draws the map to the file `page`."""
     Yul.setResrc('device', ','.join(['postscript', page, 'port' if arguments.portrait else 'land',
                                      'eps' if arguments.device == 'eps' else 'noeps',
                                      'color' if arguments.color else 'gray']))
-    contours = ContPlot()
-    if arguments.interval:
-        contours.setInterval(arguments.interval)
+    plot, contours = Plot(), ContPlot()
+    if not plot.open():
+        raise Failure('the output cannot be opened')
+    if arguments.interval is not None and not (arguments.interval > 0 and contours.setInterval(arguments.interval)):
+        raise Failure(f'not an interval: {arguments.interval}')
     if arguments.color:
+        if plot.getColorMap().getInd(arguments.color) < 0:
+            raise Failure(f'not a colour: {arguments.color}')
         contours.setLine(PlotAttr(arguments.color))
-    plot = Plot()
-    return (plot.open() and plot.setDomain(domain) and plot.drawGraticule() and contours.draw(plot, grid)
-            and plot.drawBorder() and plot.drawLabels() and plot.close())
+    if not plot.setDomain(domain):
+        raise Failure(f'not an area to draw: {domain}')
+    plot.drawGraticule()
+    if not contours.draw(plot, grid):
+        raise Failure(f'the field has no values on this map: {domain}')
+    plot.drawBorder()
+    plot.drawLabels()
+    if not plot.close():
+        raise Failure('the output could not be written to its end')
 
 
 def main():
@@ -88,8 +98,8 @@ def main():
         page = f'contour_map-{os.getpid()}.tmp'
         try:
             os.chdir(folder)
-            if not draw(grid, domain, arguments, page):
-                raise Failure(f'{output}: cannot draw there')
+            open(page, 'xb').close()
+            draw(grid, domain, arguments, page)
             os.replace(page, output)
         except OSError as error:
             raise Failure(f'{output}: {error.strerror}')
