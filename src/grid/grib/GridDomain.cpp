@@ -62,8 +62,8 @@ struct PlaneScale
     double y = 0;
 };
 
-/// On a sphere the ratio of the radii. On an ellipsoid the radii of curvature across and along the meridian, at a latitude
-/// in the middle of the grid.
+/// On a sphere the ratio of the radii. On an ellipsoid the radii of curvature across and along the meridian,
+/// at a latitude in the middle of the grid.
 PlaneScale planeScale(Geometry const & g, double lat) noexcept
 {
     double const flattening = g.minor_m / g.major_m;
@@ -97,8 +97,8 @@ Position toMiddle(Geometry const & g) noexcept
     return {(scan.i_negative ? -0.5 : 0.5) * (g.nx - 1), (scan.j_positive ? 0.5 : -0.5) * (g.ny - 1)};
 }
 
-/// The step along one axis of a lat/lon grid: from its ends where they agree with the increment, because increments are
-/// rounded more coarsely (to `rounding` degrees); else the increment that is given.
+/// The step along one axis of a lat/lon grid: from its ends where they agree with the increment, because
+/// increments are rounded more coarsely (to `rounding` degrees); else the increment that is given.
 double stepBetween(double extent, double increment, double rounding, int count)
 {
     if (count < 2)
@@ -130,7 +130,8 @@ std::string makeLatLon(Geometry const & g, DomainVal & val)
     Scan const scan = Scan::of(g.scan_flags);
     double const dx = stepBetween(extentOfLongitude(g, scan.i_negative), g.dx, g.rounding, g.nx);
     double const increment = g.kind == GridKind::GAUSSIAN ? std::nan("") : g.dy;
-    double const dy = stepBetween(scan.j_positive ? g.lat2 - g.lat1 : g.lat1 - g.lat2, increment, g.rounding, g.ny);
+    double const dy =
+        stepBetween(scan.j_positive ? g.lat2 - g.lat1 : g.lat1 - g.lat2, increment, g.rounding, g.ny);
     if (!(dx > 0) || !(dy > 0) || dx > 360 || dy > 180)
         return "spacing of the grid is not given";
     Position const middle = toMiddle(g);
@@ -172,8 +173,8 @@ std::string makePlane(Geometry const & g, DomainVal & val)
         PlaneScale const scale = planeScale(g, lat);
         bool const is_turned = g.kind == GridKind::POLAR; // x runs along meridians as well as across
         double const mean = std::sqrt(scale.x * scale.y);
-        std::string fault =
-            placeFromFirstPoint(g, g.dx * (is_turned ? mean : scale.x), g.dy * (is_turned ? mean : scale.y), val);
+        std::string fault = placeFromFirstPoint(g, g.dx * (is_turned ? mean : scale.x),
+                                                g.dy * (is_turned ? mean : scale.y), val);
         if (pass > 1 || !fault.empty() || g.minor_m >= g.major_m)
             return fault;
         lat = (g.lat1 + val.clat) / 2;
@@ -219,8 +220,8 @@ std::string makeAzimuthal(Geometry const & g, DomainVal & val)
     return makePlane(g, val);
 }
 
-/// Spacings hold at the latitude of true scale; the plane's own are those at the equator. The orientation of the grid is not
-/// looked at: the manual has none but 0, and centres write other numbers there.
+/// Spacings hold at the latitude of true scale; the plane's own are those at the equator. The orientation of
+/// the grid is not looked at: the manual has none but 0, and centres write other numbers there.
 std::string makeMercator(Geometry const & g, DomainVal & val)
 {
     if (!isLatitude(g.true_lat1) || std::abs(g.true_lat1) > 89)
