@@ -17,12 +17,14 @@ PYTHON ?= /usr/bin/python3
 CMAKE_OPTIONS ?=
 PYTEST_OPTIONS ?=
 FUZZ_SECONDS ?= 60
+FUZZ_CXX ?= $(shell for cxx in clang++ clang++-14 $(CXX); do command -v $$cxx && break; done)
 
 export PYTHON CXX
 
 configure = cmake -S . -B $(1) -G Ninja -DPython3_EXECUTABLE=$$(command -v $(PYTHON)) \
             --log-level=WARNING $(2) $(CMAKE_OPTIONS) >/dev/null
 run_python = PYTHONPATH=$(1)/python PYTHONDONTWRITEBYTECODE=1 $(PYTHON)
+demo_map = --domain stereo:90:-30,54,-28,61,45,1.5 --interval 60 --color blue
 sources = $(shell git ls-files '*.h' '*.cpp')
 
 .PHONY: all demo test sanitize bench fuzz docs format check-format clean
@@ -30,18 +32,21 @@ sources = $(shell git ls-files '*.h' '*.cpp')
 all:
 	@scripts/install-deps build
 	@$(call configure,build)
-	@cmake --build build
+	@cmake --build build --target package_tree
 
 demo:
 	@scripts/install-deps build demo
-	@$(MAKE) --no-print-directory all
+	@$(call configure,build)
+	@cmake --build build --target package_tree
 	@mkdir -p demo
-	@$(call run_python,build) examples/contour_map.py examples/data/height500.grib2 \
-	    --output demo/height500.ps --device ps --color --png demo/height500.png
+	$(call run_python,build) examples/contour_map.py examples/data/height500.grib2 $(demo_map) \
+	    --output demo/height500.ps
+	scripts/render-page demo/height500.ps demo/height500.png
 
 test:
 	@scripts/install-deps build test
-	@$(MAKE) --no-print-directory all
+	@$(call configure,build)
+	@cmake --build build
 	build/yul_tests --gtest_brief=1
 	$(call run_python,build) -m pytest -q $(PYTEST_OPTIONS) tests/python
 
@@ -60,14 +65,15 @@ bench:
 
 fuzz:
 	@scripts/install-deps build
-	@$(call configure,build-fuzz,-DYUL_FUZZ=ON -DYUL_TESTS=OFF)
+	@CXX=$(FUZZ_CXX) $(call configure,build-fuzz,-DYUL_FUZZ=ON -DYUL_TESTS=OFF -DYUL_PYTHON=OFF)
 	@cmake --build build-fuzz
 	@scripts/run-fuzz build-fuzz $(FUZZ_SECONDS)
 
 docs:
 	@scripts/install-deps build docs
-	@$(MAKE) --no-print-directory all
-	@$(call run_python,build) scripts/make_docs.py build/docs
+	@$(call configure,build)
+	@cmake --build build --target package_tree
+	@$(call run_python,build) scripts/make_docs.py build/docs $(demo_map)
 
 format:
 	@scripts/install-deps ci

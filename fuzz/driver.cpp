@@ -173,6 +173,6 @@ int main(int count, char ** arguments)
     long runs = 0;
     for (; Clock::now() < end; runs++)
         run(mutator.next(), options.timeout);
-    std::fprintf(stderr, "fuzz: %zu inputs of the corpus and %ld damaged ones, nothing found\n",
+    std::fprintf(stderr, "%zu inputs of the corpus and %ld damaged ones, nothing found\n",
                  options.corpus.size(), runs);
 }

@@ -116,7 +116,10 @@ int File::write(std::string_view octets)
 
 std::size_t File::read(void * buffer, std::size_t size)
 {
-    return file != nullptr ? std::fread(buffer, 1, size, file) : 0;
+    if (file == nullptr)
+        return 0;
+    std::clearerr(file); // a file may have grown since its end was met
+    return std::fread(buffer, 1, size, file);
 }
 
 bool File::readLine(std::string & line)

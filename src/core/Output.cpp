@@ -6,6 +6,7 @@ namespace Yul::detail {
 namespace {
 
 void (*flush_hook)() = nullptr;
+void (*exit_hook)() = nullptr;
 
 void write(std::FILE * stream, std::string_view text)
 {
@@ -35,6 +36,17 @@ void runFlushHook()
 {
     if (flush_hook != nullptr)
         flush_hook();
+}
+
+void setExitHook(void (*hook)())
+{
+    exit_hook = hook;
+}
+
+void runExitHook()
+{
+    if (exit_hook != nullptr)
+        exit_hook();
 }
 
 } // namespace Yul::detail

@@ -9,10 +9,13 @@ namespace Yul::detail {
 void writeOut(std::string_view text);
 void writeErr(std::string_view text);
 
-/// Sets an operation to run before every write and before the process ends. A host that keeps output buffers
-/// of its own (Python) empties them there, so that lines appear in the order in which they were written. Null
-/// for none.
+/// Sets an operation to run before every write. A host that keeps output buffers of its own (Python) empties
+/// them there, so that lines appear in the order in which they were written. Null for none.
 void setFlushHook(void (*hook)());
 void runFlushHook();
+
+/// Sets an operation to run before the library ends the process: what the host does at its own end.
+void setExitHook(void (*hook)());
+void runExitHook();
 
 } // namespace Yul::detail

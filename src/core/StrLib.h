@@ -1,6 +1,7 @@
 // Static functions on plain texts.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -46,6 +47,16 @@ namespace detail {
 [[nodiscard]] constexpr std::string_view viewOf(char const * text) noexcept
 {
     return text != nullptr ? std::string_view(text) : std::string_view();
+}
+
+/// Stores the text in a field of fixed size and ends it with NUL; what does not fit is cut off.
+template <std::size_t N> constexpr void copyText(char (&field)[N], std::string_view text) noexcept
+{
+    std::size_t const n = text.size() < N ? text.size() : N - 1;
+    for (std::size_t i = 0; i < n; ++i)
+        field[i] = text[i];
+    for (std::size_t i = n; i < N; ++i)
+        field[i] = '\0';
 }
 
 } // namespace detail

@@ -228,7 +228,7 @@ bool Yul::getError()
 
 void Yul::exit(Error code)
 {
-    detail::runFlushHook();
+    detail::runExitHook();
     std::exit(code);
 }
 

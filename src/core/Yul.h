@@ -13,7 +13,7 @@ class Yul
 {
 public:
     /// Message levels. A level's bit in the mask is level - 1.
-    enum Level {
+    enum Level : int {
         NONE = 0,
         PRINT,
         ERROR,
@@ -38,7 +38,7 @@ public:
     };
 
     /// Error codes; also the process exit statuses.
-    enum Error {
+    enum Error : int {
         NOERR = 0,
         NORUN,
         MISC,

@@ -6,6 +6,7 @@
 #include "geo/GridPoint.h"
 #include "geo/Point.h"
 #include "geo/Rect.h"
+#include "geo/projection/Batch.h"
 #include "geo/projection/Kernel.h"
 
 #include <cstddef>
@@ -122,6 +123,9 @@ public:
 
     /// The code of a projection keyword; -1 when there is none, -9999 for "miss".
     [[nodiscard]] static int getProj(char const * name);
+
+    /// The distance of a satellite view's satellite from the earth's centre, units of 100 km.
+    [[nodiscard]] static float satelliteDistance(DomainVal const & val) noexcept;
 
     int tran(EarthPoint const & earth, Point & point) const;
     int tran(Point const & point, EarthPoint & earth) const;
@@ -243,11 +247,36 @@ public:
     [[nodiscard]] bool compareProj(Domain const & other) const noexcept { return val.compareProj(other.val); }
 
 private:
+    /// What a pair of coordinates means.
+    enum class Space { EARTH, PLANE, GRID };
+
+    [[nodiscard]] detail::Kernel const & currentKernel() const;
+    [[nodiscard]] detail::Pair convert(Space from, Space to, detail::Pair pair) const;
+    void convert(Space from, Space to, detail::Block & block) const;
+    template <class In, class Out> int convertPoint(Space from, Space to, In const & in, Out & out) const;
+    template <class In, class Out> int convertList(Space from, Space to, In const & in, Out & out) const;
+    template <class Real>
+    std::size_t convertArrays(Space from,
+                              Space to,
+                              std::span<Real const> a,
+                              std::span<Real const> b,
+                              std::span<Real> out_a,
+                              std::span<Real> out_b) const;
+    template <class Run> int calcGrid(std::span<float> a, std::span<float> b, Run const & run) const;
+    [[nodiscard]] bool isInGrid(int index) const noexcept;
+    [[nodiscard]] bool hasLimits() const noexcept;
+    [[nodiscard]] double seamWidth() const noexcept;
+    [[nodiscard]] double middle() const noexcept;
+    [[nodiscard]] detail::Distortion distortionAt(EarthPoint const & earth) const;
+    int recentre(EarthPoint const & centre, float factor);
+
     DomainVal val;
     Rect limits;
     Rect view;
-    detail::GridFrame frame;            // the limits in double with the spacing
-    mutable detail::Kernel kernel;      // constants of the projection, made on the first conversion
+    float std_lat1 = 30;
+    float std_lat2 = 60;
+    detail::GridFrame frame;            // the grid in the plane
+    mutable detail::Kernel kernel;      // constants of the projection, made when first needed
     mutable detail::EarthFigure figure; // the earth they were made for
 };
 

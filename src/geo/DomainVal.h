@@ -31,6 +31,10 @@ public:
     /// Returns 0 and changes nothing for an index outside 0 to 3.
     int setParam(int i, float value) noexcept;
 
+    /// Lays other counts over the same extent. Returns 0 and changes nothing for counts below 2 and where the
+    /// record has no extent.
+    int scaleSize(int columns, int rows);
+
     /// Writes the domain as a text that DomainTool::decode reads back: the projection with its parameters,
     /// the centre, the number of points and the spacing, as in
     /// "lamb:40.000000:-95.000000:30.000000:60.000000,40.000000,-95.000000,101,81,0.500000,0.500000".

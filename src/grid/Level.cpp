@@ -162,7 +162,7 @@ constexpr double MAX_HALF = 32767.0;
 /// A value in units of 10^-decimals, held to the range of its code.
 double scaled(float value, int decimals, double limit)
 {
-    return std::clamp(std::round(static_cast<double>(value) * std::pow(10.0, decimals)), -limit - 1, limit);
+    return std::clamp(std::round(static_cast<double>(value) * std::pow(10.0, decimals)), -limit, limit);
 }
 
 bool keeps(float value, int decimals, double limit)
@@ -199,7 +199,7 @@ Codes encode(Level const & level)
     if (level.isLayer())
         return {level.getType() + 1000 * decimals + 10000,
                 static_cast<int>(scaled(first, decimals, limit)) * 65536 +
-                    (static_cast<int>(scaled(second, decimals, limit)) & 0xFFFF)};
+                    static_cast<int>(scaled(second, decimals, limit))};
     auto const value = static_cast<int>(scaled(first, decimals, limit));
     if (isMissing(value)) // a value that looks like "no value" takes one decimal more
         return {level.getType() + 1000 * (decimals + 1), value * 10};

@@ -105,7 +105,7 @@ public:
     /// Two integers that together rebuild the level, for files of the library's own.
     /// Type code: kind + 1000 x decimals (0 to 9) + 10000 for a layer. Value code: the value, or Const::MISS
     /// where there is none, in units of 10^-decimals; for a layer first value x 65536 + second value, both
-    /// -32768 to 32767. `decimals` is the smallest number that keeps the value exactly, or as large as the
+    /// -32767 to 32767. `decimals` is the smallest number that keeps the value exactly, or as large as the
     /// range of the code lets it be; a value beyond every range is held to its end.
     [[nodiscard]] int getTypeCode() const;
     [[nodiscard]] int getValueCode() const;

@@ -28,9 +28,12 @@ bool isNameCharacter(char c)
     return (small >= 'a' && small <= 'z') || detail::isDigit(c) || OTHERS.find(c) != std::string_view::npos;
 }
 
+/// With a letter in it, so that no number passes.
 bool isName(std::string_view text)
 {
-    return !text.empty() && text.size() <= LONGEST_NAME && std::ranges::all_of(text, isNameCharacter);
+    auto const is_letter = [](char c) { return detail::toLower(c) >= 'a' && detail::toLower(c) <= 'z'; };
+    return text.size() <= LONGEST_NAME && std::ranges::all_of(text, isNameCharacter) &&
+           std::ranges::any_of(text, is_letter);
 }
 
 std::string_view trimmed(std::string_view text)

@@ -6,8 +6,7 @@ namespace Yul {
 
 int Filename::init()
 {
-    names.clear();
-    index_name.clear();
+    *this = Filename();
     return 1;
 }
 
@@ -18,23 +17,23 @@ int Filename::set(char const * name)
 
 int Filename::set(char const * name, char const * index)
 {
-    Strings next; // filled first: the texts may be this object's own
-    if (StrLib::valid(name))
-        next.add(name);
-    index_name = std::string(detail::viewOf(index));
-    names = next;
+    Filename next; // filled first: the texts may be this object's own
+    next.add(name, index);
+    *this = next;
     return 1;
 }
 
 int Filename::add(char const * name)
 {
-    return StrLib::valid(name) ? names.add(name) : 0;
+    return add(name, nullptr);
 }
 
-int Filename::setIndex(char const * index)
+int Filename::add(char const * name, char const * index)
 {
-    index_name = std::string(detail::viewOf(index));
-    return 1;
+    if (!StrLib::valid(name))
+        return 0;
+    names.add(name);
+    return indexes.add(index);
 }
 
 } // namespace Yul

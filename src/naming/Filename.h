@@ -3,8 +3,6 @@
 
 #include "core/Strings.h"
 
-#include <string>
-
 namespace Yul {
 
 /// One file name or an ordered list of them, and the name of an index file that may go with them. Null names
@@ -28,7 +26,7 @@ public:
     int set(char const * name, char const * index);
     /// Appends a name; 0 for a null or empty one.
     int add(char const * name);
-    int setIndex(char const * index);
+    int add(char const * name, char const * index);
 
     [[nodiscard]] int getNum() const noexcept { return names.getNum(); }
 
@@ -38,12 +36,14 @@ public:
     /// The first name; null for an empty list.
     [[nodiscard]] char const * get() const noexcept { return get(0); }
 
-    /// The index file's name; empty when there is none.
-    [[nodiscard]] char const * getIndex() const noexcept { return index_name.c_str(); }
+    /// The index file of name i; empty when it has none, null for an index outside the list.
+    [[nodiscard]] char const * getIndex(int i) const noexcept { return indexes.getString(i); }
+
+    [[nodiscard]] char const * getIndex() const noexcept { return getIndex(0); }
 
 private:
     Strings names;
-    std::string index_name;
+    Strings indexes; // as many as names
 };
 
 } // namespace Yul

@@ -1,16 +1,26 @@
 """One Python class for each class of the flat module `_Yul`, made from its names.
 
-A name there is `<Class>_<rest>`, and the rest says what it is: `new_<Class>` the constructor, `<member>_get` and
-`<member>_set` a data member, a capital name with an int an enumerator, a double-underscored name an operator,
-anything else an operation. An object's `this` holds the opaque pointer that the flat functions take; instances
-come either from a constructor call or from the library, which knows the classes after `registerclass`.
+A name there is `<Class>_<rest>`, and the rest says what it is: `<member>_get` and `<member>_set` a data member, an
+int an enumerator, a double-underscored name an operator, anything else an operation; `new_<Class>` constructs. An
+object's `this` holds the opaque pointer that the flat functions take. Instances come from a constructor call, or
+from the library, which wraps its results once it knows the class by `registerclass`.
 """
 
 import _Yul
 
+from . import _habits
+
+# Derived classes and their bases, as in the library: an operation of the base takes the derived object.
+BASES = {
+    'Date': 'DateVal',
+}
+
+# The C++ signatures behind each flat name, such as "(Yul::Date const *, char const *, Yul::String &) -> int".
+SIGNATURES = _Yul._signatures()
+
 
 class Object:
-    """The base of all classes here. `this` is the library object behind an instance."""
+    """The base of all classes of the library. `this` is the library object behind an instance."""
 
     def __init__(self, *arguments):
         raise TypeError(f'{type(self).__name__} has no constructor')
@@ -19,12 +29,19 @@ class Object:
         return f'<Yul.{type(self).__name__}>'
 
 
-def _operation(function, name, doc):
+def _operation(function, class_name, name):
+    """The flat function as a method, or as it is when it takes no object."""
+    signatures = SIGNATURES[function.__name__]
+    objects = (f'(Yul::{class_name} *', f'(Yul::{class_name} const *')
+    if not any(signature.startswith(objects) for signature in signatures):
+        return staticmethod(function)
+
     def operation(self, *arguments):
         return function(self, *arguments)
 
     operation.__name__ = name
-    operation.__doc__ = doc
+    operation.__qualname__ = f'{class_name}.{name}'
+    operation.__doc__ = '\n'.join(signatures)
     return operation
 
 
@@ -32,11 +49,12 @@ def _constructor(new, attach):
     def __init__(self, *arguments):
         attach(self, new(*arguments))
 
+    __init__.__doc__ = '\n'.join(SIGNATURES[new.__name__])
     return __init__
 
 
 def _add_assign(function):
-    # The flat function's result refers to this same object without owning it; the instance at hand does own it.
+    # The flat function's result is this same object, but does not own it; the instance at hand does.
     def __iadd__(self, other):
         function(self, other)
         return self
@@ -44,23 +62,54 @@ def _add_assign(function):
     return __iadd__
 
 
-def _namespace(name, functions):
-    """What the class gets from its flat names."""
-    names = {}
-    for rest, value in functions.items():
-        if rest in ('registerclass', 'attach'):
-            continue
-        if not callable(value):
-            names[rest] = value
+def _attributes(name, flat):
+    """What a class has by its flat names, those without the class in front."""
+    attributes = {}
+    for rest, value in flat.items():
+        if rest.endswith('_get'):
+            attributes[rest[:-4]] = property(value, flat.get(f'{rest[:-4]}_set'))
         elif rest == '__iadd__':
-            names[rest] = _add_assign(value)
+            attributes[rest] = _add_assign(value)
         elif rest == '_print':
-            names['print'] = _operation(value, 'print', value.__doc__)
-        elif rest.endswith('_get') or rest.endswith('_set') and f'{rest[:-4]}_get' in functions:
-            member = rest[:-4]
-            names[member] = property(functions[f'{member}_get'], functions.get(f'{member}_set'))
-        elif is_static(name, rest):
-            names[rest] = value
-        else:
-            names[rest] = _operation(value, rest, value.__doc__)
-    return names
+            attributes.setdefault('print', _operation(value, name, 'print'))
+        elif not callable(value):
+            attributes[rest] = value
+        elif not rest.endswith('_set'):
+            attributes[rest] = _operation(value, name, rest)
+    del attributes['registerclass'], attributes['attach']
+    return attributes
+
+
+def _make(name, flat, made):
+    """The class of that name, its base first; kept in `made`."""
+    if name in made:
+        return made[name]
+    base = _make(BASES[name], flat, made) if name in BASES else Object
+    attributes = {'__module__': 'Yul', **_attributes(name, flat[name])}
+    new = getattr(_Yul, f'new_{name}', None)
+    if new is not None:
+        attributes['__init__'] = _constructor(new, flat[name]['attach'])
+    habits = vars(_habits).get(name)
+    for source in reversed(habits.__mro__[:-1] if habits else ()):
+        attributes.update((key, value) for key, value in vars(source).items()
+                          if key not in ('__module__', '__dict__', '__weakref__', '__qualname__'))
+    made[name] = type(name, (base,), attributes)
+    flat[name]['registerclass'](made[name])
+    return made[name]
+
+
+def make_classes():
+    """All classes by name, in the order of the module."""
+    flat = {}
+    for full_name, value in vars(_Yul).items():
+        name, _, rest = full_name.partition('_')
+        flat.setdefault(name, {})[rest] = value
+    made = {}
+    for name, names in flat.items():
+        if 'registerclass' in names:
+            _make(name, flat, made)
+    return made
+
+
+classes = make_classes()
+_habits.classes.update(classes)

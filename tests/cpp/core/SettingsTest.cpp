@@ -1,6 +1,6 @@
 #include "core/Resrc.h"
 #include "core/ResrcCL.h"
-#include "core/ResrcDB.h"
+#include "program/ResrcDB.h"
 #include "core/ResrcEnv.h"
 #include "core/ResrcFile.h"
 #include "core/Strings.h"

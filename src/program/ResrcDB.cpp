@@ -1,4 +1,4 @@
-#include "core/ResrcDB.h"
+#include "program/ResrcDB.h"
 
 #include "core/Format.h"
 #include "core/Output.h"
@@ -9,6 +9,7 @@
 #include "core/StrLib.h"
 #include "core/String.h"
 #include "core/Yul.h"
+#include "time/DateTool.h"
 
 #include <algorithm>
 #include <array>
@@ -161,6 +162,8 @@ void applySettings()
     Yul::setMessageLevel(Yul::getResrc("message"));
     if (char const * const path = Yul::getResrc("file_path"))
         Yul::setDatabasePath(path);
+    if (char const * const time = Yul::getResrc("cur_time"))
+        Yul::setInitTime(static_cast<int>(DateTool::getSeconds(time)));
     if (Yul::isDebug(5))
         Yul::printAllResrc();
 }

@@ -1,0 +1,78 @@
+"""The cost of one call from Python: the frame beside functions written by hand and beside pybind11.
+
+CPU time of a loop, the empty loop taken off; the three sides take turns. `this` is the attribute through which an
+instance of a Python class holds its object.
+"""
+
+from pathlib import Path
+import statistics
+import sys
+import timeit
+import time
+
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / 'build' / 'bench'))
+
+import pycall_fastcall
+import pycall_frame
+
+try:
+    import pycall_pybind
+except ImportError:
+    pycall_pybind = None
+
+CALLS, ROUNDS = 50_000, 41
+JOBS = {
+    'call, one-argument getter': ('f(plane)', 'Plane_getNx', 100),
+    'call, (int, int) -> float': ('f(plane, 3, 4)', 'Plane_getValue', 1.5),
+}
+
+
+class Plane:
+    def __init__(self, *arguments):
+        pycall_frame.Plane_attach(self, pycall_frame.new_Plane(*arguments))
+
+
+pycall_frame.Plane_registerclass(Plane)
+
+
+def timers(statement, name, expected, sides):
+    """A timer for each side, after its answer has been checked."""
+    found = {'': timeit.Timer('pass', timer=time.process_time)}
+    for side, (module, make) in sides.items():
+        scope = {'f': getattr(module, name), 'plane': make(100, 100)}
+        assert eval(statement, scope) == expected
+        found[side] = timeit.Timer(statement, globals=scope, timer=time.process_time)
+    return found
+
+
+def measure(side_timers):
+    """Median nanoseconds of a call, a side."""
+    seconds = {side: [] for side in side_timers}
+    for _ in range(ROUNDS):
+        for side, timer in side_timers.items():
+            seconds[side].append(timer.timeit(CALLS) / CALLS)
+    medians = {side: statistics.median(times) * 1e9 for side, times in seconds.items()}
+    return {side: median - medians[''] for side, median in medians.items() if side}
+
+
+def main():
+    sides = {
+        'frame': (pycall_frame, pycall_frame.new_Plane),
+        'instance': (pycall_frame, Plane),
+        'fastcall': (pycall_fastcall, pycall_fastcall.new_Plane),
+    }
+    if pycall_pybind is not None:
+        sides['pybind11'] = (pycall_pybind, pycall_pybind.new_Plane)
+    else:
+        print('# pybind11 is not installed')
+    for job, (statement, name, expected) in JOBS.items():
+        ns = measure(timers(statement, name, expected, sides))
+        for ours, text, peer, limit in [('frame', '', 'fastcall', '>= 0.59'), ('frame', '', 'pybind11', '>= 6'),
+                                        ('instance', ' through this', 'pybind11', '')]:
+            if peer in ns:
+                print(f'{job}{text}', f'{ns[ours]:.1f} ns', f'{peer} {ns[peer]:.1f} ns', f'{ns[peer] / ns[ours]:.2f}',
+                      limit, sep='\t')
+
+
+if __name__ == '__main__':
+    main()

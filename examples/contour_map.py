@@ -1,0 +1,111 @@
+#!/usr/bin/env python3
+"""Draws a contour map of one field of a GRIB file to a PostScript page.
+
+    contour_map.py FILE [--match TEXT] [--domain TEXT] [--interval N] [--device ps|eps] [--output NAME]
+
+The field is the first of the file, or the first whose description holds the text of --match. The map is the
+field's own area, or the one that --domain describes, for example stereo:90:-20,55,-20,61,41,1.5 (polar
+stereographic, 20 W upright, centred at 55 N 20 W, 61 x 41 points of 150 km).
+"""
+
+import argparse
+import os
+import sys
+
+from Yul import ContPlot, DateTool, Domain, DomainTool, GribFile, Plot, PlotAttr, String, Yul
+
+
+class Failure(Exception):
+    """What to tell the user; nothing was drawn."""
+
+
+def parse_arguments():
+    parser = argparse.ArgumentParser(description=__doc__.split('\n')[0])
+    parser.add_argument('file', help='GRIB file, edition 1 or 2')
+    parser.add_argument('--match', metavar='TEXT', default='', help='take the first field whose description has it')
+    parser.add_argument('--domain', metavar='TEXT', help='area of the map (default: that of the field)')
+    parser.add_argument('--interval', metavar='N', type=float, help='between two contours (default: automatic)')
+    parser.add_argument('--device', choices=('ps', 'eps'), default='ps', help='a page, or a picture to embed')
+    parser.add_argument('--output', metavar='NAME', help='default: yul.ps or yul.eps')
+    parser.add_argument('--portrait', action='store_true', help='the long side of the page upright')
+    parser.add_argument('--color', metavar='NAME', help='draw in colour, contours in this one')
+    return parser.parse_args()
+
+
+def find_field(name, text):
+    """The first field of the file whose description holds the text."""
+    try:
+        if os.path.getsize(name) == 0:
+            raise Failure(f'{name}: the file is empty')
+    except OSError as error:
+        raise Failure(f'{name}: {error.strerror}')
+    with GribFile(name) as file:
+        descriptions = []
+        for grid in file if file.isOpen() else ():
+            descriptions.append(grid.info)
+            if text.lower() in grid.info.lower():
+                return grid
+    if not descriptions:
+        raise Failure(f'{name}: no complete GRIB field in the file')
+    raise Failure(f'{name}: no field matches "{text}"; there is: ' + ', '.join(dict.fromkeys(descriptions)))
+
+
+def find_domain(text, grid):
+    """The area of the map: the text's, or the grid's own."""
+    if text is None:
+        return grid.getDomain()
+    domain = Domain()
+    if not DomainTool.decode(text, domain):
+        raise Failure(f'not a domain: {text}')
+    return domain
+
+
+def draw(grid, domain, arguments, page):
+    """Draws the map to the file `page` in the current directory."""
+    Yul.setResrc('device', ','.join(['postscript', page, 'port' if arguments.portrait else 'land',
+                                     'eps' if arguments.device == 'eps' else 'noeps',
+                                     'color' if arguments.color else 'gray']))
+    with Plot() as plot:
+        if not plot.open('') or not plot.setDomain(domain):
+            return False
+        label = String()
+        DateTool.createLabel(grid.date, '', grid.getForeHours(), label)
+        plot.setLabel('ul', grid.info)
+        plot.setLabel('ur', label.get())
+        plot.setDrawing('map,text,data')
+        contours = ContPlot()
+        if arguments.interval:
+            contours.setInterval(arguments.interval)
+        if arguments.color:
+            contours.setLine(PlotAttr(arguments.color))
+        return plot.drawMap() and contours.draw(plot, grid) and plot.drawLabels() and plot.drawBorder()
+
+
+def main():
+    arguments = parse_arguments()
+    Yul.setProgramName('contour_map')
+    Yul.setMessageLevel('error')
+    try:
+        grid = find_field(arguments.file, arguments.match)
+        domain = find_domain(arguments.domain, grid)
+        output = os.path.abspath(arguments.output or f'yul.{arguments.device}')
+        folder = os.path.dirname(output)
+        # A page gets its name when it is finished.
+        page = f'contour_map-{os.getpid()}.tmp'
+        try:
+            os.chdir(folder)
+            if not draw(grid, domain, arguments, page):
+                raise Failure(f'{output}: cannot draw there')
+            os.replace(page, output)
+        except OSError as error:
+            raise Failure(f'{output}: {error.strerror}')
+        finally:
+            if os.path.exists(page):
+                os.remove(page)
+    except Failure as failure:
+        sys.exit(f'contour_map: {failure}')
+    print(f'{arguments.output or output}: {grid.info}')
+
+
+if __name__ == '__main__':
+    main()

@@ -1,0 +1,311 @@
+// The conversions between earth, plane and grid.
+#include "geo/Domain.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Yul {
+
+namespace {
+
+using detail::Block;
+using detail::isMissing;
+using detail::Pair;
+
+/// Names the two coordinates of every kind of position.
+template <class P> auto & first(P & p)
+{
+    if constexpr (requires { p.lat; })
+        return p.lat;
+    else
+        return p.x;
+}
+
+template <class P> auto & second(P & p)
+{
+    if constexpr (requires { p.lon; })
+        return p.lon;
+    else
+        return p.y;
+}
+
+/// A pair as conversions take it: not-a-number where a coordinate is missing.
+Pair load(double a, double b)
+{
+    bool const is_set = !isMissing(a) && !isMissing(b);
+    return {is_set ? a : detail::math::NONE, b};
+}
+
+/// Stores a converted pair; returns false and stores missing values when there is none.
+template <class Real> bool store(double a, double b, Real & out_a, Real & out_b)
+{
+    bool const is_set = detail::fitsFloat(a) && detail::fitsFloat(b);
+    out_a = static_cast<Real>(is_set ? a : Const::MISS);
+    out_b = static_cast<Real>(is_set ? b : Const::MISS);
+    return is_set;
+}
+
+/// Runs `count` pairs through blocks; returns how many `save` stored.
+template <class Load, class Run, class Save>
+std::size_t inBlocks(std::size_t count, Load const & fill, Run const & run, Save const & save)
+{
+    Block block{};
+    std::size_t stored = 0;
+    for (std::size_t start = 0; start < count; start += Block::SIZE) {
+        std::size_t const size = std::min(Block::SIZE, count - start);
+        for (std::size_t i = 0; i < size; ++i) {
+            Pair const p = fill(start + i);
+            block.a[i] = p.a;
+            block.b[i] = p.b;
+        }
+        run(block);
+        for (std::size_t i = 0; i < size; ++i)
+            stored += save(start + i, block.a[i], block.b[i]) ? 1 : 0;
+    }
+    return stored;
+}
+
+} // namespace
+
+detail::Kernel const & Domain::currentKernel() const
+{
+    detail::EarthFigure const now{earth_rad, earth_maj, earth_min};
+    if (!(figure == now)) {
+        kernel = detail::makeKernel(val, static_cast<double>(std_lat1), static_cast<double>(std_lat2),
+                                    static_cast<double>(satelliteDistance(val)), now);
+        figure = now;
+    }
+    return kernel;
+}
+
+Pair Domain::convert(Space from, Space to, Pair pair) const
+{
+    if (from == Space::GRID) {
+        auto const [x, y] = detail::fromGrid(frame, pair.a, pair.b);
+        pair = {x, y};
+    }
+    if (from == Space::EARTH || to == Space::EARTH) {
+        pair = std::visit(
+            [&](auto const & k) {
+                if (from == Space::EARTH) {
+                    auto const [x, y] = detail::project(k, pair.a, pair.b);
+                    return Pair{x, y};
+                }
+                auto const [lat, lon] = detail::unproject(k, pair.a, pair.b);
+                return Pair{lat, lon};
+            },
+            currentKernel());
+    }
+    if (to == Space::GRID) {
+        auto const [column, row] = detail::toGrid(frame, pair.a, pair.b);
+        pair = {column, row};
+    }
+    return pair;
+}
+
+void Domain::convert(Space from, Space to, Block & block) const
+{
+    if (from == Space::GRID)
+        detail::fromGrid(frame, block);
+    if (from == Space::EARTH)
+        detail::project(currentKernel(), block);
+    if (to == Space::EARTH)
+        detail::unproject(currentKernel(), block);
+    if (to == Space::GRID)
+        detail::toGrid(frame, block);
+}
+
+template <class In, class Out> int Domain::convertPoint(Space from, Space to, In const & in, Out & out) const
+{
+    auto const [a, b] = load(static_cast<double>(first(in)), static_cast<double>(second(in)));
+    Pair const p = convert(from, to, {a, b});
+    return store(p.a, p.b, first(out), second(out)) ? 1 : 0;
+}
+
+template <class In, class Out> int Domain::convertList(Space from, Space to, In const & in, Out & out) const
+{
+    auto const & source = in.all();
+    auto & target = out.all();
+    target.resize(source.size());
+    std::size_t const stored = inBlocks(
+        source.size(),
+        [&](std::size_t i) {
+            return load(static_cast<double>(first(source[i])), static_cast<double>(second(source[i])));
+        },
+        [&](Block & block) { convert(from, to, block); },
+        [&](std::size_t i, double a, double b) { return store(a, b, first(target[i]), second(target[i])); });
+    return stored == source.size() ? 1 : 0;
+}
+
+template <class Real>
+std::size_t Domain::convertArrays(Space from,
+                                  Space to,
+                                  std::span<Real const> a,
+                                  std::span<Real const> b,
+                                  std::span<Real> out_a,
+                                  std::span<Real> out_b) const
+{
+    return inBlocks(
+        std::min({a.size(), b.size(), out_a.size(), out_b.size()}),
+        [&](std::size_t i) { return load(static_cast<double>(a[i]), static_cast<double>(b[i])); },
+        [&](Block & block) { convert(from, to, block); },
+        [&](std::size_t i, double x, double y) { return store(x, y, out_a[i], out_b[i]); });
+}
+
+int Domain::tran(EarthPoint const & earth, Point & point) const
+{
+    return convertPoint(Space::EARTH, Space::PLANE, earth, point);
+}
+
+int Domain::tran(Point const & point, EarthPoint & earth) const
+{
+    return convertPoint(Space::PLANE, Space::EARTH, point, earth);
+}
+
+int Domain::tran(GridPoint const & grid, Point & point) const
+{
+    return convertPoint(Space::GRID, Space::PLANE, grid, point);
+}
+
+int Domain::tran(Point const & point, GridPoint & grid) const
+{
+    return convertPoint(Space::PLANE, Space::GRID, point, grid);
+}
+
+int Domain::tran(EarthPoint const & earth, GridPoint & grid) const
+{
+    return convertPoint(Space::EARTH, Space::GRID, earth, grid);
+}
+
+int Domain::tran(GridPoint const & grid, EarthPoint & earth) const
+{
+    return convertPoint(Space::GRID, Space::EARTH, grid, earth);
+}
+
+bool Domain::isInGrid(int index) const noexcept
+{
+    return index >= 0 && val.nx > 0 && val.ny > 0 && index / val.nx < val.ny;
+}
+
+int Domain::tran(int index, GridPoint & grid) const
+{
+    if (!isInGrid(index)) {
+        grid = GridPoint();
+        return 0;
+    }
+    return grid.set(static_cast<float>(index % val.nx), static_cast<float>(index / val.nx));
+}
+
+int Domain::tran(int index, EarthPoint & earth) const
+{
+    GridPoint grid;
+    tran(index, grid);
+    return tran(grid, earth);
+}
+
+int Domain::tran(int index, Point & point) const
+{
+    GridPoint grid;
+    tran(index, grid);
+    return tran(grid, point);
+}
+
+int Domain::tran(EarthPoints const & earth, Points & points) const
+{
+    return convertList(Space::EARTH, Space::PLANE, earth, points);
+}
+
+int Domain::tran(EarthPoints const & earth, GridPoints & grid) const
+{
+    return convertList(Space::EARTH, Space::GRID, earth, grid);
+}
+
+int Domain::tran(Points const & points, EarthPoints & earth) const
+{
+    return convertList(Space::PLANE, Space::EARTH, points, earth);
+}
+
+int Domain::tran(Points const & points, GridPoints & grid) const
+{
+    return convertList(Space::PLANE, Space::GRID, points, grid);
+}
+
+int Domain::tran(GridPoints const & grid, EarthPoints & earth) const
+{
+    return convertList(Space::GRID, Space::EARTH, grid, earth);
+}
+
+int Domain::tran(GridPoints const & grid, Points & points) const
+{
+    return convertList(Space::GRID, Space::PLANE, grid, points);
+}
+
+std::size_t Domain::forward(std::span<float const> lat,
+                            std::span<float const> lon,
+                            std::span<float> x,
+                            std::span<float> y) const
+{
+    return convertArrays(Space::EARTH, Space::PLANE, lat, lon, x, y);
+}
+
+std::size_t Domain::forward(std::span<double const> lat,
+                            std::span<double const> lon,
+                            std::span<double> x,
+                            std::span<double> y) const
+{
+    return convertArrays(Space::EARTH, Space::PLANE, lat, lon, x, y);
+}
+
+std::size_t Domain::inverse(std::span<float const> x,
+                            std::span<float const> y,
+                            std::span<float> lat,
+                            std::span<float> lon) const
+{
+    return convertArrays(Space::PLANE, Space::EARTH, x, y, lat, lon);
+}
+
+std::size_t Domain::inverse(std::span<double const> x,
+                            std::span<double const> y,
+                            std::span<double> lat,
+                            std::span<double> lon) const
+{
+    return convertArrays(Space::PLANE, Space::EARTH, x, y, lat, lon);
+}
+
+template <class Run> int Domain::calcGrid(std::span<float> a, std::span<float> b, Run const & run) const
+{
+    auto const columns = static_cast<std::size_t>(std::max(val.nx, 0));
+    auto const rows = static_cast<std::size_t>(std::max(val.ny, 0));
+    std::size_t const count = columns * rows;
+    if (frame.dx == 0 || a.size() != count || b.size() != count)
+        return 0;
+    std::size_t column = 0;
+    std::size_t row = 0;
+    inBlocks(
+        count,
+        [&](std::size_t) {
+            Pair const p{static_cast<double>(column), static_cast<double>(row)};
+            row += ++column == columns ? 1 : 0;
+            column = column == columns ? 0 : column;
+            return p;
+        },
+        run, [&](std::size_t i, double x, double y) { return store(x, y, a[i], b[i]); });
+    return 1;
+}
+
+int Domain::calcEarth(std::span<float> lat, std::span<float> lon) const
+{
+    return calcGrid(lat, lon, [this](Block & block) { convert(Space::GRID, Space::EARTH, block); });
+}
+
+int Domain::calcPlane(Domain const & plane, std::span<float> x, std::span<float> y) const
+{
+    bool const is_same = compareProj(plane);
+    return calcGrid(x, y, [&](Block & block) {
+        convert(Space::GRID, is_same ? Space::PLANE : Space::EARTH, block);
+        if (!is_same)
+            plane.convert(Space::EARTH, Space::PLANE, block);
+    });
+}
+
+} // namespace Yul

@@ -1,0 +1,78 @@
+// Lambert conformal conic projection.
+#pragma once
+
+#include "geo/projection/Plane.h"
+
+namespace Yul::detail {
+
+/// The far side of a cone is cut off this close to the pole, degrees.
+inline constexpr double CONE_DEEPEST = 89.99;
+
+/// How far an inverse lets longitudes pass half a turn before it takes a point for one in the gap of the cone.
+inline constexpr double CONE_SLACK = 1e-3;
+
+/// On the sphere, true at two standard latitudes. The origin is the apex of the cone; on northern maps y grows
+/// towards it.
+/// Source: USGS Professional Paper 1395, pages 106 to 107 (equations 15-1 to 15-5).
+struct LambertConformal
+{
+    double sign;    ///< +1 on northern, -1 on southern maps
+    double cone;    ///< cone constant; negative when the cone is set on the other pole
+    double scale;   ///< distance of the equator from the apex, with the sign of the cone constant
+    double ref_lon; ///< degrees
+    double radius;
+};
+
+/// The cone constant is 0 or not a number where the standard latitudes allow no cone.
+[[nodiscard]] inline LambertConformal
+makeLambertConformal(double plat, double plon, double std_lat1, double std_lat2, double radius) noexcept
+{
+    double const sign = plat >= 0 ? 1 : -1;
+    double const tan1 = math::tan(45 - sign * std_lat1 / 2);
+    double const tan2 = math::tan(45 - sign * std_lat2 / 2);
+    auto const [sin1, cos1] = math::sinCos(std_lat1);
+    double const cos2 = math::sinCos(std_lat2).cos;
+    double const cone = std_lat1 == std_lat2
+                            ? sign * sin1
+                            : (std::log(cos1) - std::log(cos2)) / (std::log(tan1) - std::log(tan2));
+    // cos / tan^n, written so that a standard latitude at the pole works: cos / tan = 1 + sin
+    double const factor = (1 + sign * sin1) * std::pow(tan1, 1 - cone) / cone;
+    return {sign, cone, radius * factor, plon, radius};
+}
+
+/// The distance from the apex; the latitude is counted towards it.
+[[nodiscard]] inline double apexDistance(LambertConformal const & k, double toward) noexcept
+{
+    double const held = toward < -CONE_DEEPEST ? -CONE_DEEPEST : toward;
+    double const tangent = math::tan(45 - held / 2);
+    double const distance = k.scale * math::exp(k.cone * math::log(tangent));
+    return tangent > 0 || k.cone < 0 ? distance : tangent * k.scale;
+}
+
+[[nodiscard]] inline Plane forward(LambertConformal const & k, double lat, double lon) noexcept
+{
+    double const distance = apexDistance(k, k.sign * lat);
+    auto const [s, c] = math::sinCos(k.cone * math::oneTurn(lon - k.ref_lon));
+    return {distance * s, -k.sign * distance * c};
+}
+
+[[nodiscard]] inline Position inverse(LambertConformal const & k, double x, double y) noexcept
+{
+    double const side = k.scale < 0 ? -1 : 1;
+    double const turn = math::atan2(side * x, -k.sign * side * y) / k.cone;
+    double const square = (x * x + y * y) / (k.scale * k.scale);
+    double const tangent = math::exp(math::log(square) * (0.5 / k.cone));
+    double const apex = k.cone > 0 ? 0 : 1e300;
+    double const angle = math::atan2(square > 1e-300 ? tangent : apex + square, 1);
+    bool const inside = std::fabs(turn) <= 180 + CONE_SLACK;
+    return keepIf(inside, Position{k.sign * (90 - 2 * angle), k.ref_lon + turn});
+}
+
+[[nodiscard]] inline Distortion distortion(LambertConformal const & k, double lat, double lon) noexcept
+{
+    double const width = k.radius * math::sinCos(lat).cos;
+    return {k.cone * apexDistance(k, k.sign * lat) / width,
+            -k.sign * k.cone * math::oneTurn(lon - k.ref_lon)};
+}
+
+} // namespace Yul::detail

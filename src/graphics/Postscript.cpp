@@ -1,0 +1,581 @@
+#include "graphics/Postscript.h"
+
+#include "core/Format.h"
+#include "core/Number.h"
+#include "core/Scan.h"
+#include "core/StrLib.h"
+#include "core/String.h"
+#include "core/Yul.h"
+#include "graphics/GTran.h"
+#include "graphics/Image.h"
+#include "graphics/PsNumber.h"
+#include "time/DateTool.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace Yul {
+namespace {
+
+constexpr float POINTS_PER_INCH = 72;
+constexpr float MAX_WIDTH = 30000; // dots
+constexpr std::size_t BUFFER_SIZE = 256U << 10;
+constexpr std::size_t LINE_ROOM = 128; // octets that two numbers and an operator take at most
+
+constexpr char const * DEFAULT_FILE = "yul.ps";
+constexpr char const * DEFAULT_TITLE = "Yul Plot";
+constexpr float DEFAULT_WIDTH = 756;
+constexpr float DEFAULT_HEIGHT = 576;
+
+/// Printable areas by name, inches, the long side first. The width of a3 is narrower than the paper less its
+/// margins; it is kept.
+struct PageSize
+{
+    std::string_view name;
+    float width;
+    float height;
+};
+
+constexpr PageSize PAGE_SIZES[] = {
+    {"letter", 10.5F, 8.0F}, {"legal", 13.5F, 8.0F}, {"11x17", 16.5F, 10.5F},
+    {"a4", 11.2F, 7.8F},     {"a3", 15.4F, 11.2F},   {"ansid", 33.5F, 21.5F},
+};
+
+/// The dash of line styles 1 to 5; other styles write none.
+constexpr std::string_view DASHES[] = {
+    "[] 0 setdash\n",        // solid
+    "[6] 0 setdash\n",       // dashed
+    "[3 6] 0 setdash\n",     // long gaps
+    "[6 6 3 6] 0 setdash\n", // dash-dot
+    "[2] 0 setdash\n",       // dotted
+};
+
+constexpr std::string_view SOLID = DASHES[0];
+
+constexpr std::string_view PROLOG = "/inch {72 mul} def\n"
+                                    "/dot {.33 mul} def\n"
+                                    "/mv {moveto} def\n"
+                                    "/ln {lineto} def\n"
+                                    "/lw {setlinewidth} def\n"
+                                    "/np {newpath} def\n"
+                                    "/cp {closepath} def\n";
+
+std::string_view dashOf(int style)
+{
+    return style >= 1 && style <= static_cast<int>(std::size(DASHES)) ? DASHES[style - 1]
+                                                                      : std::string_view();
+}
+
+int packColor(float r, float g, float b)
+{
+    auto const level = [](float part) {
+        return static_cast<int>((part > 0 ? std::min(part, 1.0F) : 0.0F) * 255 + 0.5F);
+    };
+    return level(r) << 16 | level(g) << 8 | level(b);
+}
+
+int redOf(int color)
+{
+    return color >> 16 & 0xff;
+}
+
+int greenOf(int color)
+{
+    return color >> 8 & 0xff;
+}
+
+int blueOf(int color)
+{
+    return color & 0xff;
+}
+
+/// The gray level 0..1 of a colour. These weights suit printed lines; they are no luminance formula.
+double grayOf(int color)
+{
+    return (0.9 * redOf(color) + greenOf(color) + 0.8 * blueOf(color)) / 255 / 2.7;
+}
+
+std::string colorOperator(int color, bool is_color)
+{
+    if (is_color)
+        return detail::format("%4.2f %4.2f %4.2f setrgbcolor\n", redOf(color) / 255.0, greenOf(color) / 255.0,
+                              blueOf(color) / 255.0);
+    return detail::format("%4.2f setgray\n", grayOf(color));
+}
+
+bool isFinite(Point const & point)
+{
+    return std::isfinite(point.x) && std::isfinite(point.y);
+}
+
+bool isFinite(Points const & points)
+{
+    return std::all_of(points.all().begin(), points.all().end(),
+                       [](Point const & point) { return isFinite(point); });
+}
+
+/// Text that stands in a comment: one line of it.
+std::string commentText(std::string_view text)
+{
+    std::string line(text);
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    return line;
+}
+
+/// Where a side of an image lies when the image is aligned at a position.
+int alignedAt(float position, int size, int align)
+{
+    double const shift = align == 2 ? size / 2.0 : align == 3 ? size : 0.0;
+    return static_cast<int>(std::lround(position - shift));
+}
+
+} // namespace
+
+Postscript::Postscript()
+{
+    init();
+}
+
+Postscript::~Postscript()
+{
+    close();
+}
+
+int Postscript::init()
+{
+    close();
+    is_color_capable = false;
+    width_pt = DEFAULT_WIDTH;
+    height_pt = DEFAULT_HEIGHT;
+    offset_x = 0;
+    offset_y = 0;
+    file_name = DEFAULT_FILE;
+    title = DEFAULT_TITLE;
+    is_append = false;
+    is_eps = false;
+    is_color = false;
+    is_portrait = false;
+    scale = 1;
+    width_factor = 1;
+    width_multiplier = 1;
+    pens = {};
+    image_halign = 0;
+    image_valign = 0;
+    clip = {};
+    return 1;
+}
+
+// ---- parameters ----
+
+int Postscript::setParam(char const * params)
+{
+    auto const items = detail::split(detail::viewOf(params), ',');
+    if (!items.front().empty())
+        file_name = items.front().substr(0, FILE_NAME_SIZE);
+    for (std::size_t i = 1; i < items.size(); ++i)
+        applyItem(items[i]);
+    for (Pen & pen : pens)
+        pen.is_changed = true;
+    return 1;
+}
+
+void Postscript::applyItem(std::string_view item)
+{
+    auto const is = [&](std::string_view keyword) { return detail::startsIgnoringCase(item, keyword); };
+    auto const readNumber = [&](std::size_t position, float & value) {
+        float const number = item.size() > position ? detail::toFloat(item.substr(position)) : 0;
+        if (number > 0 && std::isfinite(number))
+            value = number;
+    };
+    auto const setPage = [&](float width, float height) {
+        if (width > 0 && height > 0) {
+            width_pt = POINTS_PER_INCH * width;
+            height_pt = POINTS_PER_INCH * height;
+        }
+    };
+    if (is("port") || is("land"))
+        is_portrait = is("port");
+    else if (is("eps") || is("noeps"))
+        is_eps = is("eps");
+    else if (is("color") || is("gray"))
+        is_color = is("color");
+    else if (is("scale"))
+        readNumber(6, scale);
+    else if (is("lwidth"))
+        readNumber(7, width_factor);
+    else if (is("sz")) {
+        float width = 0;
+        float height = 0;
+        if (item.size() > 3)
+            detail::scan(item.substr(3), "%f:%f", &width, &height);
+        setPage(width, height);
+    } else
+        for (PageSize const & page : PAGE_SIZES)
+            if (is(page.name)) {
+                setPage(page.width, page.height);
+                break;
+            }
+    is_color_capable = is_color_capable || is("color");
+}
+
+// ---- the page ----
+
+int Postscript::open()
+{
+    close();
+    is_append = file_name.starts_with('+');
+    bool const is_pipe = file_name.starts_with('|');
+    std::string const name = file_name.substr(is_append ? 1 : 0);
+    Yul::outMessage(is_pipe     ? "Spooling to: %s\n"
+                    : is_append ? "Appending to: %s\n"
+                                : "Creating: %s\n",
+                    name.c_str());
+    if (file.open(name.c_str(), is_append ? "a" : "w") == 0) {
+        Yul::outError("Postscript: unable to output to file\n");
+        return 0;
+    }
+    buffer.resize(BUFFER_SIZE);
+    used = 0;
+    is_broken = false;
+    pens = {};
+    clip.set(0, 0, width_pt, height_pt);
+    writeHeader();
+    is_open = true;
+    return 1;
+}
+
+void Postscript::writeHeader()
+{
+    std::string const page_title = commentText(title);
+    String now;
+    DateTool::getCurrent(now);
+    std::string const factor = detail::format("%.2f", scale);
+    if (is_eps) {
+        put("%!PS-Adobe-3.0 EPSF-3.0\n");
+        put(is_portrait ? "%%BoundingBox: 0 0 756 576\n" : "%%BoundingBox: 0 0 576 756\n");
+    } else
+        put("%!PS-Adobe-1.0\n");
+    put("%%Title: Yul Graphics Display: " + page_title + "\n");
+    put("%%Creator: Yul Postscript Processor-5.5\n");
+    put("%%CreationDate: " + std::string(now.get()) + "\n");
+    put("%%EndComments\n%%Postscript initialization\n");
+    if (!is_eps)
+        put("30 dict begin\n/saveobj save def\n");
+    put(PROLOG);
+    if (!is_portrait)
+        put(is_eps ? "90 rotate\n0. inch -8.5 inch translate\n"
+                   : "90 rotate\n.25 inch -8.25 inch translate\n");
+    else if (!is_eps)
+        put(".25 inch .25 inch translate\n");
+    put(is_color ? "0 0 0 setrgbcolor\n" : "0 setgray\n");
+    put("2 setlinejoin\n1 dot lw\n[] 0 setdash\n");
+    put(factor + " " + factor + " scale\n");
+    put("%%Begin plot\n%%Yul Plot: " + page_title + "\n");
+}
+
+int Postscript::close()
+{
+    if (!is_open)
+        return 0;
+    put("%%End of plot\n");
+    if (is_eps && !is_append)
+        put("1 dict begin save /saveobj exch def\n"); // what the trailer restores and ends
+    if (!is_append)
+        put("saveobj restore\nshowpage\nend\n%%EOF\n");
+    flush();
+    is_open = false;
+    if (file.close() != 0)
+        return 1;
+    Yul::outError("Postscript::close: unable to write all of the plot to: %s\n", file_name.c_str());
+    return 0;
+}
+
+int Postscript::getDevice(String & name)
+{
+    return name.set("postscript");
+}
+
+int Postscript::setTitle(char const * new_title)
+{
+    title = detail::viewOf(new_title);
+    return 1;
+}
+
+int Postscript::getSize(float & width, float & height)
+{
+    width = width_pt;
+    height = height_pt;
+    return 1;
+}
+
+float Postscript::getWidth()
+{
+    return width_pt;
+}
+
+float Postscript::getHeight()
+{
+    return height_pt;
+}
+
+int Postscript::getOffset(float & x, float & y)
+{
+    x = offset_x;
+    y = offset_y;
+    return 1;
+}
+
+int Postscript::getCoords(Rect & rect)
+{
+    return rect.setu(0, height_pt, width_pt, 0);
+}
+
+Rect Postscript::getCoords()
+{
+    Rect rect;
+    getCoords(rect);
+    return rect;
+}
+
+// ---- pens ----
+
+int Postscript::allocColor(float r, float g, float b)
+{
+    return packColor(r, g, b);
+}
+
+Postscript::Pen * Postscript::findPen(int pen)
+{
+    if (pen < LINE_PEN || pen > TEXT_PEN)
+        return nullptr;
+    Pen & found = pens[static_cast<std::size_t>(pen - LINE_PEN)];
+    found.is_changed = true;
+    return &found;
+}
+
+int Postscript::setColor(int pen, int color)
+{
+    Pen * const found = findPen(pen);
+    if (found == nullptr)
+        return 0;
+    found->color = color;
+    return 1;
+}
+
+int Postscript::setLineWidth(int pen, float width)
+{
+    Pen * const found = pen != FILL_PEN ? findPen(pen) : nullptr;
+    if (found == nullptr || !(width >= 0))
+        return 0;
+    found->width = width == 0 ? 1 : width; // Kept: a width of zero draws as one dot.
+    return 1;
+}
+
+int Postscript::setLineStyle(int pen, int style)
+{
+    Pen * const found = findPen(pen);
+    if (found == nullptr)
+        return 0;
+    found->line_style = style;
+    return 1;
+}
+
+int Postscript::setFillStyle(int pen, int style)
+{
+    Pen * const found = findPen(pen);
+    if (found == nullptr)
+        return 0;
+    found->fill_style = style;
+    return 1;
+}
+
+/// Colour; for lines also width and dash, in the order that each pen writes them.
+std::string const & Postscript::setupOf(int pen)
+{
+    Pen & p = pens[static_cast<std::size_t>(pen - LINE_PEN)];
+    if (!p.is_changed)
+        return p.setup;
+    float const multiplier = pen == LINE_PEN ? static_cast<float>(width_multiplier) : 1.0F;
+    float const width = std::min(p.width * width_factor * multiplier, MAX_WIDTH);
+    std::string const width_operator = detail::format("%2.1f dot lw\n", width);
+    p.setup = colorOperator(p.color, is_color);
+    if (pen == LINE_PEN)
+        p.setup.append(width_operator).append(dashOf(p.line_style));
+    else if (pen != FILL_PEN)
+        p.setup.append(SOLID).append(width_operator);
+    p.is_changed = false;
+    return p.setup;
+}
+
+// ---- figures ----
+
+int Postscript::drawLine(int pen, float x1, float y1, float x2, float y2)
+{
+    Point const points[] = {Point(x1, y1), Point(x2, y2)};
+    if (!is_open || pen < LINE_PEN || pen > TEXT_PEN || !isFinite(points[0]) || !isFinite(points[1]))
+        return 0;
+    put("%%PL:2\n");
+    put(setupOf(pen));
+    writePath(points, std::size(points));
+    put("stroke\n");
+    return is_broken ? 0 : 1;
+}
+
+int Postscript::drawLine(int pen, Points const & points)
+{
+    if (!is_open || pen < LINE_PEN || pen > TEXT_PEN || points.getNum() < 2 || !isFinite(points))
+        return 0;
+    put(detail::format("%%%%PL:%d\n", points.getNum()));
+    put(setupOf(pen));
+    writePath(points.all().data(), points.all().size());
+    put("stroke\n");
+    return is_broken ? 0 : 1;
+}
+
+int Postscript::drawFill(int pen, Points const & points)
+{
+    if (!is_open || pen < LINE_PEN || pen > TEXT_PEN || points.getNum() < 3 || !isFinite(points))
+        return 0;
+    put(detail::format("%%%%FA:%d\n", points.getNum()));
+    put(setupOf(FILL_PEN));
+    writePath(points.all().data(), points.all().size());
+    put("cp\nfill\n");
+    return is_broken ? 0 : 1;
+}
+
+void Postscript::writePath(Point const * points, std::size_t count)
+{
+    put("np\n");
+    for (std::size_t i = 0; i < count; ++i) {
+        char * const line = room(LINE_ROOM);
+        char * out = detail::writeFixed2(line, points[i].x);
+        *out++ = ' ';
+        out = detail::writeFixed2(out, points[i].y);
+        std::memcpy(out, i == 0 ? " mv\n" : " ln\n", 4);
+        used += static_cast<std::size_t>(out + 4 - line);
+    }
+}
+
+int Postscript::setImageAlign(int horizontal, int vertical)
+{
+    image_halign = horizontal;
+    image_valign = vertical;
+    return 1;
+}
+
+int Postscript::drawImage(Image const & image, float x, float y)
+{
+    if (!is_open || image.isEmpty() || !isFinite(Point(x, y)))
+        return 0;
+    int const w = image.getWidth();
+    int const h = image.getHeight();
+    float const far = GTran::PLOT_LIMIT;
+    put("gsave\n");
+    put(detail::format("%d %d translate\n", alignedAt(std::clamp(x, -far, far), w, image_halign),
+                       alignedAt(std::clamp(y, -far, far), h, image_valign)));
+    put(detail::format("%d %d scale\n", w, h));
+    put(detail::format("/picstr %d string def\n", w));
+    put(detail::format("%d %d 8 [ %d 0 0 %d 0 %d ]\n", w, h, w, -h, h));
+    put("{ currentfile picstr readhexstring pop }\n");
+    put(is_color ? "false 3 colorimage\n" : "image\n");
+    writeSamples(image);
+    put("grestore\n");
+    return is_broken ? 0 : 1;
+}
+
+void Postscript::writeSamples(Image const & image)
+{
+    constexpr int SAMPLES_A_LINE = 40;
+    constexpr int WHITE = 0xffffff;
+    constexpr char HEX[] = "0123456789ABCDEF";
+    char line[6 * SAMPLES_A_LINE + 1];
+    for (int row = 0; row < image.getHeight(); ++row) {
+        char * out = line;
+        auto const writeOctet = [&](int octet) {
+            *out++ = HEX[octet >> 4];
+            *out++ = HEX[octet & 0xf];
+        };
+        for (int column = 0; column < image.getWidth(); ++column) {
+            int const pixel = image.getPixel(column, row);
+            int const color = pixel < 0 ? WHITE : pixel;
+            if (is_color) {
+                writeOctet(redOf(color));
+                writeOctet(greenOf(color));
+                writeOctet(blueOf(color));
+            } else
+                writeOctet(static_cast<int>(grayOf(color) * 255 + 0.5));
+            if ((column + 1) % SAMPLES_A_LINE == 0 || column + 1 == image.getWidth()) {
+                *out++ = '\n';
+                put({line, static_cast<std::size_t>(out - line)});
+                out = line;
+            }
+        }
+    }
+}
+
+int Postscript::setFont(char const * /*font*/)
+{
+    return 0;
+}
+
+int Postscript::setTextAlign(int /*horizontal*/, int /*vertical*/)
+{
+    return 1;
+}
+
+int Postscript::drawText(Point const & /*point*/, char const * /*text*/)
+{
+    return 0;
+}
+
+Rect Postscript::getClip()
+{
+    return clip;
+}
+
+int Postscript::setClip(float x1, float y1, float x2, float y2)
+{
+    Point const corners[] = {Point(x1, y1), Point(x2, y1), Point(x2, y2), Point(x1, y2)};
+    if (!is_open || !isFinite(corners[0]) || !isFinite(corners[2]))
+        return 0;
+    clip.set(x1, y1, x2, y2);
+    put("initclip\n");
+    writePath(corners, std::size(corners));
+    put("cp\nclip\n");
+    return is_broken ? 0 : 1;
+}
+
+int Postscript::setClip(Rect rect)
+{
+    return setClip(rect.x1, rect.y1, rect.x2, rect.y2);
+}
+
+// ---- output ----
+
+char * Postscript::room(std::size_t size)
+{
+    if (used + size > buffer.size())
+        flush();
+    return buffer.data() + used;
+}
+
+void Postscript::put(std::string_view text)
+{
+    while (!text.empty()) {
+        std::string_view const piece = text.substr(0, buffer.size());
+        std::memcpy(room(piece.size()), piece.data(), piece.size());
+        used += piece.size();
+        text.remove_prefix(piece.size());
+    }
+}
+
+void Postscript::flush()
+{
+    if (!is_broken && used > 0 && file.write({buffer.data(), used}) == 0)
+        is_broken = true; // close reports it; nothing is written behind a gap
+    used = 0;
+}
+
+} // namespace Yul

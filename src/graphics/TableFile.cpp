@@ -1,0 +1,97 @@
+#include "graphics/TableFile.h"
+
+#include "core/File.h"
+#include "core/FileTool.h"
+#include "core/Number.h"
+#include "core/String.h"
+#include "core/Yul.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace Yul::detail {
+namespace {
+
+constexpr std::size_t MAX_OCTETS = 4U << 20;
+
+std::string_view trimmed(std::string_view line)
+{
+    while (!line.empty() && isBlank(line.front()))
+        line.remove_prefix(1);
+    while (!line.empty() && isBlank(line.back()))
+        line.remove_suffix(1);
+    return line;
+}
+
+template <class Number> bool readNumber(std::string_view word, Number & value)
+{
+    Number read{};
+    auto const [end, error] = std::from_chars(word.data(), word.data() + word.size(), read);
+    if (error != std::errc{} || end != word.data() + word.size())
+        return false;
+    value = read;
+    return true;
+}
+
+} // namespace
+
+int TableFile::open(std::string const & name)
+{
+    text.clear();
+    position = 0;
+    File file;
+    if (name.empty() || name == "-" || file.open(name.c_str(), "r") == 0)
+        return 0;
+    text.resize(MAX_OCTETS + 1);
+    text.resize(file.read(text.data(), text.size()));
+    return text.size() <= MAX_OCTETS ? 1 : 0;
+}
+
+bool TableFile::next(std::string_view & line)
+{
+    std::string_view const all = text;
+    while (position < all.size()) {
+        std::size_t const end = std::min(all.find('\n', position), all.size());
+        line = trimmed(all.substr(position, end - position));
+        position = end + 1;
+        if (!line.empty() && line.front() != '#')
+            return true;
+    }
+    return false;
+}
+
+std::vector<std::string_view> words(std::string_view line)
+{
+    std::vector<std::string_view> found;
+    for (line = trimmed(line); !line.empty(); line = trimmed(line)) {
+        std::size_t length = 0;
+        while (length < line.size() && !isBlank(line[length]))
+            ++length;
+        found.push_back(line.substr(0, length));
+        line.remove_prefix(length);
+    }
+    return found;
+}
+
+bool readInt(std::string_view word, int & value)
+{
+    return readNumber(word, value);
+}
+
+bool readFloat(std::string_view word, float & value)
+{
+    float read = 0;
+    if (!readNumber(word, read) || !std::isfinite(read))
+        return false;
+    value = read;
+    return true;
+}
+
+std::string databaseFile(std::string_view name)
+{
+    String path;
+    FileTool::addPath(Yul::getDatabasePath(), std::string(name).c_str(), path);
+    return path.get();
+}
+
+} // namespace Yul::detail

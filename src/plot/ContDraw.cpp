@@ -1,0 +1,419 @@
+// Drawing the contour lines of a grid, with their labels and the field's highs and lows.
+#include "core/Format.h"
+#include "core/Yul.h"
+#include "grid/Grid.h"
+#include "plot/Clip.h"
+#include "plot/ContPlot.h"
+#include "plot/Extrema.h"
+#include "plot/GridPlaces.h"
+#include "plot/LineLabels.h"
+#include "plot/Plot.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace Yul {
+namespace {
+
+using detail::CellLine;
+using detail::DrawnLine;
+using detail::Extremum;
+using detail::FieldView;
+using detail::LabelBox;
+
+/// In heights of the plot's labels.
+constexpr float LABEL_HEIGHT = 0.72F;
+constexpr float EXTREMUM_HEIGHT = 1.7F;
+constexpr float VALUE_HEIGHT = 0.85F;
+
+constexpr float LABEL_SPACING = 0.24F;     // of the page's longer side
+constexpr float EXTREMUM_SPACING = 0.085F; // of the frame, in points of the grid
+constexpr float LEAST_PROMINENCE = 0.5F;   // of the contour interval
+constexpr float WIDE = 2.2F;               // how much wider every nth line is
+
+/// Decimals that tell the levels apart.
+int decimalsOf(float interval)
+{
+    double scaled = std::abs(static_cast<double>(interval));
+    int decimals = 0;
+    while (decimals < 6 && std::abs(scaled - std::round(scaled)) > 1e-3 * std::min(scaled, 1.)) {
+        scaled *= 10;
+        ++decimals;
+    }
+    return decimals;
+}
+
+/// A level or value as it is written on the map.
+std::string numberText(float value, float interval)
+{
+    if (detail::isMissing(interval))
+        return detail::plainNumber(value);
+    std::string text = detail::format("%.*f", decimalsOf(interval), static_cast<double>(value));
+    bool const is_zero = text.find_first_not_of("-0.") == std::string::npos;
+    return is_zero && text.front() == '-' ? text.substr(1) : text;
+}
+
+/// From the plane of the map to page measure (NDC), and to nothing else.
+struct PageScale
+{
+    float x_factor, x_offset, y_factor, y_offset;
+
+    explicit PageScale(Graph const & graph)
+    {
+        auto const & tran = graph.getTransform(Plot::MAP_TRAN);
+        Rect const & window = tran.getWindow();
+        Rect const & view = tran.getViewport();
+        x_factor = (view.x2 - view.x1) / (window.x2 - window.x1);
+        y_factor = (view.y2 - view.y1) / (window.y2 - window.y1);
+        x_offset = view.x1 - window.x1 * x_factor;
+        y_offset = view.y1 - window.y1 * y_factor;
+    }
+
+    [[nodiscard]] float x(float plane_x) const { return plane_x * x_factor + x_offset; }
+
+    [[nodiscard]] float y(float plane_y) const { return plane_y * y_factor + y_offset; }
+};
+
+struct Pen
+{
+    int color;
+    float width;
+    int style;
+
+    bool operator==(Pen const & other) const = default;
+};
+
+} // namespace
+
+/// One drawing of one grid.
+class ContPlot::Drawer
+{
+public:
+    Drawer(ContPlot & contours, Plot & on_plot, Grid const & of_grid)
+        : cont(contours), plot(on_plot), graph(on_plot.getGraph()), grid(of_grid), frame(on_plot.getFrame())
+    {
+        // A hair larger: a line on the frame is not cut by rounding.
+        float const slack = 1e-5F * std::max(frame.getWidth(), frame.getHeight());
+        frame = Rect(frame.x1 - slack, frame.y1 - slack, frame.x2 + slack, frame.y2 + slack);
+        for (int i = 0; i < cont.getNumLevels(); ++i)
+            pens.push_back(penOf(i));
+    }
+
+    int draw(Domain const & domain)
+    {
+        if (detail::isSamePlane(domain, plot.getDomain())) {
+            for (auto const & set : detail::columnRowCoordinates(domain, plot.getDomain(), frame)) {
+                FieldView const view = set.view(grid.data(), frame);
+                detail::ColumnRowPlaces const places(set.x, set.y);
+                auto const find = [&](int column, int row, float & x, float & y) {
+                    x = set.x[static_cast<std::size_t>(column)];
+                    y = set.y[static_cast<std::size_t>(row)];
+                    return true;
+                };
+                double const cells = static_cast<double>(view.end_column - view.first_column) *
+                                     static_cast<double>(view.end_row - view.first_row);
+                drawView(view, places, find, cells);
+            }
+            return 1;
+        }
+        detail::PointPlaces places;
+        if (!places.locate(domain, plot.getDomain(), frame)) {
+            Yul::outWarning("ContPlot::draw: The grid has no place on the plot\n");
+            return 0;
+        }
+        FieldView const view{grid.data(), grid.getNx(),    grid.getNy(), 0, grid.getNx() - 1,
+                             0,           grid.getNy() - 1};
+        auto const find = [&](int column, int row, float & x, float & y) {
+            return places.find(column, row, x, y);
+        };
+        drawView(view, places, find, places.getNumVisible());
+        return 1;
+    }
+
+private:
+    [[nodiscard]] Pen penOf(int i)
+    {
+        PlotAttr attr = cont.line;
+        if (char const * const color = cont.fill.getColor(i))
+            attr.setColor(color);
+        Pen pen{};
+        bool const is_index = attr.color_name[0] == '\0' && !detail::isMissing(attr.color);
+        pen.color =
+            is_index ? plot.getColorMap().getValue(attr.color) : plot.findColor(attr.color_name, "black");
+        pen.width = detail::isMissing(attr.width) ? 0.F : attr.width;
+        if (isWide(i))
+            pen.width = WIDE * std::max(pen.width, 1.F);
+        pen.style = detail::isMissing(attr.style) ? dashStyle(cont.getLevel(i)) : attr.style;
+        return pen;
+    }
+
+    [[nodiscard]] int dashStyle(float level) const
+    {
+        constexpr int SOLID = 1;
+        constexpr int DASHED = 2;
+        if (cont.dash == 1)
+            return DASHED;
+        float const limit = detail::isMissing(cont.base) ? 0.F : cont.base;
+        return cont.dash == -1 && level < limit ? DASHED : SOLID;
+    }
+
+    [[nodiscard]] bool isWide(int i) const
+    {
+        if (cont.every < 1)
+            return false;
+        if (detail::isMissing(cont.scale.interval))
+            return i % cont.every == 0;
+        double const from = detail::isMissing(cont.base) ? 0. : static_cast<double>(cont.base);
+        double const steps = std::round((static_cast<double>(cont.getLevel(i)) - from) /
+                                        static_cast<double>(cont.scale.interval));
+        return std::fmod(steps, cont.every) == 0;
+    }
+
+    void usePen(int level)
+    {
+        Pen const & pen = pens[static_cast<std::size_t>(level)];
+        if (level == pen_level)
+            return;
+        pen_level = level;
+        graph.setLineStyle(pen.style);
+        graph.setLineWidth(pen.width);
+        graph.setLineColor(pen.color);
+    }
+
+    /// Hands on the part of a line that lies inside the frame.
+    template <class Draw> void clipped(CellLine const & l, Draw && draw) const
+    {
+        if (detail::isInside(frame, l.x1, l.y1) && detail::isInside(frame, l.x2, l.y2))
+            return draw(l);
+        detail::Kept kept;
+        if (!detail::clipLine(frame, l.x1, l.y1, l.x2, l.y2, kept))
+            return;
+        auto const from = static_cast<float>(kept.from);
+        auto const to = static_cast<float>(kept.to);
+        draw(CellLine{detail::alongSide(l.x1, l.x2, from), detail::alongSide(l.y1, l.y2, from),
+                      detail::alongSide(l.x1, l.x2, to), detail::alongSide(l.y1, l.y2, to),
+                      kept.from > 0 ? -1 : l.side1, kept.to < 1 ? -1 : l.side2});
+    }
+
+    template <class Places, class Find>
+    void drawView(FieldView const & view, Places const & places, Find const & find, double visible_points)
+    {
+        float const tweak = (cont.range.max - cont.range.min) / 10000;
+        std::span<float const> const levels = cont.scale.levels;
+        graph.setTran(Plot::MAP_TRAN);
+        if (!cont.has_labels && !cont.has_extrema) {
+            detail::sweepCells(view, levels, tweak, places, [&](int, int, int k, CellLine const & line) {
+                clipped(line, [&](CellLine const & l) {
+                    usePen(k);
+                    graph.drawLine(l.x1, l.y1, l.x2, l.y2);
+                });
+            });
+            return;
+        }
+
+        PageScale const page(graph);
+        std::vector<CellLine> plane_lines;
+        std::vector<DrawnLine> lines;
+        detail::sweepCells(
+            view, levels, tweak, places, [&](int column, int row, int k, CellLine const & line) {
+                clipped(line, [&](CellLine const & l) {
+                    plane_lines.push_back(l);
+                    lines.push_back({page.x(l.x1), page.y(l.y1), page.x(l.x2), page.y(l.y2), column, row,
+                                     static_cast<std::int16_t>(k), static_cast<std::int8_t>(l.side1),
+                                     static_cast<std::int8_t>(l.side2)});
+                });
+            });
+        Rect const viewport = graph.getTransform(Plot::MAP_TRAN).getViewport();
+        detail::LabelBoxes boxes(viewport.x1, viewport.y1, viewport.x2, viewport.y2);
+        if (cont.has_extrema)
+            drawExtrema(view, find, visible_points, viewport, page, boxes);
+        if (cont.has_labels)
+            drawLabels(lines, viewport, boxes);
+        drawBroken(plane_lines, lines, boxes);
+    }
+
+    /// The lines with gaps where texts stand.
+    void drawBroken(std::vector<CellLine> const & plane_lines,
+                    std::vector<DrawnLine> const & lines,
+                    detail::LabelBoxes const & boxes)
+    {
+        graph.setTran(Plot::MAP_TRAN);
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            CellLine const & l = plane_lines[i];
+            DrawnLine const & p = lines[i];
+            usePen(p.level);
+            boxes.drawAround(p.x1, p.y1, p.x2, p.y2, [&](float from, float to) {
+                bool const is_whole = from == 0 && to == 1;
+                if (is_whole)
+                    graph.drawLine(l.x1, l.y1, l.x2, l.y2);
+                else
+                    graph.drawLine(detail::alongSide(l.x1, l.x2, from), detail::alongSide(l.y1, l.y2, from),
+                                   detail::alongSide(l.x1, l.x2, to), detail::alongSide(l.y1, l.y2, to));
+            });
+        }
+    }
+
+    void setText(float height, float weight, char const * color)
+    {
+        graph.setTran(Plot::PAGE_TRAN);
+        graph.setTextColor(plot.findColor(color, "black"));
+        graph.setTextHeight(height);
+        graph.setTextWeight(weight);
+        graph.setTextAlign(2, 1);
+    }
+
+    void drawLabels(std::vector<DrawnLine> const & lines, Rect const & viewport, detail::LabelBoxes & boxes)
+    {
+        float const share = detail::isMissing(cont.label.size) ? LABEL_HEIGHT : cont.label.size;
+        float const height = share * plot.getLayout().text_height;
+        float const weight = detail::isMissing(cont.label.weight) ? 1.2F : cont.label.weight;
+        setText(height, weight, cont.label.color_name);
+        std::vector<std::string> texts;
+        std::vector<detail::LevelLabel> labels;
+        for (float const level : cont.scale.levels) {
+            texts.push_back(numberText(level, cont.scale.interval));
+            labels.push_back({graph.getTextWidth(texts.back().c_str())});
+        }
+        detail::LabelRules rules;
+        rules.frame = viewport;
+        rules.text_height = height;
+        rules.spacing = LABEL_SPACING;
+        for (auto const & placed : detail::placeLabels(lines, labels, rules, boxes))
+            drawTextIn(placed.box, height, texts[static_cast<std::size_t>(placed.level)]);
+        graph.setTextDirection(0, 1);
+    }
+
+    /// Centred in the box, along it.
+    void drawTextIn(LabelBox const & box, float height, std::string const & text)
+    {
+        float const up_x = -box.along_y;
+        float const up_y = box.along_x;
+        graph.setTextDirection(up_x, up_y);
+        graph.drawText(box.x - up_x * height / 2, box.y - up_y * height / 2, text.c_str());
+    }
+
+    template <class Find>
+    void drawExtrema(FieldView const & view,
+                     Find const & find,
+                     double visible_points,
+                     Rect const & viewport,
+                     PageScale const & page,
+                     detail::LabelBoxes & boxes)
+    {
+        float const spread = cont.range.max - cont.range.min;
+        float const step = detail::isMissing(cont.scale.interval)
+                               ? spread / static_cast<float>(std::max(cont.getNumLevels(), 1))
+                               : cont.scale.interval;
+        int const reach =
+            std::max(2, static_cast<int>(std::sqrt(visible_points) * static_cast<double>(EXTREMUM_SPACING)));
+        for (Extremum const & extremum : detail::findExtrema(view, reach, LEAST_PROMINENCE * step)) {
+            float x = 0;
+            float y = 0;
+            if (find(extremum.column, extremum.row, x, y) && detail::isInside(frame, x, y))
+                drawExtremum(extremum, step, page.x(x), page.y(y), viewport, boxes);
+        }
+    }
+
+    /// The letter stands on the place, its value below.
+    void drawExtremum(Extremum const & extremum,
+                      float step,
+                      float x,
+                      float y,
+                      Rect const & viewport,
+                      detail::LabelBoxes & boxes)
+    {
+        float const h = plot.getLayout().text_height;
+        float const letter_height = EXTREMUM_HEIGHT * h;
+        float const value_height = VALUE_HEIGHT * h;
+        float const gap = 0.4F * h;
+        char const * const letter = extremum.is_high ? "H" : "L";
+        char const * const color = extremum.is_high ? "blue" : "red";
+        std::string const value = numberText(extremum.value, step);
+
+        setText(value_height, 1.5F, color);
+        LabelBox box;
+        box.half_width = std::max(graph.getTextWidth(value.c_str()), letter_height) / 2 + gap;
+        box.half_height = (letter_height + gap + value_height) / 2 + gap;
+        box.x = x;
+        box.y = y - (gap + value_height) / 2;
+        bool const is_inside = x - box.half_width > viewport.x1 && x + box.half_width < viewport.x2 &&
+                               box.y - box.half_height > viewport.y1 && box.y + box.half_height < viewport.y2;
+        if (!is_inside || !boxes.isFree(box))
+            return;
+        boxes.add(box);
+        graph.drawText(x, y - letter_height / 2 - gap - value_height, value.c_str());
+        setText(letter_height, 3.F, color);
+        graph.drawText(x, y - letter_height / 2, letter);
+    }
+
+    ContPlot & cont;
+    Plot & plot;
+    Graph & graph;
+    Grid const & grid;
+    Rect frame;
+    std::vector<Pen> pens; // by level
+    int pen_level = -1;
+};
+
+namespace {
+
+/// What the labels of the plot can say about a grid.
+void tellFacts(Grid const & grid, Range const & range, float interval, Plot & plot)
+{
+    detail::LabelFacts & facts = plot.getFacts();
+    facts.var_name = grid.getVar().getName();
+    facts.var_long_name = grid.getVar().getLongName();
+    if (facts.var_long_name.empty())
+        facts.var_long_name = grid.getInfo();
+    String level;
+    grid.getLevel().toLabel(level);
+    facts.level = level.get();
+    facts.units = grid.getUnits();
+    facts.model = grid.getGenName();
+    facts.date = grid.getDate();
+    facts.fore = grid.getForeTime();
+    if (grid.getValidDate(facts.valid) == 0)
+        facts.valid = facts.date;
+    facts.interval = interval;
+    facts.min = range.min;
+    facts.max = range.max;
+
+    plot.proposeLabel(detail::UPPER_LEFT, "{%l }%v{ (%u)}");
+    plot.proposeLabel(detail::UPPER_RIGHT, "%f");
+    plot.proposeLabel(detail::LOWER_LEFT, detail::isMissing(interval) ? "" : "Contour interval %c{ %u}");
+    plot.proposeLabel(detail::LOWER_RIGHT, "%m");
+}
+
+/// The grid's domain, or columns and rows for a grid without one.
+bool findDomain(Grid const & grid, Domain & domain)
+{
+    domain = grid.getDomain();
+    if (domain.isMiss())
+        domain.set(grid.getNx(), grid.getNy());
+    return domain.getNx() == grid.getNx() && domain.getNy() == grid.getNy() &&
+           !detail::isMissing(domain.getLimits().x1);
+}
+
+} // namespace
+
+int ContPlot::draw(Plot & plot, Grid const & grid)
+{
+    if (!plot.isOpen()) {
+        Yul::outWarning("ContPlot::draw: The plot is not open\n");
+        return 0;
+    }
+    Domain domain;
+    if (!grid.isData() || !findDomain(grid, domain) || plot.useDomain(domain) == 0) {
+        Yul::outWarning("ContPlot::draw: The grid has no values or no domain\n");
+        return 0;
+    }
+    calcLevels(grid);
+    tellFacts(grid, range, scale.interval, plot);
+    if (!plot.isDrawn(detail::DRAW_PLOT) && !plot.isDrawn(detail::DRAW_DATA))
+        return 1;
+    return Drawer(*this, plot, grid).draw(domain);
+}
+
+} // namespace Yul

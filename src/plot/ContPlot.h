@@ -1,0 +1,102 @@
+// Contour lines of a grid.
+#pragma once
+
+#include "core/Const.h"
+#include "geo/Rect.h"
+#include "plot/ColorFill.h"
+#include "plot/LevelScale.h"
+#include "plot/PlotAttr.h"
+
+namespace Yul {
+
+class Grid;
+class Plot;
+
+/// Draws a grid as contour lines on a plot. Levels come from an interval (and a base), or from a list of
+/// values; without either the range is cut into about as many plain steps as there are colours.
+///
+/// Every contour is drawn cell by cell as lines of two points, in whatever plane the plot has; on request
+/// labels stand in the lines and the highs and lows of the field are marked. Operations return 1, or 0 and
+/// change nothing for bad input (NaN, infinite and negative intervals, unknown texts).
+class ContPlot
+{
+public:
+    ContPlot() = default;
+
+    /// Forgets all settings.
+    int init();
+
+    /// The step from level to level; 0 or Const::MISS for a plain one.
+    int setInterval(float value);
+    /// A level from which the others are counted; Const::MISS for none (0 is one then).
+    int setBase(float value);
+    /// No level below or above; Const::MISS for no limit.
+    int setLow(float value);
+    int setHigh(float value);
+    /// Explicit levels, see ColorFill::setValues.
+    int setValues(char const * text);
+    /// How many colours the scale has, see ColorFill::setNumColors.
+    int setNumColors(int n);
+    /// 1: all lines dashed; -1: lines below the base (or below 0) dashed; any other: all solid.
+    int setDash(int mode);
+    /// How the lines look. A style here takes the place of the dash mode.
+    int setLine(PlotAttr const & attr);
+    /// How the line labels look: colour, text height (in heights of the plot's labels) and weight.
+    int setLabel(PlotAttr const & attr);
+    int setFill(ColorFill const & value);
+
+    [[nodiscard]] ColorFill const & getFill() const noexcept { return fill; }
+
+    /// Every nth level, counted from the base, is drawn with wider lines; 0 for none.
+    int setEvery(int n);
+
+    /// Settings as a list separated by commas; unknown items are passed over:
+    ///   int=N  base=N  low=N  high=N   as above           val=A:B:C    explicit levels
+    ///   ncol=N   number of colours                        col=A:B:C    line colours from the lowest level up
+    ///   dash=N   dash mode                                line=ATTR    attribute text, colons between items
+    ///   every=N  wide lines                               lab or lab=ATTR, nolab   labels in the lines
+    ///   hilo, nohilo   highs and lows marked
+    int setParam(char const * params);
+
+    /// Chooses the levels for a grid, as `draw` does. Warns when the interval is too small and replaced.
+    /// return 0 for a grid without values.
+    int calcLevels(Grid const & grid);
+
+    [[nodiscard]] int getNumLevels() const noexcept { return static_cast<int>(scale.levels.size()); }
+
+    /// Level i of the last choice. Levels beyond the last go on by the interval; beyond explicit ones there
+    /// is only the field's maximum plus 1. Const::MISS for a negative index.
+    [[nodiscard]] float getLevel(int i) const noexcept;
+
+    /// The interval of the last choice; Const::MISS for explicit levels.
+    [[nodiscard]] float getInterval() const noexcept { return scale.interval; }
+
+    /// Lowest and highest level of the last choice.
+    [[nodiscard]] float getLow() const noexcept { return scale.lowest; }
+
+    [[nodiscard]] float getHigh() const noexcept { return scale.highest; }
+
+    /// Draws the grid on an open plot, in the plot's domain or, where it has none, in the grid's own, which
+    /// it then takes. Proposes labels for the plot: variable and level, time, interval, model.
+    /// return 0 with a warning when the plot is not open, or the grid has no values or no place on the plot.
+    int draw(Plot & plot, Grid const & grid);
+
+private:
+    class Drawer;
+
+    float interval = Const::MISS;
+    float base = Const::MISS;
+    float low = Const::MISS;
+    float high = Const::MISS;
+    int dash = 0;
+    int every = 0;
+    bool has_labels = false;
+    bool has_extrema = false;
+    PlotAttr line;
+    PlotAttr label;
+    ColorFill fill;
+    detail::LevelScale scale; // of the last choice
+    Range range;              // of the grid that it was for
+};
+
+} // namespace Yul

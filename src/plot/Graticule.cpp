@@ -1,0 +1,377 @@
+#include "plot/Graticule.h"
+
+#include "core/Format.h"
+#include "plot/Clip.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <optional>
+
+namespace Yul::detail {
+namespace {
+
+constexpr int SAMPLES = 360; // along one line
+constexpr int LATTICE = 41;  // points a side by which the frame is looked over
+constexpr double MOST_PARALLELS = 7;
+constexpr double MOST_MERIDIANS = 12;
+constexpr double FLATNESS = 1e-4; // of the frame: how far a drawn line may be from the true one
+constexpr double JUMP = 0.2;      // of the frame: two samples this far apart are not joined
+
+constexpr double DEGREE_STEPS[] = {.01, .02, .05, .1, .2, .5, 1, 2, 5, 10, 15, 20, 30, 45, 90};
+
+struct Spread
+{
+    double min;
+    double max;
+
+    [[nodiscard]] double width() const { return max - min; }
+};
+
+/// What of the earth a frame shows: longitudes as offsets from a middle one.
+struct View
+{
+    Spread lat{91, -91};
+    Spread lon{181, -181};
+    double mid_lon = 0;
+    bool has_pole = false; // a pole inside, where all meridians meet
+
+    [[nodiscard]] bool isEmpty() const { return lat.min > lat.max; }
+};
+
+double halfTurn(double lon)
+{
+    return lon - 360 * std::floor((lon + 180) / 360);
+}
+
+bool polePoint(Domain const & domain, Rect const & frame, double lat)
+{
+    std::vector<double> const lats(2, lat);
+    std::vector<double> const lons = {0, 90};
+    std::vector<double> x(2);
+    std::vector<double> y(2);
+    if (domain.forward(lats, lons, x, y) != 2)
+        return false;
+    double const size = static_cast<double>(std::max(frame.getWidth(), frame.getHeight()));
+    return isInside(frame, static_cast<float>(x[0]), static_cast<float>(y[0])) &&
+           std::hypot(x[1] - x[0], y[1] - y[0]) < FLATNESS * size;
+}
+
+View lookOver(Domain const & domain, Rect const & frame)
+{
+    std::vector<double> x;
+    std::vector<double> y;
+    for (int j = 0; j < LATTICE; ++j) {
+        for (int i = 0; i < LATTICE; ++i) {
+            x.push_back(static_cast<double>(frame.x1) +
+                        static_cast<double>(frame.getWidth()) * i / (LATTICE - 1));
+            y.push_back(static_cast<double>(frame.y1) +
+                        static_cast<double>(frame.getHeight()) * j / (LATTICE - 1));
+        }
+    }
+    std::vector<double> lat(x.size());
+    std::vector<double> lon(x.size());
+    domain.inverse(x, y, lat, lon);
+
+    View view;
+    double const middle = lon[lon.size() / 2];
+    view.mid_lon = isMissing(middle) ? static_cast<double>(domain.get().clon) : middle;
+    for (std::size_t i = 0; i < lat.size(); ++i) {
+        if (isMissing(lat[i]) || isMissing(lon[i]))
+            continue;
+        double const offset = halfTurn(lon[i] - view.mid_lon);
+        view.lat = {std::min(view.lat.min, lat[i]), std::max(view.lat.max, lat[i])};
+        view.lon = {std::min(view.lon.min, offset), std::max(view.lon.max, offset)};
+    }
+    for (double const pole : {-90., 90.}) {
+        if (view.isEmpty() || !polePoint(domain, frame, pole))
+            continue;
+        view.has_pole = true;
+        view.lat = {std::min(view.lat.min, pole), std::max(view.lat.max, pole)};
+        view.lon = {-180, 180};
+    }
+    return view;
+}
+
+double degreeStep(Spread const & spread, double most)
+{
+    for (double const step : DEGREE_STEPS)
+        if (spread.width() / step <= most)
+            return step;
+    return 90;
+}
+
+/// The step asked for, unless it fills the frame with lines.
+std::optional<double> givenStep(float step, Spread const & spread)
+{
+    constexpr double MOST_LINES = 400;
+    if (isMissing(step) || !(step > 0) || spread.width() / static_cast<double>(step) > MOST_LINES)
+        return std::nullopt;
+    return static_cast<double>(step);
+}
+
+/// 1, 2 or 5 times a power of ten.
+double axisStep(Spread const & spread, double most)
+{
+    double const raw = spread.width() / most;
+    double const power = std::pow(10., std::floor(std::log10(raw)));
+    for (double const factor : {1., 2., 5.})
+        if (raw <= factor * power)
+            return factor * power;
+    return 10 * power;
+}
+
+/// The multiples of a step inside a range.
+std::vector<double> multiples(Spread const & spread, double step)
+{
+    std::vector<double> found;
+    double const slack = 1e-6;
+    for (double k = std::ceil(spread.min / step - slack); k <= std::floor(spread.max / step + slack); ++k)
+        found.push_back(k * step);
+    return found;
+}
+
+/// Cuts lines at the frame and notes where they meet it.
+class Cutter
+{
+public:
+    Cutter(Rect const & f, Graticule & g)
+        : frame(f), graticule(g), size(std::max(f.getWidth(), f.getHeight()))
+    {
+        double const slack = 1e-6 * static_cast<double>(size);
+        outer = Rect(static_cast<float>(static_cast<double>(f.x1) - slack),
+                     static_cast<float>(static_cast<double>(f.y1) - slack),
+                     static_cast<float>(static_cast<double>(f.x2) + slack),
+                     static_cast<float>(static_cast<double>(f.y2) + slack));
+    }
+
+    void cut(LineKind kind, float value, std::vector<double> const & x, std::vector<double> const & y)
+    {
+        piece = {kind, value, {}};
+        for (std::size_t i = 0; i + 1 < x.size(); ++i) {
+            bool const is_line =
+                !isMissing(x[i]) && !isMissing(x[i + 1]) &&
+                std::hypot(x[i + 1] - x[i], y[i + 1] - y[i]) < JUMP * static_cast<double>(size);
+            Kept kept;
+            if (!is_line || !clipLine(outer, x[i], y[i], x[i + 1], y[i + 1], kept)) {
+                finish();
+                continue;
+            }
+            auto const at = [&](double t) {
+                return Point(static_cast<float>(x[i] + t * (x[i + 1] - x[i])),
+                             static_cast<float>(y[i] + t * (y[i + 1] - y[i])));
+            };
+            if (piece.points.getNum() == 0 || kept.from > 0) {
+                finish();
+                piece.points.add(at(kept.from));
+            }
+            piece.points.add(at(kept.to));
+            if (kept.to < 1)
+                finish();
+        }
+        finish();
+    }
+
+private:
+    void finish()
+    {
+        auto & points = piece.points.all();
+        if (points.size() > 1) {
+            note(points.front());
+            note(points.back());
+            straighten();
+            graticule.lines.push_back(piece);
+        }
+        points.clear();
+    }
+
+    /// A line's end on the frame is a tick; one inside is only where the line ends.
+    void note(Point const & end)
+    {
+        float const near = 1e-4F * size;
+
+        struct
+        {
+            GraticuleTick::Edge edge;
+            float distance;
+        } const edges[] = {
+            {GraticuleTick::LEFT, std::abs(end.x - frame.x1)},
+            {GraticuleTick::RIGHT, std::abs(end.x - frame.x2)},
+            {GraticuleTick::BOTTOM, std::abs(end.y - frame.y1)},
+            {GraticuleTick::TOP, std::abs(end.y - frame.y2)},
+        };
+
+        for (auto const & [edge, distance] : edges)
+            if (distance < near && isNew(edge, end, near))
+                graticule.ticks.push_back({piece.kind, piece.value, edge, end.x, end.y});
+    }
+
+    [[nodiscard]] bool isNew(GraticuleTick::Edge edge, Point const & end, float near) const
+    {
+        return std::none_of(graticule.ticks.begin(), graticule.ticks.end(), [&](GraticuleTick const & tick) {
+            return tick.edge == edge && tick.kind == piece.kind && tick.value == piece.value &&
+                   std::abs(tick.x - end.x) < near && std::abs(tick.y - end.y) < near;
+        });
+    }
+
+    /// Drops points that the line passes anyway.
+    /// Source: D. H. Douglas and T. K. Peucker, Algorithms for the reduction of the number of points required
+    /// to represent a digitized line, The Canadian Cartographer 10 (1973).
+    void straighten()
+    {
+        auto & points = piece.points.all();
+        std::vector<bool> kept(points.size(), false);
+        kept.front() = kept.back() = true;
+        std::vector<std::pair<std::size_t, std::size_t>> parts = {{0, points.size() - 1}};
+        while (!parts.empty()) {
+            auto const [first, last] = parts.back();
+            parts.pop_back();
+            std::size_t farthest = first;
+            double most = FLATNESS * static_cast<double>(size);
+            for (std::size_t i = first + 1; i < last; ++i) {
+                double const distance = distanceTo(points[first], points[last], points[i]);
+                if (distance > most) {
+                    most = distance;
+                    farthest = i;
+                }
+            }
+            if (farthest == first)
+                continue;
+            kept[farthest] = true;
+            parts.emplace_back(first, farthest);
+            parts.emplace_back(farthest, last);
+        }
+        std::size_t next = 0;
+        for (std::size_t i = 0; i < points.size(); ++i)
+            if (kept[i])
+                points[next++] = points[i];
+        points.resize(next);
+    }
+
+    static double distanceTo(Point const & a, Point const & b, Point const & p)
+    {
+        double const dx = static_cast<double>(b.x) - static_cast<double>(a.x);
+        double const dy = static_cast<double>(b.y) - static_cast<double>(a.y);
+        double const px = static_cast<double>(p.x) - static_cast<double>(a.x);
+        double const py = static_cast<double>(p.y) - static_cast<double>(a.y);
+        double const length = std::hypot(dx, dy);
+        return length > 0 ? std::abs(dx * py - dy * px) / length : std::hypot(px, py);
+    }
+
+    Rect frame;
+    Rect outer; // a hair larger: lines on the frame belong to it
+    Graticule & graticule;
+    float size;
+    GraticuleLine piece{};
+};
+
+/// A value at each sample from one end of a range to the other.
+std::vector<double> samples(double from, double to)
+{
+    std::vector<double> values;
+    for (int i = 0; i <= SAMPLES; ++i)
+        values.push_back(from + (to - from) * i / SAMPLES);
+    return values;
+}
+
+void addMapLine(Domain const & domain,
+                LineKind kind,
+                double value,
+                std::vector<double> const & lat,
+                std::vector<double> const & lon,
+                Cutter & cutter)
+{
+    std::vector<double> x(lat.size());
+    std::vector<double> y(lat.size());
+    domain.forward(lat, lon, x, y);
+    cutter.cut(kind, static_cast<float>(value), x, y);
+}
+
+void addMapLines(Domain const & domain, Rect const & frame, GraticuleStep const & step, Cutter & cutter)
+{
+    View const view = lookOver(domain, frame);
+    if (view.isEmpty())
+        return;
+    double const lat_step = givenStep(step.lat, view.lat).value_or(degreeStep(view.lat, MOST_PARALLELS));
+    double const lon_step = givenStep(step.lon, view.lon).value_or(degreeStep(view.lon, MOST_MERIDIANS));
+
+    // A little beyond what the lattice saw, so that lines surely reach the frame.
+    double const lat_slack = view.lat.width() / (LATTICE - 1);
+    double const lon_slack = view.lon.width() / (LATTICE - 1);
+    Spread const lat = {std::max(view.lat.min - lat_slack, -90.), std::min(view.lat.max + lat_slack, 90.)};
+    bool const is_round = view.lon.width() + lon_slack >= 360;
+    Spread const lon =
+        is_round ? Spread{view.mid_lon - 180, view.mid_lon + 180}
+                 : Spread{view.mid_lon + view.lon.min - lon_slack, view.mid_lon + view.lon.max + lon_slack};
+
+    for (double const value : multiples(lat, lat_step))
+        if (std::abs(value) < 90)
+            addMapLine(domain, LineKind::PARALLEL, value, std::vector<double>(SAMPLES + 1, value),
+                       samples(lon.min, lon.max), cutter);
+
+    double const end_lat = 90 - lat_step; // where most meridians end before a pole
+    for (double const value : multiples(lon, lon_step)) {
+        if (is_round && value >= lon.min + 360 - lon_step / 2 && view.has_pole)
+            continue; // the same meridian as the first
+        bool const is_through = !view.has_pole || std::remainder(value, 90.) == 0;
+        Spread const reach =
+            is_through ? lat : Spread{std::max(lat.min, -end_lat), std::min(lat.max, end_lat)};
+        addMapLine(domain, LineKind::MERIDIAN, halfTurn(value), samples(reach.min, reach.max),
+                   std::vector<double>(SAMPLES + 1, value), cutter);
+    }
+}
+
+void addAxisLines(Rect const & frame, Cutter & cutter)
+{
+    Spread const x = {static_cast<double>(frame.x1), static_cast<double>(frame.x2)};
+    Spread const y = {static_cast<double>(frame.y1), static_cast<double>(frame.y2)};
+    for (double const value : multiples(x, axisStep(x, MOST_MERIDIANS))) {
+        std::vector<double> const along = samples(y.min, y.max);
+        cutter.cut(LineKind::X_AXIS, static_cast<float>(value), std::vector<double>(along.size(), value),
+                   along);
+    }
+    for (double const value : multiples(y, axisStep(y, MOST_PARALLELS))) {
+        std::vector<double> const along = samples(x.min, x.max);
+        cutter.cut(LineKind::Y_AXIS, static_cast<float>(value), along,
+                   std::vector<double>(along.size(), value));
+    }
+}
+
+bool isFrame(Rect const & frame)
+{
+    return std::isfinite(frame.x1 + frame.x2 + frame.y1 + frame.y2) && frame.getWidth() > 0 &&
+           frame.getHeight() > 0;
+}
+
+} // namespace
+
+Graticule makeGraticule(Domain const & domain, Rect const & frame, GraticuleStep const & step)
+{
+    Graticule graticule;
+    if (!isFrame(frame))
+        return graticule;
+    Cutter cutter(frame, graticule);
+    int const proj = domain.get().proj;
+    if (domain.isMap())
+        addMapLines(domain, frame, step, cutter);
+    else if (proj >= Domain::PIXEL && proj <= Domain::CAT && proj != Domain::POLAR && proj != Domain::XLOGP)
+        addAxisLines(frame, cutter);
+    return graticule;
+}
+
+std::string graticuleLabel(LineKind kind, float value)
+{
+    constexpr char DEGREE[] = "\xC2\xB0";
+    double const size = std::abs(static_cast<double>(value));
+    bool const is_plain = size == 0 || (kind == LineKind::MERIDIAN && size == 180);
+    switch (kind) {
+    case LineKind::PARALLEL:
+        return format("%g%s%s", size, DEGREE, is_plain ? "" : value > 0 ? "N" : "S");
+    case LineKind::MERIDIAN:
+        return format("%g%s%s", size, DEGREE, is_plain ? "" : value > 0 ? "E" : "W");
+    default:
+        return format("%g", static_cast<double>(value));
+    }
+}
+
+} // namespace Yul::detail

@@ -1,0 +1,186 @@
+// The plot: device, colours, map and the texts round it.
+#pragma once
+
+#include "core/String.h"
+#include "geo/Domain.h"
+#include "graphics/ColorMap.h"
+#include "graphics/Graph.h"
+#include "graphics/Listener.h"
+#include "plot/DrawList.h"
+#include "plot/GeomBox.h"
+#include "plot/Graticule.h"
+#include "plot/LabelText.h"
+#include "plot/Layout.h"
+#include "plot/PlotAttr.h"
+
+#include <array>
+#include <string>
+
+namespace Yul {
+
+/// A picture: it opens the device that the settings name, loads the colour table, lays out map and labels,
+/// and holds what all plot layers share. A layer (ContPlot) draws into it; then come border and labels, and
+/// `close` finishes the page:
+///
+///     Plot plot;
+///     plot.open("map.ps,color");
+///     contours.draw(plot, grid);
+///     plot.drawBorder();
+///     plot.drawLabels();
+///     plot.close();
+///
+/// The map takes transform 0 of the graph, with the plane of the plot domain as its window; transform 1
+/// measures the whole page in NDC. Texts may be null, which counts as empty. Operations return 1, or 0 for
+/// failure.
+class Plot : public Listener
+{
+public:
+    static constexpr int COLOR_CAPACITY = 512;
+    static constexpr int MAP_TRAN = 0;
+    static constexpr int PAGE_TRAN = 1;
+
+    Plot();
+    ~Plot() override = default; ///< closes the plot
+    Plot(Plot const &) = delete;
+    Plot & operator=(Plot const &) = delete;
+
+    /// Forgets everything that was set; an open plot is closed.
+    int init();
+
+    /// Opens the plot by the settings "device", "geometry", "inverse", "background", "icon", "title", "name",
+    /// "logo", "draw", "timezone", "parameter", "color_table", "color_label" and "plot_domain".
+    /// params  overrides, separated by commas: "de=" device, "ge=" geometry, "ct=" a further colour table,
+    ///         and the items of `setParam`. Where the device setting has no parameters of its own the whole
+    ///         text also goes to the device, whose first parameter is the file name.
+    /// return  0, with a message from whoever failed, when the plot domain cannot be read or the device
+    ///         cannot be opened.
+    int open(char const * params);
+
+    int open() { return open(nullptr); }
+
+    [[nodiscard]] bool isOpen() const noexcept { return graph.isOpen(); }
+
+    /// Finishes the page; 0 when nothing was open or output was lost.
+    int close();
+
+    /// Both live as long as the plot.
+    [[nodiscard]] Graph & getGraph() noexcept { return graph; }
+
+    [[nodiscard]] ColorMap & getColorMap() noexcept { return colors; }
+
+    /// The device's value for a colour name; for one that is not known (or none) that of the fallback.
+    [[nodiscard]] int findColor(char const * name, char const * fallback);
+
+    /// Which parts are drawn: a list such as "map,bord" or "-text", see detail::decodeDrawList. Until a list
+    /// is given all parts are drawn, although every switch is off.
+    int setDrawing(char const * list);
+    /// Switch i, 0 for an index outside 0 to 12.
+    [[nodiscard]] int getDrawing(int i) const noexcept;
+    /// True when the part of that switch is to be drawn.
+    [[nodiscard]] bool isDrawn(int i) const noexcept;
+    /// Lists the switches on standard output.
+    int printDrawing() const;
+
+    /// Reads "WxH", "WxH+X-Y" or "+X-Y". Returns 1 (size only), 2 (size and offset), 3 (offset only), or 0
+    /// when the text is none of these; the box then stays as it was.
+    int decodeGeometryStr(char const * text, GeomBox & box) const;
+
+    /// Plot parameters, separated by commas; others are passed over:
+    ///   ti=TEXT   title            bg=COLOR  background         ic        iconic window
+    ///   col=COLOR border colour    inv       white on black     tz=ZONE   zone of label times
+    ///   pan=RxC   panels           full      the map fills its panel
+    ///   full_lab  the same, with the labels inside the map      lo=FILE   logo
+    int setParam(char const * params);
+
+    /// The plane and the part of it that is drawn. 0, and nothing changes, for a domain without limits.
+    int setDomain(Domain const & value);
+    /// The domain of the plot, else this one: for layers, before they draw. 0 when neither has limits.
+    int useDomain(Domain const & value);
+
+    [[nodiscard]] Domain const & getDomain() const noexcept { return domain; }
+
+    /// The part of the plane inside the frame.
+    [[nodiscard]] Rect const & getFrame() const { return domain.getLimits(); }
+
+    /// The next panel, with the settings of `setParam`; behind the last comes the first again. The plot
+    /// domain and the labels are forgotten.
+    int newPanel(char const * params);
+
+    [[nodiscard]] detail::PanelLayout const & getLayout() const noexcept { return layout; }
+
+    /// Parallels and meridians in the plane of the plot.
+    /// attr  an attribute text for the lines; steps in degrees, Const::MISS for suitable ones.
+    int drawGraticule(char const * attr, float lat_step, float lon_step);
+    int drawGraticule(char const * attr);
+
+    int drawGraticule() { return drawGraticule(nullptr); }
+
+    /// Frame, ticks where the graticule meets it, and their labels.
+    int drawBorder();
+
+    /// Position of "ul", "uc", "ur", "ll", "lc", "lr" (0 to 5), "cl", "cc", "cr" (6 to 8); -1 for another.
+    [[nodiscard]] int getLabelPosIndex(char const * name) const;
+    /// The text of a corner label, with the codes of `formatLabel`; empty for none. 0 for another position.
+    int setLabel(char const * position, char const * text);
+    int setLabel(int position, char const * text);
+    /// A label that a layer proposes: it takes the place where no label was set.
+    int proposeLabel(int position, char const * text);
+    /// Puts facts in place of the codes of a label, see detail::expandLabel.
+    /// out  at least `size` octets; what does not fit is cut off. 0 when there is no room at all.
+    int formatLabel(char const * in, char * out, int size) const;
+    int formatLabel(char const * in, String & out) const;
+    int drawLabels();
+    /// Forgets all labels.
+    int clearLabels();
+
+    /// What the codes of labels stand for: layers fill it in.
+    [[nodiscard]] detail::LabelFacts & getFacts() noexcept { return facts; }
+
+    [[gnu::format(printf, 4, 5)]] int drawFormText(float x, float y, char const * format, ...);
+    [[gnu::format(printf, 2, 3)]] int message(char const * format, ...);
+
+    int callback(char const * name, char const * event, void const * data) override;
+
+private:
+    struct DeviceChoice
+    {
+        std::string name;
+        std::string params;
+    };
+
+    struct Label
+    {
+        std::string text;
+        bool is_set = false; // by the user, not by a layer
+    };
+
+    [[nodiscard]] static DeviceChoice chooseDevice(char const * params);
+    void readSettings(char const * params);
+    void applyGeometry(char const * params);
+    void loadColors(char const * params);
+    int setUpPanel();
+    int showDomain();
+    void drawTicks();
+    void drawLabelRow(int first, Rect const & view);
+    [[nodiscard]] char const * labelColor() const;
+
+    Graph graph;
+    ColorMap colors{COLOR_CAPACITY};
+    detail::DrawSwitches draw;
+    bool has_draw_list = false;
+    bool is_inverse = false;
+    bool is_full = false;
+    bool has_inner_labels = false;
+    std::string logo;
+    std::string border_color;
+    detail::PanelGrid panels;
+    int panel = 0;
+    detail::PanelLayout layout;
+    Domain domain;
+    bool has_domain = false;     // set by the user or the settings, not taken from a layer
+    detail::GraticuleStep steps; // of the graticule that was drawn, for the ticks
+    std::array<Label, detail::NUM_LABELS> labels;
+    detail::LabelFacts facts;
+};
+
+} // namespace Yul

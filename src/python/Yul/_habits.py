@@ -1,0 +1,252 @@
+"""What Python users expect of the library's classes beyond the library's own operations, class by class.
+
+The names of a class here join the class of the same name; where both have a name, the one here holds. `None`
+stands for "not set", where the library itself speaks of -9999.
+"""
+
+import _Yul
+
+
+def _text(write, *arguments):
+    """The text that a library operation writes into a String."""
+    out = _Yul.new_String()
+    write(*arguments, out)
+    return _Yul.String_get(out) or ''
+
+
+class _Record:
+    """A few named numbers: prints as they are made, compares by value, unpacks."""
+
+    fields = ()
+
+    def __iter__(self):
+        return iter([getattr(self, name) for name in self.fields])
+
+    def __repr__(self):
+        return f'{type(self).__name__}({", ".join(format(value, "g") for value in self)})'
+
+    def __eq__(self, other):
+        return isinstance(other, type(self)) and list(self) == list(other) or NotImplemented
+
+    __hash__ = None
+
+
+class _Sequence:
+    """A growable list of the library as a Python sequence. Items are the list's own, not copies."""
+
+    def __len__(self):
+        return self.getNum()
+
+    def __getitem__(self, index):
+        count = self.getNum()
+        if isinstance(index, slice):
+            return [self.get(i) for i in range(*index.indices(count))]
+        if not -count <= index < count:
+            raise IndexError(f'index {index} in a list of {count}')
+        return self.get(index % count)
+
+    def __iter__(self):
+        i = 0
+        while i < self.getNum():
+            yield self.get(i)
+            i += 1
+
+    def append(self, item):
+        self.add(item)
+
+    def extend(self, items):
+        for item in items:
+            self.add(item)
+
+    def __repr__(self):
+        return f'<Yul.{type(self).__name__} of {len(self)}>'
+
+
+class _Closing:
+    """Closed at the end of a `with` block."""
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *exception):
+        self.close()
+
+
+class String:
+    def __str__(self):
+        return self.get() or ''
+
+    def __len__(self):
+        return self.length()
+
+    def __repr__(self):
+        return f'String({str(self)!r})'
+
+
+class Strings(_Sequence):
+    def __getitem__(self, index):
+        if isinstance(index, slice):
+            return [self.getString(i) for i in range(*index.indices(len(self)))]
+        if not -len(self) <= index < len(self):
+            raise IndexError(f'index {index} in a list of {len(self)}')
+        return self.getString(index % len(self))
+
+    def __iter__(self):
+        return (self.getString(i) for i in range(len(self)))
+
+
+class EarthPoint(_Record):
+    """A position on the earth: latitude and longitude in degrees, north and east positive."""
+    fields = ('lat', 'lon')
+
+
+class Point(_Record):
+    """A position in the plane of a projection, x to the right and y up, in units of 100 km."""
+    fields = ('x', 'y')
+
+
+class GridPoint(_Record):
+    """A position in a grid: fractional column and row, row 0 in the north."""
+    fields = ('x', 'y')
+
+
+class Rect(_Record):
+    """A rectangle by two corners."""
+    fields = ('x1', 'y1', 'x2', 'y2')
+
+
+class Range(_Record):
+    """Smallest and largest value."""
+    fields = ('min', 'max')
+
+
+class EarthPoints(_Sequence):
+    """A growable list of EarthPoint."""
+
+
+class Points(_Sequence):
+    """A growable list of Point."""
+
+
+class GridPoints(_Sequence):
+    """A growable list of GridPoint."""
+
+
+class Grids(_Sequence):
+    """A growable list of Grid."""
+
+
+class Date:
+    """A calendar time whose fields may each be missing. UTC unless a time zone was applied for display."""
+
+    def __str__(self):
+        return _text(_Yul.Date_toText, self)
+
+    def __repr__(self):
+        return f'<Yul.Date {_text(_Yul.Date_toString, self)}>'
+
+    @property
+    def datetime(self):
+        """The moment as an aware datetime in UTC, to a tenth of a millisecond; None when the date is not set.
+
+        Missing fields count as their first: a date without an hour is at midnight.
+        """
+        if not self.isSet():
+            return None
+        from datetime import datetime, timedelta, timezone
+        epoch = datetime(1970, 1, 1, tzinfo=timezone.utc)
+        second = self.getSecond()
+        fraction = round(second % 1, 4) if second != _Yul.cvar.Const_MISS else 0
+        return epoch + timedelta(seconds=self.getSeconds() - self.getZoneOffset() + fraction)
+
+    @classmethod
+    def fromDatetime(cls, moment):
+        """The date of a datetime; one without a time zone counts as UTC."""
+        offset = moment.utcoffset()
+        if offset is not None:
+            moment = moment.replace(tzinfo=None) - offset
+        second = moment.second + moment.microsecond / 1e6
+        return cls(moment.year, moment.month, moment.day, moment.hour, moment.minute, float(second))
+
+
+class NameConv:
+    """A file name convention: turns a data type and a time into a file, and finds the latest one."""
+
+    def latest(self, when='la'):
+        """The path and the datetime of the file that `when` asks for (see setLatest); None when there is none."""
+        found = classes['NameConvFile']()
+        if not self.setLatest(when, found):
+            return None
+        return found.getFilename(), found.getDate().datetime
+
+
+class Domain:
+    """Where a grid or a plot lies, and the conversions between earth, projection plane and grid."""
+
+    def __str__(self):
+        return _text(_Yul.Domain_toString, self)
+
+    def __repr__(self):
+        return f'<Yul.Domain {self}>'
+
+
+class Grid:
+    """One two-dimensional field on the regular grid of a domain; row 0 in the north, column 0 in the west."""
+
+    @property
+    def values(self):
+        """The values as a writable NumPy array (rows, columns) of float32 that shares the grid's memory.
+
+        Missing values are -9999. None when the grid has no values. The array stays valid, on the old values,
+        when the grid takes others.
+        """
+        view = self.view()
+        if view is None:
+            return None
+        from numpy import asarray
+        return asarray(view)
+
+    @values.setter
+    def values(self, values):
+        self.values[...] = values
+
+    @property
+    def masked(self):
+        """The same array with the missing values masked."""
+        from numpy.ma import masked_equal
+        return masked_equal(self.values, _Yul.cvar.Const_MISS, copy=False)
+
+    @property
+    def date(self):
+        """The initial time of the field."""
+        return self.getInitDate()
+
+    @property
+    def info(self):
+        """What the field is, with its units in brackets."""
+        return self.getInfo() or ''
+
+    def __repr__(self):
+        return f'<Yul.Grid {self.getNx()}x{self.getNy()} {self.info!r} {self.date}>'
+
+
+class GribFile(_Closing):
+    """A file of GRIB messages, editions 1 and 2. Iterating gives the fields from here on, each a new Grid."""
+
+    def __iter__(self):
+        if not self.isOpen():
+            raise OSError('GribFile: no file is open')
+        while self.read(grid := classes['Grid']()):
+            yield grid
+
+
+class Graph(_Closing):
+    pass
+
+
+class Plot(_Closing):
+    """A picture: output device, map domain, labels and border; the layers draw on it."""
+
+
+# The classes that these join, by name; filled when they are made.
+classes = {}

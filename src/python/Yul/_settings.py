@@ -1,0 +1,65 @@
+"""The library's settings as a mapping, and the start of a program."""
+
+import sys
+from collections.abc import Mapping
+
+import _Yul
+
+
+class Settings(Mapping):
+    """Every setting by name, as a text: `settings['device']`, `'device' in settings`, iteration in the order of setting.
+
+    A setting without a value is the empty text. Assigning sets it for this program; None sets it without a value.
+    """
+
+    def __getitem__(self, name):
+        value = _Yul.Yul_getResrc(name)
+        if value is None:
+            raise KeyError(name)
+        return value
+
+    def __setitem__(self, name, value):
+        _Yul.Yul_setResrc(name, None if value is None else str(value))
+
+    def __contains__(self, name):
+        return isinstance(name, str) and _Yul.Yul_getResrc(name) is not None
+
+    def __iter__(self):
+        names = []
+        _Yul.Yul_rewindResrc()
+        while (name := _Yul.Yul_nextResrc()) is not None:
+            names.append(name)
+        return iter(names)
+
+    def __len__(self):
+        return sum(1 for _ in self)
+
+    def __repr__(self):
+        return f'<Yul.settings {dict(self)}>'
+
+
+settings = Settings()
+
+
+def start(arguments=None, keyed=(), positional=()):
+    """Starts a program: settings from files, environment and arguments, the strongest last.
+
+    arguments   the argument list with the program's path first, `sys.argv` unless given
+    keyed       options given as "-key value": names, or tuples of name, environment variable, short name, help line
+    positional  options given by place, in the same form; the last one takes all that are left
+    Returns the settings.
+    """
+    from . import ResrcDB, ResrcDBList, Strings
+
+    def options(declared):
+        items = ResrcDBList()
+        for option in declared:
+            names = (option,) if isinstance(option, str) else tuple(option)
+            items.add(*names, *(None,) * (4 - len(names)))
+        return items
+
+    words = Strings()
+    for argument in sys.argv if arguments is None else arguments:
+        words.add(str(argument))
+    ResrcDB.create(words, options(keyed), options(positional))
+    return settings

@@ -1,0 +1,191 @@
+#include "python/frame/Module.h"
+
+#include "python/frame/OutputOrder.h"
+
+#include <memory>
+
+namespace Yul::python {
+namespace {
+
+/// The module that Python's "_signatures" asks; the newest of this library.
+Module const * the_module = nullptr;
+
+PyObject * signaturesOf(PyObject *, PyObject *)
+{
+    return the_module->signatures();
+}
+
+PyObject * classesOf(PyObject *, PyObject *)
+{
+    return the_module->classes();
+}
+
+PyMethodDef methods[] = {
+    {"_signatures", signaturesOf, METH_NOARGS,
+     "name of a function -> its overloads in order, each (kind, result type, parameter types)"},
+    {"_classes", classesOf, METH_NOARGS, "name of a class -> the names of its base classes"},
+    {nullptr, nullptr, 0, nullptr},
+};
+
+char const * nameOf(Kind kind)
+{
+    switch (kind) {
+    case Kind::CONSTRUCTOR:
+        return "constructor";
+    case Kind::METHOD:
+    case Kind::CONST_METHOD:
+        return "method";
+    case Kind::STATIC:
+        return "static";
+    case Kind::SPECIAL:
+        break;
+    }
+    return "special";
+}
+
+/// A tuple of what `convert` makes of each element; none with an exception set.
+template <class Range, class Convert> Ref tupleOf(Range const & range, Convert convert)
+{
+    Ref tuple(PyTuple_New(static_cast<Py_ssize_t>(std::size(range))));
+    Py_ssize_t i = 0;
+    for (auto const & element : range) {
+        PyObject * const item = convert(element);
+        if (!tuple || item == nullptr || PyTuple_SetItem(tuple.get(), i++, item) != 0)
+            return {};
+    }
+    return tuple;
+}
+
+PyObject * textOf(std::string const & text)
+{
+    return PyUnicode_FromString(text.c_str());
+}
+
+PyObject * signatureOf(Overload const & overload)
+{
+    Ref const parameters = tupleOf(overload.parameters,
+                                   [](ParameterInfo const * parameter) { return textOf(parameter->name()); });
+    return parameters ? Py_BuildValue("(ssO)", nameOf(overload.kind), overload.result_name().c_str(),
+                                      parameters.get())
+                      : nullptr;
+}
+
+} // namespace
+
+PyObject * Module::make(char const * name, char const * documentation, std::span<Binder const> binders)
+{
+    if (!joinRuntime())
+        return nullptr;
+    auto module = std::make_unique<Module>();
+    for (Binder const bind : binders)
+        if (bind != nullptr)
+            bind(*module);
+    PyObject * const made = module->create(name, documentation);
+    if (made != nullptr) {
+        the_module = module.release(); // its tables serve the Python functions as long as the process lives
+        orderOutput();
+    }
+    return made;
+}
+
+Function & Module::function(std::string name, std::string_view class_name)
+{
+    if (auto const found = index.find(name); found != index.end())
+        return *found->second;
+    Function & added = functions.emplace_back();
+    added.name = std::move(name);
+    added.class_name = class_name;
+    index.emplace(added.name, &added);
+    return added;
+}
+
+void Module::addClass(std::string name, TypeRecord const & record)
+{
+    declared_classes.push_back({std::move(name), &record, {}});
+}
+
+void Module::addBaseOfLast(TypeRecord const & base)
+{
+    for (DeclaredClass const & declared : declared_classes)
+        if (declared.record == &base)
+            declared_classes.back().bases.push_back(declared.name);
+}
+
+void Module::addConstant(std::string name, long long value)
+{
+    constants.push_back({std::move(name), value});
+}
+
+void Module::addVariable(Variable variable)
+{
+    variables.push_back(std::move(variable));
+}
+
+PyObject * Module::signatures() const
+{
+    Ref dict(PyDict_New());
+    for (Function const & function : functions) {
+        Ref const overloads = tupleOf(function.overloads, signatureOf);
+        if (!dict || !overloads ||
+            PyDict_SetItemString(dict.get(), function.name.c_str(), overloads.get()) != 0)
+            return nullptr;
+    }
+    return dict.release();
+}
+
+PyObject * Module::classes() const
+{
+    Ref dict(PyDict_New());
+    for (DeclaredClass const & declared : declared_classes) {
+        Ref const bases = tupleOf(declared.bases, textOf);
+        if (!dict || !bases || PyDict_SetItemString(dict.get(), declared.name.c_str(), bases.get()) != 0)
+            return nullptr;
+    }
+    return dict.release();
+}
+
+PyObject * Module::create(char const * name, char const * documentation)
+{
+    definition = {
+        PyModuleDef_HEAD_INIT, name, documentation, -1, methods, nullptr, nullptr, nullptr, nullptr};
+    Ref module(PyModule_Create(&definition));
+    if (!module || !addFunctions(module.get()) || !addConstants(module.get()) || !addVarLink(module.get()))
+        return nullptr;
+    return module.release();
+}
+
+bool Module::addFunctions(PyObject * module)
+{
+    Ref const module_name(PyModule_GetNameObject(module));
+    PyObject * const dict = PyModule_GetDict(module);
+    for (Function & function : functions) {
+        function.finish();
+        Ref const object(function.makeObject(module_name.get()));
+        if (!object || PyDict_SetItemString(dict, function.name.c_str(), object.get()) != 0)
+            return false;
+    }
+    return true;
+}
+
+bool Module::addConstants(PyObject * module) const
+{
+    PyObject * const dict = PyModule_GetDict(module);
+    for (Constant const & constant : constants) {
+        Ref const value(PyLong_FromLongLong(constant.value));
+        if (!value || PyDict_SetItemString(dict, constant.name.c_str(), value.get()) != 0)
+            return false;
+    }
+    return true;
+}
+
+bool Module::addVarLink(PyObject * module) const
+{
+    Ref const link(newVarLink(variables));
+    if (link)
+        return PyModule_AddObjectRef(module, "cvar", link.get()) == 0;
+    PyErr_Clear();
+    PyErr_SetString(PyExc_TypeError, "the object of global variables could not be created");
+    return false;
+}
+
+} // namespace Yul::python

@@ -1,0 +1,66 @@
+// The module in the making: what the binders declare, and how it becomes a Python module.
+#pragma once
+
+#include "python/frame/Function.h"
+#include "python/frame/VarLink.h"
+
+#include <deque>
+#include <span>
+#include <string_view>
+#include <unordered_map>
+
+namespace Yul::python {
+
+/// Collects functions, constants and linked variables in the order of their declaration.
+class Module
+{
+public:
+    using Binder = void (*)(Module & module);
+
+    /// Runs the binders (null ones are passed over) and makes the Python module; null with an exception set.
+    [[nodiscard]] static PyObject *
+    make(char const * name, char const * documentation, std::span<Binder const> binders);
+
+    /// The module function of that name, added when it is new. `class_name` is the C++ class that prototypes
+    /// name.
+    Function & function(std::string name, std::string_view class_name);
+    void addClass(std::string name, TypeRecord const & record);
+    /// A base, declared earlier, of the class that was added last.
+    void addBaseOfLast(TypeRecord const & base);
+    void addConstant(std::string name, long long value);
+    void addVariable(Variable variable);
+
+    /// For makers of wrappers and stubs: function name -> overloads, each (kind, result type, parameter
+    /// types); kinds are "constructor", "method" (its object is the first parameter), "static" and "special".
+    [[nodiscard]] PyObject * signatures() const;
+    /// Class name -> names of its declared bases, in the order of declaration.
+    [[nodiscard]] PyObject * classes() const;
+
+private:
+    struct DeclaredClass
+    {
+        std::string name;
+        TypeRecord const * record;
+        std::vector<std::string> bases;
+    };
+
+    struct Constant
+    {
+        std::string name;
+        long long value;
+    };
+
+    [[nodiscard]] PyObject * create(char const * name, char const * documentation);
+    [[nodiscard]] bool addFunctions(PyObject * module);
+    [[nodiscard]] bool addConstants(PyObject * module) const;
+    [[nodiscard]] bool addVarLink(PyObject * module) const;
+
+    std::deque<Function> functions; // a deque, so that functions stay where they are
+    std::unordered_map<std::string_view, Function *> index;
+    std::vector<DeclaredClass> declared_classes;
+    std::vector<Constant> constants;
+    std::vector<Variable> variables;
+    PyModuleDef definition{};
+};
+
+} // namespace Yul::python

@@ -1,0 +1,40 @@
+// Index files of bulletin feeds.
+#pragma once
+
+#include "surface/LineFeed.h"
+
+#include <string>
+
+namespace Yul::detail {
+
+/// A line of an index file, "offset heading / identifier": where a bulletin's start line lies in the feed.
+/// Heading and identifier are cut to 120 characters and trimmed.
+struct WmoIndexEntry
+{
+    long offset = 0;
+    std::string heading;
+    std::string identifier;
+};
+
+class WmoIndex
+{
+public:
+    bool open(char const * name);
+
+    void close() { feed.close(); }
+
+    [[nodiscard]] bool isOpen() const noexcept { return feed.isOpen(); }
+
+    /// The next line that can be read; others are passed over. False at the end.
+    [[nodiscard]] bool next(WmoIndexEntry & entry);
+    bool rewind();
+
+    /// The offset read last, -1 before the first.
+    [[nodiscard]] long offset() const noexcept { return last_offset; }
+
+private:
+    LineFeed feed;
+    long last_offset = -1;
+};
+
+} // namespace Yul::detail

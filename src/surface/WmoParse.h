@@ -1,0 +1,154 @@
+// The reader of raw WMO bulletin feeds.
+#pragma once
+
+#include "naming/Filename.h"
+#include "surface/BulletinLine.h"
+#include "surface/LineFeed.h"
+#include "surface/WmoIndex.h"
+
+#include <string>
+#include <string_view>
+
+namespace Yul {
+
+class String;
+class WmoProduct;
+
+/// Reads bulletins from a feed file, or from several in turn, and hands out the lines of those selected one
+/// by one. A bulletin is a start line (SOH CR CR, or ETX SOH CR CR), a sequence-number line, the heading, the
+/// product identifier line (when identifiers are expected) and data lines; a line "** heading ****" is a
+/// heading too. With an index file only bulletins whose heading fits the pattern are read; without one the
+/// pattern has no effect. An identifier filter drops what comes before the first line that holds the text
+/// (or, for "zn:WIZ064", that names the zone). Operations return 1, or 0 for failure, and print only debug
+/// traces. Standard input is "-".
+class WmoParse : public Filename
+{
+public:
+    /// What getLine returns.
+    enum Code {
+        NONE = 0,
+        DATA = detail::LINE_DATA,           ///< a line of the bulletin
+        NOT_ALNUM = detail::LINE_NOT_ALNUM, ///< one that does not begin with a letter or digit
+        END = detail::LINE_END,             ///< "$$"
+        ZONE = detail::LINE_ZONE,           ///< zone or county codes, "WIZ063>065-070-"
+        EVENT = detail::LINE_EVENT,         ///< event code, "/O.NEW."
+        HEADLINE = detail::LINE_HEADLINE    ///< "...HEADLINE"
+    };
+
+    WmoParse() { init(); }
+
+    explicit WmoParse(char const * name);
+
+    /// Closes the files, forgets filters and options and takes the options of the resource "parameter".
+    int init();
+    /// Options, separated by commas: "nohdr" reads without an index, "dollar" ends a bulletin at its "$$"
+    /// line, "blank" leaves out lines that are blank.
+    int setParam(char const * list);
+    /// Whether the line behind a heading is the product identifier (it is unless said otherwise).
+    int setExpectId(bool is_expected);
+    /// Heading pattern, at most 80 characters, see detail::matchHeading. Empty takes every bulletin.
+    int setHeader(char const * pattern);
+    /// Identifier filter, at most 80 characters. Empty takes every line.
+    int setId(char const * text);
+
+    /// Opens the first file of the list, with its index file where it has one that can be opened.
+    int open(Filename const & names);
+    int open(char const * name);
+
+    [[nodiscard]] bool isOpen() const noexcept { return feed.isOpen(); }
+
+    int close();
+    /// Back to the beginning of the current file.
+    int rewind();
+    /// The octet position of the line that is read next; Const::MISS when no file is open.
+    [[nodiscard]] long tell() const;
+    int seek(long position);
+
+    /// Number of the current file in the list, from 0.
+    [[nodiscard]] int getFileInd() const noexcept { return file_index; }
+
+    /// Goes on with the next file of the list; 0 when there is none.
+    int newFile();
+
+    /// The next data line of a selected bulletin, with the characters that end it; NUL octets become blanks.
+    /// return  its code; 0, with an empty line, at the end of all files. Files that grow can be read on.
+    int getLine(String & line);
+    /// The same, cut to size - 1 characters.
+    int getLine(char * buffer, int size);
+
+    /// Heading and identifier of the current bulletin, at most 120 characters; valid until the next line is
+    /// read.
+    [[nodiscard]] char const * getHeader() const noexcept { return heading.c_str(); }
+
+    [[nodiscard]] char const * getAwip() const noexcept { return identifier.c_str(); }
+
+    /// Whether a heading came before the line read last.
+    [[nodiscard]] bool isNewProd() const noexcept { return is_new_product; }
+
+    [[nodiscard]] bool isData() const noexcept { return state >= detail::LINE_DATA; }
+
+    /// Octet positions of the line read last and of the current heading.
+    [[nodiscard]] long getLoc() const noexcept { return line_position; }
+
+    [[nodiscard]] long getHeaderLoc() const noexcept { return heading_position; }
+
+    /// True for the two start lines and for "** ".
+    [[nodiscard]] static bool isStart(char const * line);
+
+    /// The next bulletin of the index whose heading fits the pattern; 0 at the end, and without an index.
+    int peek(WmoProduct & product);
+    /// Reads nothing; kept for callers that expect it.
+    int read(WmoProduct & product);
+    /// Goes to the bulletin at an octet position; its lines come next, whatever the filters say. Without an
+    /// index it only moves there.
+    int setLoc(long offset);
+    /// The same in file number `index` of the list.
+    int setLoc(int index, long offset);
+
+    /// The current heading and identifier, or given ones, against a pattern.
+    [[nodiscard]] int compare(char const * pattern) const;
+    [[nodiscard]] int compare(char const * heading, char const * identifier, char const * pattern) const;
+    /// A zone line against a zone, see detail::matchZone.
+    [[nodiscard]] static int checkZone(char const * line, char const * zone);
+
+private:
+    [[nodiscard]] bool usesIndex() const noexcept { return wants_index && index.isOpen(); }
+
+    [[nodiscard]] bool isSelected() const noexcept { return heading_matches && identifier_found; }
+
+    bool openFile(int number);
+    void resetState();
+    int readLine(std::string_view & line);
+    bool findInIndex();
+    bool nextRawLine(std::string_view & line);
+    void classify(std::string_view line);
+    void takeHeading(std::string_view text);
+    void endHeading();
+    void searchIdentifier(std::string_view line);
+    void classifyData(std::string_view line);
+
+    detail::LineFeed feed;
+    detail::WmoIndex index;
+    int file_index = 0;
+    bool wants_index = true;
+    bool expects_identifier = true;
+    bool stops_at_dollar = false;
+    bool skips_blank = false;
+    std::string pattern;
+    std::string filter;
+
+    std::string heading;
+    std::string identifier;
+    int previous_state = detail::LINE_NONE;
+    int state = detail::LINE_NONE;
+    bool is_new_product = false;
+    bool heading_matches = false;
+    bool identifier_found = false;
+    bool is_search_pending = true;  // of the index, before the next line is read
+    bool is_at_known_place = false; // the next start line is the one that an index or setLoc named
+    bool is_chosen = false;         // by setLoc: no filter applies
+    long line_position = 0;
+    long heading_position = 0;
+};
+
+} // namespace Yul

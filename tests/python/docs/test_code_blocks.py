@@ -1,0 +1,42 @@
+"""The code blocks of the documents run in order and print what the text block behind them shows."""
+
+import os
+import pathlib
+import re
+import subprocess
+import sys
+
+import pytest
+
+import _Yul
+
+MODULES = str(pathlib.Path(_Yul.__file__).resolve().parent)
+DOCS = pathlib.Path(__file__).resolve().parents[3] / "docs"
+BLOCK = re.compile(r"^```(\w+)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+
+
+def script_and_output(page):
+    """The page's Python blocks as one script, and the text blocks that follow them directly."""
+    script, output, previous = [], [], None
+    for kind, body in BLOCK.findall(page.read_text(encoding="utf-8")):
+        if kind == "python":
+            script.append(body)
+        elif kind == "text" and previous == "python":
+            output.append(body)
+        previous = kind
+    return "".join(script), "".join(output)
+
+
+@pytest.mark.parametrize("page", sorted(p for p in DOCS.glob("*.md") if "```python" in p.read_text()), ids=lambda p: p.stem)
+def test_code_blocks_print_what_the_page_shows(page, tmp_path):
+    script, output = script_and_output(page)
+    run = subprocess.run(
+        [sys.executable, "-c", script],
+        cwd=tmp_path,
+        env=os.environ | {"PYTHONPATH": MODULES},
+        capture_output=True,
+        text=True,
+        check=False,
+    )
+    assert run.stderr == ""
+    assert run.stdout == output

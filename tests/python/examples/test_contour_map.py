@@ -1,0 +1,145 @@
+"""examples/contour_map.py as a user runs it: the pages it draws, and what it says to bad input."""
+
+import os
+import re
+import subprocess
+import sys
+
+import numpy as np
+import pytest
+
+import gribwriter
+
+AREA = gribwriter.LatLon(60, -30, 40, 0)
+FIELD = 5500 + 2.0 * np.arange(31)[None, :] + 10.0 * np.arange(21)[:, None]
+
+
+@pytest.fixture
+def draw(root, tmp_path):
+    """Runs the example in an empty folder and returns what became of it."""
+    folder = tmp_path / 'out'
+    folder.mkdir()
+
+    def draw(*arguments):
+        result = subprocess.run([sys.executable, root / 'examples' / 'contour_map.py', *map(str, arguments)],
+                                cwd=folder, capture_output=True, text=True, timeout=60)
+        result.files = sorted(os.listdir(folder))
+        result.folder = folder
+        return result
+
+    return draw
+
+
+def segments(page):
+    """Number of two-point lines on a page."""
+    return len(re.findall(r'^%%PL:2$', page, re.MULTILINE))
+
+
+def test_the_shipped_file_becomes_a_finished_page(draw, root):
+    result = draw(root / 'examples' / 'data' / 'height500.grib2', '--interval', 60, '--output', 'map.ps')
+    assert (result.returncode, result.stderr, result.files) == (0, '', ['map.ps'])
+    page = (result.folder / 'map.ps').read_text()
+    assert page.startswith('%!PS-Adobe-1.0') and page.endswith('%%EOF\n')
+    assert segments(page) > 1000
+    assert '90 rotate' in page and '0 setgray' in page
+
+
+@pytest.mark.parametrize('options, name, has, has_not', [
+    ((), 'yul.ps', '90 rotate', 'setrgbcolor'),
+    (('--portrait',), 'yul.ps', '.25 inch .25 inch translate', '90 rotate'),
+    (('--device', 'eps'), 'yul.eps', '%%BoundingBox', 'showpage'),
+    (('--color', 'red'), 'yul.ps', '1.00 0.00 0.00 setrgbcolor', 'setgray'),
+    (('--domain', 'stereo:90:-15,50,-15,21,15,1'), 'yul.ps', '%%PL:2', 'setrgbcolor'),
+    (('--domain', 'lambert:45:-15,50,-15,21,15,1'), 'yul.ps', '%%PL:2', 'setrgbcolor'),
+    (('--domain', 'merc:0:-15,50,-15,21,15,1'), 'yul.ps', '%%PL:2', 'setrgbcolor'),
+], ids=lambda value: ' '.join(value) if isinstance(value, tuple) else '')
+def test_options_show_on_the_page(draw, write_grib, options, name, has, has_not):
+    result = draw(write_grib(gribwriter.grib2(FIELD, AREA)), '--interval', 10, *options)
+    assert (result.returncode, result.stderr, result.files) == (0, '', [name])
+    page = (result.folder / name).read_text()
+    assert has in page and has_not not in page
+
+
+def test_a_smaller_interval_draws_more(draw, write_grib):
+    name = write_grib(gribwriter.grib2(FIELD, AREA))
+    counts = []
+    for interval in (40, 10):
+        draw(name, '--interval', interval)
+        counts.append(segments((draw(name, '--interval', interval).folder / 'yul.ps').read_text()))
+    assert counts[1] > 2.5 * counts[0] > 0
+
+
+def test_match_chooses_the_field(draw, write_grib):
+    name = write_grib(gribwriter.grib2(FIELD, AREA), gribwriter.grib2(FIELD - 5300, AREA, parameter=(0, 0, 0)))
+    first, second = draw(name, '--output', 'a.ps'), draw(name, '--match', 'TEMPERATURE', '--output', 'b.ps')
+    assert (first.returncode, second.returncode) == (0, 0)
+    assert 'emperature' in second.stdout and 'emperature' not in first.stdout
+    missing = draw(name, '--match', 'humidity')
+    assert missing.returncode == 1 and 'emperature' in missing.stderr and len(missing.stderr.splitlines()) == 1
+
+
+def test_a_long_output_name_with_commas_and_bars_is_only_a_name(draw, write_grib, tmp_path):
+    target = tmp_path / ('folder ' + 30 * 'x') / f'|a,b+{40 * "y"}.ps'
+    target.parent.mkdir()
+    result = draw(write_grib(gribwriter.grib2(FIELD, AREA)), '--output', target)
+    assert (result.returncode, result.stderr) == (0, '')
+    assert [path.name for path in target.parent.iterdir()] == [target.name]
+
+
+MESSAGE = gribwriter.grib2(FIELD, AREA)
+BAD_FILES = {
+    'empty': b'',
+    'not GRIB': b'This is a text about something else.\n' * 200,
+    'almost GRIB': b'GRIB' + bytes(200),
+    'head only': MESSAGE[:100],
+    'cut in the data': MESSAGE[:-400],
+    'no end': MESSAGE[:-4],
+}
+
+
+@pytest.mark.parametrize('octets', BAD_FILES.values(), ids=BAD_FILES)
+def test_a_bad_file_gives_one_message_and_no_page(draw, write_grib, octets):
+    result = draw(write_grib(octets, name='bad.grib'))
+    assert result.returncode == 1 and result.files == []
+    assert len(result.stderr.splitlines()) == 1 and 'bad.grib' in result.stderr
+    assert result.stdout == ''
+
+
+@pytest.mark.parametrize('arguments, word', [
+    (['{folder}/nowhere.grib'], 'nowhere.grib'),
+    (['{folder}'], '{folder}'),
+    (['{file}', '--domain', 'no such place'], 'no such place'),
+    (['{file}', '--domain', 'lambert:x,1,2,3'], 'lambert:x,1,2,3'),
+    (['{file}', '--output', '{folder}/nowhere/map.ps'], 'nowhere/map.ps'),
+    (['{file}', '--output', '{folder}'], '{folder}'),
+    (['{file}', '--interval', 'nan'], 'interval'),
+    (['{file}', '--interval', '-5'], 'interval'),
+    (['{file}', '--color', 'nocolour'], 'nocolour'),
+])
+def test_a_bad_request_gives_one_message_and_no_page(draw, write_grib, tmp_path, arguments, word):
+    places = {'file': write_grib(MESSAGE), 'folder': str(tmp_path / 'elsewhere')}
+    os.mkdir(places['folder'])
+    result = draw(*(argument.format(**places) for argument in arguments))
+    assert result.returncode == 1 and result.files == [] and os.listdir(places['folder']) == []
+    assert len(result.stderr.splitlines()) == 1 and word.format(**places) in result.stderr
+
+
+@pytest.mark.skipif(os.geteuid() == 0, reason='root may write everywhere')
+def test_a_folder_that_may_not_be_written_to_gives_one_message(draw, write_grib, tmp_path):
+    folder = tmp_path / 'closed'
+    folder.mkdir(mode=0o500)
+    result = draw(write_grib(MESSAGE), '--output', folder / 'map.ps')
+    assert result.returncode == 1 and len(result.stderr.splitlines()) == 1 and os.listdir(folder) == []
+
+
+def test_a_page_that_was_there_stays_when_drawing_fails(draw, write_grib, tmp_path):
+    page = tmp_path / 'map.ps'
+    page.write_text('the old page')
+    assert draw(write_grib(b'', name='bad.grib'), '--output', page).returncode == 1
+    assert page.read_text() == 'the old page'
+
+
+def test_every_option_is_explained(draw):
+    text = draw('--help').stdout
+    for option in ('--match', '--domain', '--interval', '--device', '--output', '--portrait', '--color'):
+        assert option in text
