@@ -1,0 +1,20 @@
+// GRIB files of both editions: every field is described, then read.
+#include "MemoryFile.h"
+
+#include "core/Yul.h"
+#include "grid/GribFile.h"
+#include "grid/Grid.h"
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size)
+{
+    Yul::Yul::setMessageLevel(Yul::Yul::ERROR);
+    MemoryFile const input(data, size);
+    Yul::GribFile file(input.name().c_str());
+    file.setMaxBad(10);
+    Yul::Grid header;
+    Yul::Grid grid;
+    for (int fields = 0; fields < 100 && file.peek(header) != 0; fields++)
+        if (file.read(grid) != 0)
+            grid.getAverage();
+    return 0;
+}
