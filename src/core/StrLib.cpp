@@ -86,6 +86,15 @@ bool startsIgnoringCase(std::string_view text, std::string_view prefix) noexcept
     return text.size() >= prefix.size() && sameIgnoringCase(text.substr(0, prefix.size()), prefix);
 }
 
+std::string_view trimmed(std::string_view text) noexcept
+{
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
 std::vector<std::string_view> split(std::string_view text, char separator)
 {
     std::vector<std::string_view> pieces;

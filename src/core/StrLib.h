@@ -43,6 +43,8 @@ namespace detail {
 /// The pieces between the separators; an empty text has one empty piece.
 [[nodiscard]] std::vector<std::string_view> split(std::string_view text, char separator);
 
+/// The text without blanks at both ends.
+[[nodiscard]] std::string_view trimmed(std::string_view text) noexcept;
 /// The text of a pointer that may be null.
 [[nodiscard]] constexpr std::string_view viewOf(char const * text) noexcept
 {

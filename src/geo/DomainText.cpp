@@ -1,7 +1,7 @@
 #include "geo/DomainText.h"
 
 #include "core/Const.h"
-#include "geo/LookupFile.h"
+#include "core/StrLib.h"
 
 #include <charconv>
 #include <cmath>

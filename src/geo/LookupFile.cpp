@@ -43,15 +43,6 @@ struct Known
 
 } // namespace
 
-std::string_view trimmed(std::string_view text) noexcept
-{
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 std::shared_ptr<LookupFile const> LookupFile::open(char const * name, char separator)
 {
     static std::map<std::string, Known> known;

@@ -42,7 +42,4 @@ private:
     std::unordered_map<std::string, std::size_t> index; // by the key in lower case
 };
 
-/// The text without blanks at both ends.
-[[nodiscard]] std::string_view trimmed(std::string_view text) noexcept;
-
 } // namespace Yul::detail

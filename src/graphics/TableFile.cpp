@@ -3,6 +3,7 @@
 #include "core/File.h"
 #include "core/FileTool.h"
 #include "core/Number.h"
+#include "core/StrLib.h"
 #include "core/String.h"
 #include "core/Yul.h"
 
@@ -15,15 +16,6 @@ namespace {
 
 constexpr std::size_t MAX_OCTETS = 4U << 20;
 constexpr std::size_t BLOCK = 16U << 10;
-
-std::string_view trimmed(std::string_view line)
-{
-    while (!line.empty() && isBlank(line.front()))
-        line.remove_prefix(1);
-    while (!line.empty() && isBlank(line.back()))
-        line.remove_suffix(1);
-    return line;
-}
 
 template <class Number> bool readNumber(std::string_view word, Number & value)
 {

@@ -19,15 +19,6 @@ constexpr std::string_view ANY = "*";
 constexpr int MAX_CODE = 65535;
 constexpr std::size_t MAX_PARTS = 4;
 
-std::string_view trimmed(std::string_view text)
-{
-    while (!text.empty() && detail::isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && detail::isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 bool isOpen(std::string_view text)
 {
     return text.empty() || text == ANY;
@@ -96,8 +87,8 @@ int ModelSpec::decode(char const * text)
     auto const parts = detail::split(detail::viewOf(text), ':');
     if (parts.size() > 2)
         return 0;
-    auto const source_code = readCode(trimmed(parts[0]));
-    auto const model_code = readCode(parts.size() > 1 ? trimmed(parts[1]) : ANY);
+    auto const source_code = readCode(detail::trimmed(parts[0]));
+    auto const model_code = readCode(parts.size() > 1 ? detail::trimmed(parts[1]) : ANY);
     return source_code && model_code ? set(*source_code, *model_code) : 0;
 }
 
@@ -158,7 +149,7 @@ int GridSpec::decode(char const * text)
 {
     std::vector<std::string> parts;
     for (auto const part : detail::split(detail::viewOf(text), ','))
-        parts.emplace_back(isOpen(trimmed(part)) ? std::string_view() : trimmed(part));
+        parts.emplace_back(isOpen(detail::trimmed(part)) ? std::string_view() : detail::trimmed(part));
     if (parts.size() > MAX_PARTS)
         return 0;
     parts.resize(MAX_PARTS);

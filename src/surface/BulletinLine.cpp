@@ -113,13 +113,4 @@ std::string_view withoutLineEnd(std::string_view line) noexcept
     return line;
 }
 
-std::string_view trimmed(std::string_view line) noexcept
-{
-    while (!line.empty() && isBlank(line.back()))
-        line.remove_suffix(1);
-    while (!line.empty() && isBlank(line.front()))
-        line.remove_prefix(1);
-    return line;
-}
-
 } // namespace Yul::detail

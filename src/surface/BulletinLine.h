@@ -31,8 +31,7 @@ enum LineCode {
 /// to the line's end stop the search, so that its last group is never taken for a zone.
 [[nodiscard]] bool matchZone(std::string_view line, std::string_view zone);
 
-/// The line without the characters that end it and without white space round it.
-[[nodiscard]] std::string_view trimmed(std::string_view line) noexcept;
+/// The line without the characters that end it.
 [[nodiscard]] std::string_view withoutLineEnd(std::string_view line) noexcept;
 
 } // namespace Yul::detail

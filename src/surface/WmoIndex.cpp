@@ -1,6 +1,7 @@
 #include "surface/WmoIndex.h"
 
 #include "core/Scan.h"
+#include "core/StrLib.h"
 #include "core/Yul.h"
 #include "surface/BulletinLine.h"
 
