@@ -3,6 +3,7 @@
 Every class of the module is run in a process of its own, so that a crash names it. The calls are deterministic.
 """
 
+import os
 import subprocess
 import sys
 
@@ -123,6 +124,7 @@ def test_all_functions_belong_to_a_class():
         assert owner.split('_')[0] in names, function
 
 
+@pytest.mark.skipif('asan' in os.environ.get('LD_PRELOAD', ''), reason='sanitizers slow the import down')
 def test_import_is_quick_and_needs_nothing_else():
     script = ("import sys, time; before = set(sys.modules); start = time.process_time(); import _Yul; "
               "print(time.process_time() - start, sorted(set(sys.modules) - before))")
