@@ -9,7 +9,6 @@ namespace Yul {
 namespace {
 
 using detail::Block;
-using detail::isMissing;
 using detail::Pair;
 
 /// Names the two coordinates of every kind of position.
@@ -29,38 +28,18 @@ template <class P> auto & second(P & p)
         return p.y;
 }
 
-/// A pair as conversions take it: not-a-number where a coordinate is missing.
-Pair load(double a, double b)
-{
-    bool const is_set = !isMissing(a) && !isMissing(b);
-    return {is_set ? a : detail::math::NONE, b};
-}
-
-/// Stores a converted pair; returns false and stores missing values when there is none.
-template <class Real> bool store(double a, double b, Real & out_a, Real & out_b)
-{
-    bool const is_set = detail::fitsFloat(a) && detail::fitsFloat(b);
-    out_a = static_cast<Real>(is_set ? a : Const::MISS);
-    out_b = static_cast<Real>(is_set ? b : Const::MISS);
-    return is_set;
-}
-
-/// Runs `count` pairs through blocks; returns how many `save` stored.
+/// Runs `count` pairs through blocks. `load` fills a block from an index on, `save` takes it out and returns how many
+/// pairs have an image; so does the whole.
 template <class Load, class Run, class Save>
-std::size_t inBlocks(std::size_t count, Load const & fill, Run const & run, Save const & save)
+std::size_t inBlocks(std::size_t count, Load const & load, Run const & run, Save const & save)
 {
     Block block{};
     std::size_t stored = 0;
     for (std::size_t start = 0; start < count; start += Block::SIZE) {
         std::size_t const size = std::min(Block::SIZE, count - start);
-        for (std::size_t i = 0; i < size; ++i) {
-            Pair const p = fill(start + i);
-            block.a[i] = p.a;
-            block.b[i] = p.b;
-        }
+        load(block, start, size);
         run(block);
-        for (std::size_t i = 0; i < size; ++i)
-            stored += save(start + i, block.a[i], block.b[i]) ? 1 : 0;
+        stored += save(block, start, size);
     }
     return stored;
 }
@@ -117,24 +96,28 @@ void Domain::convert(Space from, Space to, Block & block) const
 
 template <class In, class Out> int Domain::convertPoint(Space from, Space to, In const & in, Out & out) const
 {
-    auto const [a, b] = load(static_cast<double>(first(in)), static_cast<double>(second(in)));
-    Pair const p = convert(from, to, {a, b});
-    return store(p.a, p.b, first(out), second(out)) ? 1 : 0;
+    Pair const given = detail::loaded(static_cast<double>(first(in)), static_cast<double>(second(in)));
+    Pair const pair = convert(from, to, given);
+    auto const [a, b, is_set] = detail::stored(pair.a, pair.b);
+    first(out) = static_cast<float>(a);
+    second(out) = static_cast<float>(b);
+    return is_set ? 1 : 0;
 }
 
 template <class In, class Out> int Domain::convertList(Space from, Space to, In const & in, Out & out) const
 {
-    auto const & source = in.all();
-    auto & target = out.all();
-    target.resize(source.size());
+    std::size_t const count = in.all().size();
+    out.all().resize(count);
     std::size_t const stored = inBlocks(
-        source.size(),
-        [&](std::size_t i) {
-            return load(static_cast<double>(first(source[i])), static_cast<double>(second(source[i])));
+        count,
+        [&](Block & block, std::size_t start, std::size_t size) {
+            detail::load(block, in.all().data() + start, size);
         },
         [&](Block & block) { convert(from, to, block); },
-        [&](std::size_t i, double a, double b) { return store(a, b, first(target[i]), second(target[i])); });
-    return stored == source.size() ? 1 : 0;
+        [&](Block const & block, std::size_t start, std::size_t size) {
+            return detail::save(block, out.all().data() + start, size);
+        });
+    return stored == count ? 1 : 0;
 }
 
 template <class Real>
@@ -147,9 +130,13 @@ std::size_t Domain::convertArrays(Space from,
 {
     return inBlocks(
         std::min({a.size(), b.size(), out_a.size(), out_b.size()}),
-        [&](std::size_t i) { return load(static_cast<double>(a[i]), static_cast<double>(b[i])); },
+        [&](Block & block, std::size_t start, std::size_t size) {
+            detail::load(block, a.data() + start, b.data() + start, size);
+        },
         [&](Block & block) { convert(from, to, block); },
-        [&](std::size_t i, double x, double y) { return store(x, y, out_a[i], out_b[i]); });
+        [&](Block const & block, std::size_t start, std::size_t size) {
+            return detail::save(block, out_a.data() + start, out_b.data() + start, size);
+        });
 }
 
 int Domain::tran(EarthPoint const & earth, Point & point) const
@@ -283,13 +270,18 @@ template <class Run> int Domain::calcGrid(std::span<float> a, std::span<float> b
     std::size_t row = 0;
     inBlocks(
         count,
-        [&](std::size_t) {
-            Pair const p{static_cast<double>(column), static_cast<double>(row)};
-            row += ++column == columns ? 1 : 0;
-            column = column == columns ? 0 : column;
-            return p;
+        [&](Block & block, std::size_t, std::size_t size) {
+            for (std::size_t i = 0; i < size; ++i) {
+                block.a[i] = static_cast<double>(column);
+                block.b[i] = static_cast<double>(row);
+                row += ++column == columns ? 1 : 0;
+                column = column == columns ? 0 : column;
+            }
         },
-        run, [&](std::size_t i, double x, double y) { return store(x, y, a[i], b[i]); });
+        run,
+        [&](Block const & block, std::size_t start, std::size_t size) {
+            return detail::save(block, a.data() + start, b.data() + start, size);
+        });
     return 1;
 }
 

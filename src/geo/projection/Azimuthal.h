@@ -66,6 +66,7 @@ struct LambertAzimuthal
 {
     Aspect aspect;
     double radius;
+    double inverse_radius; ///< 1 / radius
 };
 
 /// The antipode has no image.
@@ -78,8 +79,8 @@ struct LambertAzimuthal
 
 [[nodiscard]] inline Position inverse(LambertAzimuthal const & k, double x, double y) noexcept
 {
-    double const e = x / k.radius;
-    double const n = y / k.radius;
+    double const e = x * k.inverse_radius;
+    double const n = y * k.inverse_radius;
     double const q = (e * e + n * n) / 4; // square of the sine of half the distance
     double const c = std::sqrt(1 - math::clamp(q, 0, 1));
     return keepIf(q <= 1 + 2 * EDGE_SLACK, locate(k.aspect, {1 - 2 * q, c * e, c * n}));
@@ -97,6 +98,7 @@ struct Orthographic
 {
     Aspect aspect;
     double radius;
+    double inverse_radius; ///< 1 / radius
 };
 
 /// The hidden hemisphere has no image.
@@ -108,8 +110,8 @@ struct Orthographic
 
 [[nodiscard]] inline Position inverse(Orthographic const & k, double x, double y) noexcept
 {
-    double const e = x / k.radius;
-    double const n = y / k.radius;
+    double const e = x * k.inverse_radius;
+    double const n = y * k.inverse_radius;
     double const q = e * e + n * n;
     return keepIf(q <= 1 + 2 * EDGE_SLACK, locate(k.aspect, {std::sqrt(1 - math::clamp(q, 0, 1)), e, n}));
 }

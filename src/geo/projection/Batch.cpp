@@ -24,9 +24,101 @@ inline void withAlternative(Kernel const & kernel, std::index_sequence<I...>, Lo
     (void)((kernel.index() == I && (loop(*std::get_if<I>(&kernel)), true)) || ...);
 }
 
+template <class Get> inline void fill(Block & block, std::size_t count, Get const & get) noexcept
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        auto const [a, b] = get(i);
+        Pair const p = loaded(static_cast<double>(a), static_cast<double>(b));
+        block.a[i] = p.a;
+        block.b[i] = p.b;
+    }
+}
+
+template <class Put>
+inline std::size_t drain(Block const & block, std::size_t count, Put const & put) noexcept
+{
+    std::size_t number = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        Stored const p = stored(block.a[i], block.b[i]);
+        put(i, p.a, p.b);
+        number += p.is_set ? 1 : 0;
+    }
+    return number;
+}
+
+template <class Real> struct Pairs
+{
+    Real a, b;
+};
+
 using Alternatives = std::make_index_sequence<std::variant_size_v<Kernel>>;
 
 } // namespace
+
+YUL_EVERY_PROCESSOR void load(Block & block, EarthPoint const * points, std::size_t count) noexcept
+{
+    fill(block, count, [=](std::size_t i) { return Pairs<float>{points[i].lat, points[i].lon}; });
+}
+
+YUL_EVERY_PROCESSOR void load(Block & block, Point const * points, std::size_t count) noexcept
+{
+    fill(block, count, [=](std::size_t i) { return Pairs<float>{points[i].x, points[i].y}; });
+}
+
+YUL_EVERY_PROCESSOR void load(Block & block, GridPoint const * points, std::size_t count) noexcept
+{
+    fill(block, count, [=](std::size_t i) { return Pairs<float>{points[i].x, points[i].y}; });
+}
+
+YUL_EVERY_PROCESSOR void load(Block & block, float const * a, float const * b, std::size_t count) noexcept
+{
+    fill(block, count, [=](std::size_t i) { return Pairs<float>{a[i], b[i]}; });
+}
+
+YUL_EVERY_PROCESSOR void load(Block & block, double const * a, double const * b, std::size_t count) noexcept
+{
+    fill(block, count, [=](std::size_t i) { return Pairs<double>{a[i], b[i]}; });
+}
+
+YUL_EVERY_PROCESSOR std::size_t save(Block const & block, EarthPoint * points, std::size_t count) noexcept
+{
+    return drain(block, count, [=](std::size_t i, double lat, double lon) {
+        points[i].lat = static_cast<float>(lat);
+        points[i].lon = static_cast<float>(lon);
+    });
+}
+
+YUL_EVERY_PROCESSOR std::size_t save(Block const & block, Point * points, std::size_t count) noexcept
+{
+    return drain(block, count, [=](std::size_t i, double x, double y) {
+        points[i].x = static_cast<float>(x);
+        points[i].y = static_cast<float>(y);
+    });
+}
+
+YUL_EVERY_PROCESSOR std::size_t save(Block const & block, GridPoint * points, std::size_t count) noexcept
+{
+    return drain(block, count, [=](std::size_t i, double x, double y) {
+        points[i].x = static_cast<float>(x);
+        points[i].y = static_cast<float>(y);
+    });
+}
+
+YUL_EVERY_PROCESSOR std::size_t save(Block const & block, float * a, float * b, std::size_t count) noexcept
+{
+    return drain(block, count, [=](std::size_t i, double x, double y) {
+        a[i] = static_cast<float>(x);
+        b[i] = static_cast<float>(y);
+    });
+}
+
+YUL_EVERY_PROCESSOR std::size_t save(Block const & block, double * a, double * b, std::size_t count) noexcept
+{
+    return drain(block, count, [=](std::size_t i, double x, double y) {
+        a[i] = x;
+        b[i] = y;
+    });
+}
 
 YUL_EVERY_PROCESSOR void project(Kernel const & kernel, Block & block) noexcept
 {

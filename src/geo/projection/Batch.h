@@ -1,6 +1,9 @@
 // Whole lists of positions at once.
 #pragma once
 
+#include "geo/EarthPoint.h"
+#include "geo/GridPoint.h"
+#include "geo/Point.h"
 #include "geo/projection/Kernel.h"
 
 #include <cmath>
@@ -48,6 +51,28 @@ struct Pair
     return std::fabs(value) <= static_cast<double>(std::numeric_limits<float>::max());
 }
 
+/// A pair as conversions take it: not-a-number where a coordinate is missing.
+[[nodiscard]] inline Pair loaded(double a, double b) noexcept
+{
+    double const checked = isMissing(a) ? math::NONE : a;
+    return {isMissing(b) ? math::NONE : checked, b};
+}
+
+/// A converted pair as it is stored: two missing values unless a float can hold both coordinates.
+struct Stored
+{
+    double a, b;
+    bool is_set;
+};
+
+[[nodiscard]] inline Stored stored(double a, double b) noexcept
+{
+    constexpr double MOST = std::numeric_limits<float>::max();
+    double const checked = std::fabs(a) <= MOST ? std::fabs(b) : math::NONE;
+    bool const is_set = checked <= MOST;
+    return {is_set ? a : Const::MISS, is_set ? b : Const::MISS, is_set};
+}
+
 /// A block of coordinate pairs, small enough for the first cache.
 struct Block
 {
@@ -56,6 +81,20 @@ struct Block
     alignas(64) double a[SIZE]; ///< latitudes, x or columns
     alignas(64) double b[SIZE]; ///< longitudes, y or rows
 };
+
+/// Fills a block with up to SIZE positions; missing ones become not-a-number.
+void load(Block & block, EarthPoint const * points, std::size_t count) noexcept;
+void load(Block & block, Point const * points, std::size_t count) noexcept;
+void load(Block & block, GridPoint const * points, std::size_t count) noexcept;
+void load(Block & block, float const * a, float const * b, std::size_t count) noexcept;
+void load(Block & block, double const * a, double const * b, std::size_t count) noexcept;
+
+/// Takes the positions out, both coordinates Const::MISS where there is none; returns how many there are.
+std::size_t save(Block const & block, EarthPoint * points, std::size_t count) noexcept;
+std::size_t save(Block const & block, Point * points, std::size_t count) noexcept;
+std::size_t save(Block const & block, GridPoint * points, std::size_t count) noexcept;
+std::size_t save(Block const & block, float * a, float * b, std::size_t count) noexcept;
+std::size_t save(Block const & block, double * a, double * b, std::size_t count) noexcept;
 
 /// Replaces latitudes and longitudes by x and y; the same bits as `project` gives one by one. All SIZE pairs are
 /// converted, whatever stands in the unused ones.

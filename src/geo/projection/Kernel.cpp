@@ -52,13 +52,13 @@ Kernel makeMapKernel(
         return isCone(k.cone, k.scale) ? Kernel(k) : NoPlane{};
     }
     case Domain::ORTHO:
-        return Orthographic{makeAspect(plat, plon), earth.radius};
+        return Orthographic{makeAspect(plat, plon), earth.radius, 1 / earth.radius};
     case Domain::GNOM:
         return Gnomonic{makeAspect(plat, plon), earth.radius};
     case Domain::MOLL:
         return Mollweide{earth.radius, plon};
     case Domain::LAMBAZ:
-        return LambertAzimuthal{makeAspect(plat, plon), earth.radius};
+        return LambertAzimuthal{makeAspect(plat, plon), earth.radius, 1 / earth.radius};
     case Domain::SAT: {
         double const major = val.ellipse ? earth.major : earth.radius;
         double const minor = val.ellipse ? earth.minor : earth.radius;

@@ -81,9 +81,9 @@ template <class K> [[nodiscard]] inline Plane project(K const & k, double lat, d
 {
     if constexpr (!IS_MAP<K>)
         return forward(k, lat, lon);
-    bool const inside = lat >= -90 && lat <= 90 && lon >= -MOST_TURNS && lon <= MOST_TURNS;
-    Plane const p = forward(k, lat, math::oneTurn(lon));
-    return keepIf(inside, p);
+    double const checked_lat = std::fabs(lat) <= 90 ? lat : math::NONE;
+    double const checked_lon = std::fabs(lon) <= MOST_TURNS ? lon : math::NONE;
+    return forward(k, checked_lat, math::oneTurn(checked_lon));
 }
 
 /// One point of the plane to the earth; longitudes come out within half a turn.

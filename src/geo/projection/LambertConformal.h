@@ -21,32 +21,41 @@ struct LambertConformal
     double scale;   ///< distance of the equator from the apex, with the sign of the cone constant
     double ref_lon; ///< degrees
     double radius;
+    double at_pole; ///< distance of the map's own pole from the apex: 0, none on a cone set on the other pole
+    double inverse_cone; ///< 1 / cone
+    double inverse_area; ///< 1 / scale^2
 };
+
+/// The cone constant. Source: equation 15-3, or 15-8 where the standard latitudes are the same.
+[[nodiscard]] inline double coneConstant(double sign, double std_lat1, double std_lat2) noexcept
+{
+    constexpr double SAME = 1e-4; // degrees; the sine of the middle is then exact to 1e-12
+    if (std::fabs(std_lat1 - std_lat2) < SAME)
+        return sign * math::sinCos((std_lat1 + std_lat2) / 2).sin;
+    double const tan1 = math::tanHalfPolarDistance(sign * std_lat1);
+    double const tan2 = math::tanHalfPolarDistance(sign * std_lat2);
+    return std::log(math::sinCos(std_lat1).cos / math::sinCos(std_lat2).cos) / std::log(tan1 / tan2);
+}
 
 /// The cone constant is 0 or not a number where the standard latitudes allow no cone.
 [[nodiscard]] inline LambertConformal
 makeLambertConformal(double plat, double plon, double std_lat1, double std_lat2, double radius) noexcept
 {
     double const sign = plat >= 0 ? 1 : -1;
-    double const tan1 = math::tan(45 - sign * std_lat1 / 2);
-    double const tan2 = math::tan(45 - sign * std_lat2 / 2);
-    auto const [sin1, cos1] = math::sinCos(std_lat1);
-    double const cos2 = math::sinCos(std_lat2).cos;
-    double const cone = std_lat1 == std_lat2
-                            ? sign * sin1
-                            : (std::log(cos1) - std::log(cos2)) / (std::log(tan1) - std::log(tan2));
+    double const cone = coneConstant(sign, std_lat1, std_lat2);
     // cos / tan^n, written so that a standard latitude at the pole works: cos / tan = 1 + sin
-    double const factor = (1 + sign * sin1) * std::pow(tan1, 1 - cone) / cone;
-    return {sign, cone, radius * factor, plon, radius};
+    double const tan1 = math::tanHalfPolarDistance(sign * std_lat1);
+    double const factor = (1 + sign * math::sinCos(std_lat1).sin) * std::pow(tan1, 1 - cone) / cone;
+    double const scale = radius * factor;
+    return {sign, cone, scale, plon, radius, cone > 0 ? 0 : math::NONE, 1 / cone, 1 / (scale * scale)};
 }
 
 /// The distance from the apex; the latitude is counted towards it.
 [[nodiscard]] inline double apexDistance(LambertConformal const & k, double toward) noexcept
 {
     double const held = toward < -CONE_DEEPEST ? -CONE_DEEPEST : toward;
-    double const tangent = math::tan(45 - held / 2);
-    double const distance = k.scale * math::exp(k.cone * math::log(tangent));
-    return tangent > 0 || k.cone < 0 ? distance : tangent * k.scale;
+    double const distance = k.scale * math::exp(k.cone * math::logTanHalfPolarDistance(held));
+    return held == 90 ? k.at_pole : distance;
 }
 
 [[nodiscard]] inline Plane forward(LambertConformal const & k, double lat, double lon) noexcept
@@ -59,9 +68,9 @@ makeLambertConformal(double plat, double plon, double std_lat1, double std_lat2,
 [[nodiscard]] inline Position inverse(LambertConformal const & k, double x, double y) noexcept
 {
     double const side = k.scale < 0 ? -1 : 1;
-    double const turn = math::atan2(side * x, -k.sign * side * y) / k.cone;
-    double const square = (x * x + y * y) / (k.scale * k.scale);
-    double const tangent = math::exp(math::log(square) * (0.5 / k.cone));
+    double const turn = math::atan2(side * x, -k.sign * side * y) * k.inverse_cone;
+    double const square = (x * x + y * y) * k.inverse_area;
+    double const tangent = math::exp(math::logRatio(square, 1) * (k.inverse_cone / 2));
     double const apex = k.cone > 0 ? 0 : 1e300;
     double const angle = math::atan2(square > 1e-300 ? tangent : apex + square, 1);
     bool const inside = std::fabs(turn) <= 180 + CONE_SLACK;

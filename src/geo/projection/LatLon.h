@@ -19,8 +19,8 @@ struct LatLon
 
 [[nodiscard]] inline Position inverse(LatLon const & k, double x, double y) noexcept
 {
-    bool const inside = std::fabs(y) <= 90 * (1 + EDGE_SLACK) && std::fabs(x) <= MOST_TURNS;
-    return keepIf(inside, Position{math::clamp(y, -90, 90), k.ref_lon + x});
+    Position const p = keepIf(std::fabs(x) <= MOST_TURNS, Position{math::clamp(y, -90, 90), k.ref_lon + x});
+    return keepIf(std::fabs(y) <= 90 * (1 + EDGE_SLACK), p);
 }
 
 /// A degree in the plane counts as its length on the equator.

@@ -93,10 +93,10 @@ struct EllipsoidPoint
     double const meridian = from_meridian + length * view_meridian;
     double const east = length * view_east;
     double const width = std::sqrt(meridian * meridian + east * east);
-    bool const hits =
-        root >= -EDGE_SLACK * b * b && b > 0 && std::fabs(x) < QUARTER_TURN && std::fabs(y) < QUARTER_TURN;
-    return keepIf(
-        hits, Position{math::atan2(axis, width * k.ratio), k.aspect.ref_lon + math::atan2(east, meridian)});
+    Position const p{math::atan2(axis, width * k.ratio), k.aspect.ref_lon + math::atan2(east, meridian)};
+    double const checked =
+        b > 0 ? root + EDGE_SLACK * b * b : math::NONE; // the line of sight meets the earth
+    return keepIf(std::fabs(x) < QUARTER_TURN, keepIf(std::fabs(y) < QUARTER_TURN, keepIf(checked >= 0, p)));
 }
 
 /// The scale is in radians per unit of length.

@@ -33,7 +33,7 @@ makeStereographic(double plat, double plon, double std_lat, double radius) noexc
 {
     double const toward = k.sign * lat;
     double const clamped = toward > STEREO_DEEPEST ? STEREO_DEEPEST : toward;
-    double const r = k.scale * math::tan((90 + clamped) / 2);
+    double const r = k.scale * math::tanHalfPolarDistance(-clamped);
     auto const [s, c] = math::sinCos(lon - k.ref_lon);
     return {r * s, k.sign * r * c - k.origin_y};
 }
