@@ -118,33 +118,6 @@ std::size_t integerLength(std::string_view field)
     return i > first_digit ? i : 0;
 }
 
-std::size_t floatLength(std::string_view field)
-{
-    auto const digits = [&](std::size_t i) {
-        while (i < field.size() && isDigit(field[i]))
-            ++i;
-        return i;
-    };
-    std::size_t const sign = !field.empty() && (field[0] == '-' || field[0] == '+') ? 1 : 0;
-    std::size_t end = digits(sign);
-    std::size_t mantissa_digits = end - sign;
-    if (end < field.size() && field[end] == '.') {
-        std::size_t const fraction_end = digits(end + 1);
-        mantissa_digits += fraction_end - end - 1;
-        end = fraction_end;
-    }
-    if (mantissa_digits == 0)
-        return 0;
-    if (end < field.size() && (field[end] == 'e' || field[end] == 'E')) {
-        std::size_t const exponent_sign =
-            end + 1 < field.size() && (field[end + 1] == '-' || field[end + 1] == '+') ? 1 : 0;
-        std::size_t const exponent_end = digits(end + 1 + exponent_sign);
-        if (exponent_end > end + 1 + exponent_sign)
-            end = exponent_end;
-    }
-    return end;
-}
-
 std::size_t textLength(Conversion const & c, std::string_view field)
 {
     auto const belongs = [&](char x) { return c.letter == '[' ? inSet(c, x) : !isBlank(x); };
@@ -167,7 +140,7 @@ std::string_view takeField(Conversion const & c, Cursor & cursor)
     case 'f':
     case 'g':
     case 'e':
-        return cursor.take(floatLength(cursor.window(c.width)));
+        return cursor.take(realLength(cursor.window(c.width)));
     case 's':
     case '[':
         return cursor.take(textLength(c, cursor.window(c.width)));
@@ -274,6 +247,33 @@ ScanTarget variadicTarget(Conversion const & c, void * where)
 }
 
 } // namespace
+
+std::size_t realLength(std::string_view field)
+{
+    auto const digits = [&](std::size_t i) {
+        while (i < field.size() && isDigit(field[i]))
+            ++i;
+        return i;
+    };
+    std::size_t const sign = !field.empty() && (field[0] == '-' || field[0] == '+') ? 1 : 0;
+    std::size_t end = digits(sign);
+    std::size_t mantissa_digits = end - sign;
+    if (end < field.size() && field[end] == '.') {
+        std::size_t const fraction_end = digits(end + 1);
+        mantissa_digits += fraction_end - end - 1;
+        end = fraction_end;
+    }
+    if (mantissa_digits == 0)
+        return 0;
+    if (end < field.size() && (field[end] == 'e' || field[end] == 'E')) {
+        std::size_t const exponent_sign =
+            end + 1 < field.size() && (field[end + 1] == '-' || field[end + 1] == '+') ? 1 : 0;
+        std::size_t const exponent_end = digits(end + 1 + exponent_sign);
+        if (exponent_end > end + 1 + exponent_sign)
+            end = exponent_end;
+    }
+    return end;
+}
 
 int scanTargets(std::string_view text, char const * format, ScanTarget const * targets, std::size_t count)
 {

@@ -38,6 +38,9 @@ struct ScanTarget
     std::size_t size = 0;
 };
 
+/// How many characters at the start of the text are a number that "%f" reads; 0 where there is none.
+[[nodiscard]] std::size_t realLength(std::string_view field);
+
 /// Reads the text by the format and returns the number of targets filled, as sscanf does: a blank in the
 /// format skips blanks, other characters must match, "%d", "%f", "%s", "%c", "%[set]" with optional width and
 /// "*", "%%". A conversion that does not fit ends the scan; its target and all later ones keep their values.

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string_view>
 
 namespace Yul {
 namespace {
@@ -22,11 +21,6 @@ std::size_t countOf(int nx, int ny)
 bool isSize(int nx, int ny)
 {
     return nx >= 1 && ny >= 1 && static_cast<long>(nx) * ny <= Grid::MAX_VALUES;
-}
-
-bool isBlankText(std::string_view text)
-{
-    return text.find_first_not_of(" \t\r\n\v\f") == std::string_view::npos;
 }
 
 } // namespace
@@ -368,7 +362,7 @@ int Grid::setVar(char const * text)
 int Grid::setUnits(char const * text)
 {
     std::string const units(detail::viewOf(text)); // a copy: the text may be the grid's own
-    if (isBlankText(units))
+    if (detail::trimmed(units).empty())
         return 0;
     auto const bracket = info.rfind('[');
     info = bracket == std::string::npos ? info + ' ' : info.substr(0, bracket);
@@ -379,7 +373,7 @@ int Grid::setUnits(char const * text)
 int Grid::convertUnits(char const * text)
 {
     Unit const unit(var.getUnits(), text);
-    if (!unit.isValid() || isBlankText(detail::viewOf(text))) {
+    if (!unit.isValid() || detail::trimmed(detail::viewOf(text)).empty()) {
         Yul::outWarning("Grid::convertUnits: No conversion from %s to %s\n", var.getUnits(),
                         text != nullptr ? text : "");
         return 0;

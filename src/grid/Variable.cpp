@@ -17,6 +17,8 @@
 namespace Yul {
 namespace {
 
+using detail::trimmed;
+
 constexpr std::size_t LONGEST_NAME = 31;
 constexpr std::size_t LONGEST_TEXT = 250;
 constexpr std::string_view NOT_SET = "miss";
@@ -34,15 +36,6 @@ bool isName(std::string_view text)
     auto const is_letter = [](char c) { return detail::toLower(c) >= 'a' && detail::toLower(c) <= 'z'; };
     return text.size() <= LONGEST_NAME && std::ranges::all_of(text, isNameCharacter) &&
            std::ranges::any_of(text, is_letter);
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    while (!text.empty() && detail::isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && detail::isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
 }
 
 /// "name", "name[units]" or "name:units".

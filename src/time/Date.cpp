@@ -1,8 +1,7 @@
 #include "time/Date.h"
 
 #include "core/Clamp.h"
-#include "core/Number.h"
-#include "core/Scan.h"
+#include "core/FixedScan.h"
 #include "core/StrLib.h"
 #include "time/Civil.h"
 #include "time/ZoneName.h"
@@ -124,8 +123,8 @@ int Date::set(char const * text)
     if (rest.starts_with('#'))
         rest.remove_prefix(1);
     Date next;
-    detail::scan(rest, "%4d%2d%2d%2d%2d%f", &next.year, &next.month, &next.day, &next.hour, &next.minute,
-                 &next.second);
+    detail::fixedScan<"%4d%2d%2d%2d%2d%f">(rest, next.year, next.month, next.day, next.hour, next.minute,
+                                           next.second);
     next.computeSecs();
     *this = next;
     return 1;
@@ -273,9 +272,9 @@ int Date::getYear00() const noexcept
 long Date::computeSecs()
 {
     seconds = DateVal::computeSecs();
-    detail::CivilTime const time = detail::breakDown(seconds);
-    day_of_week = time.day_of_week;
-    julian = time.day_of_year;
+    auto const [week_day, year_day] = detail::calendarDay(seconds, year);
+    day_of_week = week_day;
+    julian = year_day;
     return seconds;
 }
 

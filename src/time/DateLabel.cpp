@@ -1,8 +1,8 @@
 #include "core/Clamp.h"
-#include "core/Digits.h"
 #include "core/Format.h"
 #include "core/StrLib.h"
 #include "core/String.h"
+#include "core/TextBuffer.h"
 #include "time/Civil.h"
 #include "time/Date.h"
 #include "time/DateTool.h"
@@ -16,8 +16,8 @@
 namespace Yul {
 namespace {
 
-using detail::Decimal;
 using detail::isMissing;
+using detail::TextBuffer;
 
 constexpr int WITH_WEEKDAY = 1; // of the label flags
 
@@ -32,89 +32,89 @@ Precision precisionOf(Date const & date)
 }
 
 /// Appends ":45", ":45:30" or nothing; `separator` may be empty.
-void appendMinuteSecond(
-    std::string & out, Date const & date, int second, Precision precision, char const * separator)
+void addMinuteSecond(
+    TextBuffer & out, Date const & date, int second, Precision precision, char const * separator)
 {
     if (precision == Precision::HOUR)
         return;
-    out += separator;
-    out += Decimal(date.minute, 2).view();
+    out.add(separator);
+    out.addDecimal(date.minute, 2);
     if (precision == Precision::MINUTE)
         return;
-    out += separator;
-    out += Decimal(second, 2).view();
+    out.add(separator);
+    out.addDecimal(second, 2);
 }
 
 /// "12 PM EST", "5:45:30 AM EST".
-void appendHalfDayTime(std::string & out, Date const & local, int second, Precision precision)
+void addHalfDayTime(TextBuffer & out, Date const & local, int second, Precision precision)
 {
-    out += Decimal(local.hour % 12 == 0 ? 12 : local.hour % 12).view();
-    appendMinuteSecond(out, local, second, precision, ":");
-    out += local.hour >= 12 ? " PM " : " AM ";
-    out += local.getZoneName();
+    out.addDecimal(local.hour % 12 == 0 ? 12 : local.hour % 12);
+    addMinuteSecond(out, local, second, precision, ":");
+    out.add(local.hour >= 12 ? " PM " : " AM ");
+    out.add(local.getZoneName());
 }
 
 /// The time of day as the zone asks for it.
 /// local  the date in that zone, where it is set.
-void appendTime(std::string & out, Date const & local, Date const & date, Timezone const & zone)
+void addTime(TextBuffer & out, Date const & local, Date const & date, Timezone const & zone)
 {
     Precision const precision = precisionOf(local);
     int const second = detail::clampTo<int>(static_cast<double>(local.second) + 0.5);
     if (zone.isSet() && zone.getPM() != 0) {
-        appendHalfDayTime(out, local, second, precision);
+        addHalfDayTime(out, local, second, precision);
         if (zone.getPM() < 0) {
             Date utc = date;
             utc.changeTimezone(0, "Z");
-            out += " [";
-            out += Decimal(utc.hour, 2).view();
-            appendMinuteSecond(out, utc, second, precision, "");
-            out += "Z]";
+            out.add(" [");
+            out.addDecimal(utc.hour, 2);
+            addMinuteSecond(out, utc, second, precision, "");
+            out.add("Z]");
         }
         return;
     }
-    out += Decimal(local.hour, 2).view();
-    appendMinuteSecond(out, local, second, precision, precision == Precision::SECOND ? ":" : "");
+    out.addDecimal(local.hour, 2);
+    addMinuteSecond(out, local, second, precision, precision == Precision::SECOND ? ":" : "");
     if (!zone.isSet())
-        out += 'Z';
+        out.add('Z');
     else {
         if (precision != Precision::HOUR)
-            out += ' ';
-        out += local.getZoneName();
+            out.add(' ');
+        out.add(local.getZoneName());
     }
 }
 
-void appendDay(std::string & out, Date const & date)
+void addDay(TextBuffer & out, Date const & date)
 {
     if (!isMissing(date.month)) {
         if (!isMissing(date.day)) {
-            out += Decimal(date.day, 1, 2).view();
-            out += ' ';
+            out.addDecimal(date.day, 1, 2);
+            out.add(' ');
         }
-        out += DateTool::getMonth(date.month);
-        out += ' ';
+        out.add(DateTool::getMonth(date.month));
+        out.add(' ');
     }
     if (isMissing(date.year))
-        out += "XX";
+        out.add("XX");
     else
-        out += Decimal(date.getYear00(), 2).view();
+        out.addDecimal(date.getYear00(), 2);
 }
 
 /// The label without a prefix; the date is set.
-void appendLabel(std::string & out, Date const & date, Timezone const & zone, int flags)
+void addLabel(TextBuffer & out, Date const & date, Timezone const & zone, int flags)
 {
     Date local = date;
     if (zone.isSet())
         local.changeTimezone(zone.getOffset(), zone.getName());
     bool const has_day = !isMissing(local.month) && !isMissing(local.day);
     if (has_day && !isMissing(local.hour)) {
-        appendTime(out, local, date, zone);
-        out += ' ';
+        addTime(out, local, date, zone);
+        out.add(' ');
     }
     if (has_day && (flags & WITH_WEEKDAY) != 0) {
-        out += DateTool::getDayWeek(local.getDayOfWeek());
-        out += ' ';
+        out.add(DateTool::getDayWeek(local.getDayOfWeek()));
+        out.add(' ');
     }
-    appendDay(out, local);
+    addDay(out, local);
 }
 
 std::string hourLabel(float hours, bool has_day_form)
@@ -134,11 +134,11 @@ std::string hourLabel(float hours, bool has_day_form)
 }
 
 /// Appends a word after a blank, which an empty text does not need.
-void appendWord(std::string & out, std::string_view word)
+void addWord(TextBuffer & out, std::string_view word)
 {
     if (!out.empty())
-        out += ' ';
-    out += word;
+        out.add(' ');
+    out.add(word);
 }
 
 /// The word of a forecast label for the forecast hour.
@@ -164,13 +164,12 @@ int DateTool::createLabel(
 {
     if (!date.isSet())
         return unsetLabel(out);
-    std::string label;
-    label.reserve(48);
-    label += detail::viewOf(prefix);
+    TextBuffer label;
+    label.add(detail::viewOf(prefix));
     if (!label.empty())
-        label += ' ';
-    appendLabel(label, date, zone, flags);
-    out.assign(label);
+        label.add(' ');
+    addLabel(label, date, zone, flags);
+    out.assign(label.view());
     return 1;
 }
 
@@ -206,17 +205,18 @@ int DateTool::createLabel(
         return unsetLabel(out);
     if (!std::isfinite(fhour))
         fhour = Const::MISS;
-    std::string label(detail::viewOf(prefix));
-    appendWord(label, forecastWord(fhour, label.empty()));
-    label += fhour > 0.0F ? " valid " : " for ";
+    TextBuffer label;
+    label.add(detail::viewOf(prefix));
+    addWord(label, forecastWord(fhour, label.empty()));
+    label.add(fhour > 0.0F ? " valid " : " for ");
     if (isMissing(fhour) || fhour == 0.0F) {
-        appendLabel(label, date, zone, 0);
+        addLabel(label, date, zone, 0);
     } else {
         Date valid = date;
         valid.addSeconds(fhour * static_cast<float>(detail::SECONDS_PER_HOUR));
-        appendLabel(label, valid, zone, WITH_WEEKDAY);
+        addLabel(label, valid, zone, WITH_WEEKDAY);
     }
-    out.assign(label);
+    out.assign(label.view());
     return 1;
 }
 
@@ -225,17 +225,18 @@ int DateTool::createLabel(
 {
     if (!date.isSet())
         return unsetLabel(out);
-    std::string label(detail::viewOf(prefix));
+    TextBuffer label;
+    label.add(detail::viewOf(prefix));
     String word;
     fore.toTimeLabel(word);
-    appendWord(label, word.view());
+    addWord(label, word.view());
     int const fhour = fore.getFore();
     Date valid = date;
     if (!isMissing(fhour))
         valid.addHours(fhour);
-    label += fhour > 0 ? " valid " : " for ";
-    appendLabel(label, valid, zone, 0);
-    out.assign(label);
+    label.add(fhour > 0 ? " valid " : " for ");
+    addLabel(label, valid, zone, 0);
+    out.assign(label.view());
     return 1;
 }
 

@@ -1,9 +1,9 @@
 #include "core/Clamp.h"
-#include "core/Digits.h"
 #include "core/Format.h"
 #include "core/Output.h"
 #include "core/StrLib.h"
 #include "core/String.h"
+#include "core/TextBuffer.h"
 #include "time/Date.h"
 #include "time/DateTool.h"
 
@@ -16,6 +16,7 @@ namespace {
 
 using detail::Decimal;
 using detail::isMissing;
+using detail::TextBuffer;
 
 int hourOfHalfDay(Date const & date)
 {
@@ -29,71 +30,58 @@ int roundedSecond(Date const & date)
     return isMissing(second) ? Const::MISS : detail::clampTo<int>(static_cast<double>(second) + 0.5);
 }
 
-std::string secondWithFraction(Date const & date)
+void addSecondWithFraction(TextBuffer & out, Date const & date)
 {
     float const second = date.getSecond();
     if (isMissing(second))
-        return "XX.XXXX";
-    if (second < 10.0F)
-        return detail::format("0%6.4f", static_cast<double>(second));
-    return std::string(Decimal(detail::clampTo<int>(static_cast<double>(second)), 4, 7).view());
+        out.add("XX.XXXX");
+    else if (second < 10.0F)
+        out.add(detail::format("0%6.4f", static_cast<double>(second)));
+    else // kept: an integer format, which loses the fraction
+        out.addDecimal(detail::clampTo<int>(static_cast<double>(second)), 4, 7);
 }
 
-std::string weekday(Date const & date)
+/// A name from a table, or "XXX".
+void addName(TextBuffer & out, std::string_view name)
 {
-    std::string_view const name = DateTool::getDayWeek(date.getDayOfWeek());
-    return std::string(name.empty() ? "XXX" : name);
+    out.add(name.empty() ? "XXX" : name);
 }
 
-std::string monthName(Date const & date)
+/// A number, or a run of X of its width.
+template <int DIGITS, int WIDTH> void addNumber(TextBuffer & out, int number)
 {
-    std::string_view const name = DateTool::getMonth(date.getMonth());
-    return std::string(name.empty() ? "XXX" : name);
+    if (isMissing(number))
+        out.add(WIDTH, 'X');
+    else
+        out.addDecimal(number, DIGITS, WIDTH);
 }
 
-std::string halfOfDay(Date const & date)
-{
-    return date.getHour() >= 12 ? "PM" : "AM"; // kept: AM for a missing hour
-}
-
-std::string zoneName(Date const & date)
-{
-    return date.getZoneName();
-}
-
-std::string percent(Date const & /*date*/)
-{
-    return "%";
-}
-
-/// What a letter after "%" stands for: a number with so many digits and such a width, or a text.
+/// What a letter after "%" stands for.
 struct FormatCode
 {
     char letter;
-    int digits;
-    int width; ///< also the number of X that a missing number gives
-    int (*number)(Date const &);
-    std::string (*text)(Date const &);
+    void (*add)(TextBuffer & out, Date const & date);
 };
 
 constexpr FormatCode FORMAT_CODES[] = {
-    {'%', 0, 0, nullptr, percent},
-    {'a', 0, 0, nullptr, weekday},
-    {'b', 0, 0, nullptr, monthName},
-    {'Y', 1, 4, [](Date const & date) { return date.getYear(); }, nullptr},
-    {'y', 2, 2, [](Date const & date) { return date.getYear00(); }, nullptr},
-    {'m', 2, 2, [](Date const & date) { return date.getMonth(); }, nullptr},
-    {'d', 2, 2, [](Date const & date) { return date.getDay(); }, nullptr},
-    {'e', 1, 2, [](Date const & date) { return date.getDay(); }, nullptr},
-    {'j', 1, 3, [](Date const & date) { return date.getJulian(); }, nullptr},
-    {'H', 2, 2, [](Date const & date) { return date.getHour(); }, nullptr},
-    {'l', 2, 2, hourOfHalfDay, nullptr},
-    {'p', 0, 0, nullptr, halfOfDay},
-    {'M', 2, 2, [](Date const & date) { return date.getMinute(); }, nullptr},
-    {'S', 2, 2, roundedSecond, nullptr},
-    {'s', 0, 0, nullptr, secondWithFraction},
-    {'u', 1, 1, [](Date const & date) { return date.getDayOfWeek(); }, nullptr},
-    {'Z', 0, 0, nullptr, zoneName},
+    {'%', [](TextBuffer & out, Date const &) { out.add('%'); }},
+    {'a',
+     [](TextBuffer & out, Date const & date) { addName(out, DateTool::getDayWeek(date.getDayOfWeek())); }},
+    {'b', [](TextBuffer & out, Date const & date) { addName(out, DateTool::getMonth(date.getMonth())); }},
+    {'Y', [](TextBuffer & out, Date const & date) { addNumber<1, 4>(out, date.getYear()); }},
+    {'y', [](TextBuffer & out, Date const & date) { addNumber<2, 2>(out, date.getYear00()); }},
+    {'m', [](TextBuffer & out, Date const & date) { addNumber<2, 2>(out, date.getMonth()); }},
+    {'d', [](TextBuffer & out, Date const & date) { addNumber<2, 2>(out, date.getDay()); }},
+    {'e', [](TextBuffer & out, Date const & date) { addNumber<1, 2>(out, date.getDay()); }},
+    {'j', [](TextBuffer & out, Date const & date) { addNumber<1, 3>(out, date.getJulian()); }},
+    {'H', [](TextBuffer & out, Date const & date) { addNumber<2, 2>(out, date.getHour()); }},
+    {'l', [](TextBuffer & out, Date const & date) { addNumber<2, 2>(out, hourOfHalfDay(date)); }},
+    {'p', [](TextBuffer & out, Date const & date) { out.add(date.getHour() >= 12 ? "PM" : "AM"); }},
+    {'M', [](TextBuffer & out, Date const & date) { addNumber<2, 2>(out, date.getMinute()); }},
+    {'S', [](TextBuffer & out, Date const & date) { addNumber<2, 2>(out, roundedSecond(date)); }},
+    {'s', addSecondWithFraction},
+    {'u', [](TextBuffer & out, Date const & date) { addNumber<1, 1>(out, date.getDayOfWeek()); }},
+    {'Z', [](TextBuffer & out, Date const & date) { out.add(date.getZoneName()); }},
 };
 
 /// The row of every letter, for one look-up a code.
@@ -110,19 +98,6 @@ FormatCode const * findCode(char letter)
     return index < CODE_OF_LETTER.size() ? CODE_OF_LETTER[index] : nullptr;
 }
 
-void appendField(std::string & out, FormatCode const & code, Date const & date)
-{
-    if (code.text != nullptr) {
-        out += code.text(date);
-        return;
-    }
-    int const number = code.number(date);
-    if (isMissing(number))
-        out.append(static_cast<std::size_t>(code.width), 'X');
-    else
-        out += Decimal(number, code.digits, code.width).view();
-}
-
 struct NamedFormat
 {
     std::string_view name;
@@ -134,26 +109,17 @@ constexpr NamedFormat NAMED_FORMATS[] = {
     {"ISO8601", "%Y-%m-%dT%H:%M:%S%Z"},
 };
 
-std::string formatDate(Date const & date, std::string_view format)
+void addFormatted(TextBuffer & out, Date const & date, std::string_view format)
 {
-    for (NamedFormat const & named : NAMED_FORMATS)
-        if (format == named.name)
-            format = named.format;
-
-    std::string out;
-    out.reserve(format.size() * 2);
-    while (!format.empty()) {
-        std::size_t const plain = std::min(format.find('%'), format.size());
-        out += format.substr(0, plain);
-        format.remove_prefix(plain);
-        if (format.size() > 1)
-            if (FormatCode const * const code = findCode(format[1])) {
-                appendField(out, *code, date);
-                format.remove_prefix(1); // the letter; another letter stays and is copied as it is
+    for (std::size_t i = 0; i < format.size(); ++i) {
+        if (format[i] != '%')
+            out.add(format[i]);
+        else if (i + 1 < format.size())
+            if (FormatCode const * const code = findCode(format[i + 1])) {
+                code->add(out, date);
+                ++i; // another letter is copied as it stands
             }
-        format.remove_prefix(std::min<std::size_t>(format.size(), 1));
     }
-    return out;
 }
 
 std::string orRunOfM(int field, int digits, char const * separator)
@@ -186,7 +152,13 @@ int Date::printSeconds() const
 
 int Date::toText(char const * format, String & out) const
 {
-    out.assign(formatDate(*this, detail::viewOf(format)));
+    std::string_view view = detail::viewOf(format);
+    for (NamedFormat const & named : NAMED_FORMATS)
+        if (view == named.name)
+            view = named.format;
+    TextBuffer text;
+    addFormatted(text, *this, view);
+    out.assign(text.view());
     return 1;
 }
 

@@ -1,14 +1,17 @@
 #include "time/DateTool.h"
 
 #include "core/Clamp.h"
+#include "core/FixedScan.h"
 #include "core/Number.h"
 #include "core/Scan.h"
 #include "core/StrLib.h"
 #include "core/String.h"
 #include "time/Date.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <span>
 #include <string_view>
 
 namespace Yul {
@@ -27,13 +30,11 @@ template <std::size_t N> char const * nameOf(std::array<char const *, N> const &
     return index >= 0 && index < static_cast<long>(N) ? names[static_cast<std::size_t>(index)] : "";
 }
 
-/// What the fields of a header time are, in the order in which its form reads them.
-enum class Fields {
-    HOUR,               ///< hour, day, month name, year
-    HOUR_MINUTE,        ///< hour, minute, day, month name, year; three digits behind a blank are "945"
-    HOUR_MINUTE_SECOND, ///< hour, minute, second, day, month name, year
-    NUMBERS,            ///< hour, day, month number, year
-    DAY                 ///< day, month name, year
+/// What a header time holds; the month is still a name where the form has one.
+struct Header
+{
+    DateVal value;
+    std::string_view month;
 };
 
 /// A form of a header time, read from the start of the text (tail 0) or from its last characters; a text with
@@ -41,76 +42,111 @@ enum class Fields {
 struct HeaderForm
 {
     std::size_t tail;
-    Fields fields;
-    char const * format;
+    bool (*read)(std::string_view text, Header & header);
 };
 
-/// The first form that fits decides: the order is behaviour.
-constexpr HeaderForm HEADER_FORMS[] = {
-    {0, Fields::HOUR, "%2dZ %2d %3s %4d"},
-    {0, Fields::HOUR, "%2dZ %2d %3s %2d"},
-    {17, Fields::HOUR_MINUTE, "%2d%2dZ %2d %3s %4d"},
-    {15, Fields::HOUR_MINUTE, "%2d%2dZ %2d %3s %2d"},
-    {21, Fields::HOUR_MINUTE_SECOND, "%2d:%2d:%2fZ %2d %3s %4d"},
-    {19, Fields::HOUR_MINUTE_SECOND, "%2d:%2d:%2fZ %2d %3s %2d"},
-    {19, Fields::HOUR, "%2dZ %*3s %2d %3s %4d"},
-    {17, Fields::HOUR, "%2dZ %*3s %2d %3s %2d"},
-    {15, Fields::HOUR, "%2dZ %2d %3s %4d"},
-    {13, Fields::HOUR, "%2dZ %2d %3s %2d"},
-    {0, Fields::NUMBERS, "%2d %2d %2d %2d"},
-    {0, Fields::DAY, "%2d %3s %2d"},
-    {11, Fields::DAY, "%2d %3s %4d"},
-};
-
-struct MonthName
+template <detail::ScanFormat FORMAT> bool hour(std::string_view text, Header & h)
 {
-    char text[4] = "";
+    return detail::fixedScan<FORMAT>(text, h.value.hour, h.value.day, h.month, h.value.year);
+}
+
+template <detail::ScanFormat FORMAT> bool hourMinute(std::string_view text, Header & h)
+{
+    if (!detail::fixedScan<FORMAT>(text, h.value.hour, h.value.minute, h.value.day, h.month, h.value.year))
+        return false;
+    if (text.front() == ' ') // " 945": one digit of hour
+        detail::fixedScan<"%1d%2d">(text.substr(1), h.value.hour, h.value.minute);
+    return true;
+}
+
+template <detail::ScanFormat FORMAT> bool hourMinuteSecond(std::string_view text, Header & h)
+{
+    DateVal & v = h.value;
+    return detail::fixedScan<FORMAT>(text, v.hour, v.minute, v.second, v.day, h.month, v.year);
+}
+
+template <detail::ScanFormat FORMAT> bool numbers(std::string_view text, Header & h)
+{
+    return detail::fixedScan<FORMAT>(text, h.value.hour, h.value.day, h.value.month, h.value.year);
+}
+
+template <detail::ScanFormat FORMAT> bool day(std::string_view text, Header & h)
+{
+    return detail::fixedScan<FORMAT>(text, h.value.day, h.month, h.value.year);
+}
+
+/// The first form that fits decides: the order is behaviour. Those with a "Z" come first, and are passed over
+/// for texts without one.
+constexpr HeaderForm Z_FORMS[] = {
+    {0, hour<"%2dZ %2d %3s %4d">},
+    {0, hour<"%2dZ %2d %3s %2d">},
+    {17, hourMinute<"%2d%2dZ %2d %3s %4d">},
+    {15, hourMinute<"%2d%2dZ %2d %3s %2d">},
+    {21, hourMinuteSecond<"%2d:%2d:%2fZ %2d %3s %4d">},
+    {19, hourMinuteSecond<"%2d:%2d:%2fZ %2d %3s %2d">},
+    {19, hour<"%2dZ %*3s %2d %3s %4d">},
+    {17, hour<"%2dZ %*3s %2d %3s %2d">},
+    {15, hour<"%2dZ %2d %3s %4d">},
+    {13, hour<"%2dZ %2d %3s %2d">},
 };
 
-/// Reads the text by the form; true when every field is there. The month name, if the form has one, goes to
-/// `month`.
-bool readForm(HeaderForm const & form, std::string_view text, DateVal & value, MonthName & month)
+constexpr HeaderForm OTHER_FORMS[] = {
+    {0, numbers<"%2d %2d %2d %2d">},
+    {0, day<"%2d %3s %2d">},
+    {11, day<"%2d %3s %4d">},
+};
+
+int decodeMonthName(std::string_view name)
 {
-    auto * const name = &month.text;
-    switch (form.fields) {
-    case Fields::HOUR:
-        return detail::scan(text, form.format, &value.hour, &value.day, name, &value.year) == 4;
-    case Fields::HOUR_MINUTE:
-        if (detail::scan(text, form.format, &value.hour, &value.minute, &value.day, name, &value.year) != 5)
+    struct Row
+    {
+        char first;
+        std::size_t position; ///< of the letter that tells months with the same first letter apart
+        char other;
+        int month;
+    };
+
+    constexpr Row ROWS[] = {
+        {'F', 0, 'F', 2},  {'S', 0, 'S', 9}, {'O', 0, 'O', 10}, {'N', 0, 'N', 11},
+        {'D', 0, 'D', 12}, {'J', 1, 'A', 1}, {'J', 2, 'N', 6},  {'J', 2, 'L', 7},
+        {'M', 2, 'R', 3},  {'M', 2, 'Y', 5}, {'A', 2, 'R', 4},  {'A', 2, 'G', 8},
+    };
+    constexpr int TO_SMALL = 'a' - 'A';
+    bool const is_small = !name.empty() && name[0] >= 'a';
+    char letters[3] = {};
+    for (std::size_t i = 0; i < std::min<std::size_t>(name.size(), 3); ++i)
+        letters[i] = static_cast<char>(name[i] - (is_small ? TO_SMALL : 0));
+    for (Row const & row : ROWS)
+        if (letters[0] == row.first && letters[row.position] == row.other)
+            return row.month;
+    return 0;
+}
+
+/// Reads the text by the first form that fits.
+bool readFirst(std::span<HeaderForm const> forms, std::string_view text, Header & header)
+{
+    return std::any_of(forms.begin(), forms.end(), [&](HeaderForm const & form) {
+        if (text.size() < form.tail)
             return false;
-        if (text.front() == ' ')
-            detail::scan(text.substr(1), "%1d%2d", &value.hour, &value.minute);
-        return true;
-    case Fields::HOUR_MINUTE_SECOND:
-        return detail::scan(text, form.format, &value.hour, &value.minute, &value.second, &value.day, name,
-                            &value.year) == 6;
-    case Fields::NUMBERS:
-        return detail::scan(text, form.format, &value.hour, &value.day, &value.month, &value.year) == 4;
-    case Fields::DAY:
-        return detail::scan(text, form.format, &value.day, name, &value.year) == 3;
-    }
-    return false;
+        header = Header();
+        return form.read(form.tail == 0 ? text : text.substr(text.size() - form.tail), header);
+    });
 }
 
 DateVal readHeader(std::string_view text)
 {
-    for (HeaderForm const & form : HEADER_FORMS) {
-        if (text.size() < form.tail)
-            continue;
-        std::string_view const part = form.tail == 0 ? text : text.substr(text.size() - form.tail);
-        DateVal value;
-        MonthName month;
-        if (!readForm(form, part, value, month))
-            continue;
-        if (value.year < 50)
-            value.year += 2000;
-        if (value.year < 200)
-            value.year += 1900;
-        if (form.fields != Fields::NUMBERS)
-            value.month = DateTool::decodeMonth(month.text);
-        return value;
-    }
-    return {};
+    Header header;
+    bool const has_z = text.find('Z') != std::string_view::npos;
+    if (!(has_z && readFirst(Z_FORMS, text, header)) && !readFirst(OTHER_FORMS, text, header))
+        return {};
+    DateVal & value = header.value;
+    if (value.year < 50)
+        value.year += 2000;
+    if (value.year < 200)
+        value.year += 1900;
+    if (header.month.data() != nullptr)
+        value.month = decodeMonthName(header.month);
+    return value;
 }
 
 struct CurrentStyle
@@ -132,8 +168,8 @@ long DateTool::getSeconds(char const * text)
     if (view.size() < 2 || view[0] != '#' || !detail::isDigit(view[1]))
         return static_cast<long>(detail::toLong(view));
     DateVal value;
-    detail::scan(view.substr(1), "%4d%2d%2d%2d%2d", &value.year, &value.month, &value.day, &value.hour,
-                 &value.minute);
+    detail::fixedScan<"%4d%2d%2d%2d%2d">(view.substr(1), value.year, value.month, value.day, value.hour,
+                                         value.minute);
     return value.computeSecs();
 }
 
@@ -166,30 +202,7 @@ int DateTool::decode(char const * text, Date & date)
 
 int DateTool::decodeMonth(char const * text)
 {
-    std::string_view const view = detail::viewOf(text).substr(0, 3);
-    auto const letter = [&](std::size_t i) { return i < view.size() ? view[i] : '\0'; };
-    bool const is_small = letter(0) >= 'a' && letter(0) <= 'z';
-    auto const is = [&](std::size_t i, char capital) {
-        return letter(i) == (is_small ? detail::toLower(capital) : capital);
-    };
-
-    struct Row
-    {
-        char first;
-        std::size_t position; ///< of the letter that tells months with the same first letter apart
-        char other;
-        int month;
-    };
-
-    constexpr Row ROWS[] = {
-        {'F', 0, 'F', 2},  {'S', 0, 'S', 9}, {'O', 0, 'O', 10}, {'N', 0, 'N', 11},
-        {'D', 0, 'D', 12}, {'J', 1, 'A', 1}, {'J', 2, 'N', 6},  {'J', 2, 'L', 7},
-        {'M', 2, 'R', 3},  {'M', 2, 'Y', 5}, {'A', 2, 'R', 4},  {'A', 2, 'G', 8},
-    };
-    for (Row const & row : ROWS)
-        if (is(0, row.first) && is(row.position, row.other))
-            return row.month;
-    return 0;
+    return decodeMonthName(detail::viewOf(text));
 }
 
 char const * DateTool::getMonth(int month)

@@ -16,7 +16,8 @@ constexpr std::size_t ZONE_NAME_SIZE = 5;
 inline void copyZoneName(char (&target)[ZONE_NAME_SIZE], std::string_view name) noexcept
 {
     std::size_t const length = std::min(name.size(), ZONE_NAME_SIZE - 1);
-    std::memmove(target, name.data(), length);
+    if (length != 0)
+        std::memmove(target, name.data(), length);
     std::memset(target + length, 0, ZONE_NAME_SIZE - length);
 }
 

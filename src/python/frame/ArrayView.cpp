@@ -85,6 +85,8 @@ std::unique_ptr<Export> makeExport(ArrayView view, PyObject * owner)
 
 PyObject * newMemoryView(ArrayView view, PyObject * owner)
 {
+    if (view.shape.empty())
+        return Py_NewRef(Py_None);
     auto content = makeExport(std::move(view), owner);
     if (exporterType() == nullptr)
         return nullptr;

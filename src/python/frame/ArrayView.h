@@ -20,7 +20,7 @@ struct ArrayView
     bool is_read_only = false;
 };
 
-/// The memoryview; `owner` is kept alive with it.
+/// The memoryview; `owner` is kept alive with it. None for a view without dimensions: there is no array.
 [[nodiscard]] PyObject * newMemoryView(ArrayView view, PyObject * owner);
 
 } // namespace Yul::python
