@@ -12,7 +12,7 @@ import argparse
 import os
 import sys
 
-from Yul import ContPlot, DateTool, Domain, DomainTool, GribFile, Plot, PlotAttr, String, Yul
+from Yul import ContPlot, Domain, DomainTool, GribFile, Plot, PlotAttr, Yul
 
 
 class Failure(Exception):
@@ -61,24 +61,28 @@ def find_domain(text, grid):
 
 
 def draw(grid, domain, arguments, page):
-    """Draws the map to the file `page` in the current directory."""
+    """Draws the map to the file `page`."""
     Yul.setResrc('device', ','.join(['postscript', page, 'port' if arguments.portrait else 'land',
                                      'eps' if arguments.device == 'eps' else 'noeps',
                                      'color' if arguments.color else 'gray']))
-    with Plot() as plot:
-        if not plot.open('') or not plot.setDomain(domain):
-            return False
-        label = String()
-        DateTool.createLabel(grid.date, '', grid.getForeHours(), label)
-        plot.setLabel('ul', grid.info)
-        plot.setLabel('ur', label.get())
-        plot.setDrawing('map,text,data')
-        contours = ContPlot()
-        if arguments.interval:
-            contours.setInterval(arguments.interval)
-        if arguments.color:
-            contours.setLine(PlotAttr(arguments.color))
-        return plot.drawMap() and contours.draw(plot, grid) and plot.drawLabels() and plot.drawBorder()
+    plot, contours = Plot(), ContPlot()
+    if not plot.open():
+        raise Failure('the output cannot be opened')
+    if arguments.interval is not None and not (arguments.interval > 0 and contours.setInterval(arguments.interval)):
+        raise Failure(f'not an interval: {arguments.interval}')
+    if arguments.color:
+        if plot.getColorMap().getInd(arguments.color) < 0:
+            raise Failure(f'not a colour: {arguments.color}')
+        contours.setLine(PlotAttr(arguments.color))
+    if not plot.setDomain(domain):
+        raise Failure(f'not an area to draw: {domain}')
+    plot.drawGraticule()
+    if not contours.draw(plot, grid):
+        raise Failure(f'the field has no values on this map: {domain}')
+    plot.drawBorder()
+    plot.drawLabels()
+    if not plot.close():
+        raise Failure('the output could not be written to its end')
 
 
 def main():
@@ -94,8 +98,8 @@ def main():
         page = f'contour_map-{os.getpid()}.tmp'
         try:
             os.chdir(folder)
-            if not draw(grid, domain, arguments, page):
-                raise Failure(f'{output}: cannot draw there')
+            open(page, 'xb').close()
+            draw(grid, domain, arguments, page)
             os.replace(page, output)
         except OSError as error:
             raise Failure(f'{output}: {error.strerror}')

@@ -124,11 +124,12 @@ int ColorMap::add(char const * name, float r, float g, float b)
         return -1;
     auto const found =
         std::find_if(colors.begin(), colors.end(), [&](Color const & c) { return wanted == c.getName(); });
+    auto const index = static_cast<int>(found - colors.begin());
     if (found != colors.end())
         found->setRGB(r, g, b);
     else
         colors.emplace_back(name, r, g, b);
-    return found != colors.end() ? static_cast<int>(found - colors.begin()) : getNum() - 1;
+    return index;
 }
 
 int ColorMap::add(char const * name, RGB const & rgb)

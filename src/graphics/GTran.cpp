@@ -46,8 +46,8 @@ int GTran::set(Rect const & device)
     ndc = Coords(Rect(0, 0, sx, sy));
     window = ndc;
     viewport = ndc;
-    plot_scale_x = plot.dx / sx;
-    plot_scale_y = plot.dy / sy;
+    plot_scale_x = static_cast<double>(plot.dx) / sx;
+    plot_scale_y = static_cast<double>(plot.dy) / sy;
     update();
     return 1;
 }
@@ -93,20 +93,20 @@ int GTran::setViewport(float x1, float y1, float x2, float y2)
 
 void GTran::update()
 {
-    view_scale_x = viewport.dx / window.dx;
-    view_scale_y = viewport.dy / window.dy;
+    view_scale_x = static_cast<double>(viewport.dx) / window.dx;
+    view_scale_y = static_cast<double>(viewport.dy) / window.dy;
     clip.set(tranNdcPlotX(viewport.x1), tranNdcPlotY(viewport.y1), tranNdcPlotX(viewport.x2),
              tranNdcPlotY(viewport.y2));
 }
 
 float GTran::getPlotPerWindowX() const noexcept
 {
-    return std::abs(view_scale_x * plot_scale_x);
+    return toFloat(std::abs(view_scale_x * plot_scale_x));
 }
 
 float GTran::getPlotPerWindowY() const noexcept
 {
-    return std::abs(view_scale_y * plot_scale_y);
+    return toFloat(std::abs(view_scale_y * plot_scale_y));
 }
 
 float GTran::tranPlotNdcX(float x) const noexcept
@@ -158,11 +158,11 @@ bool GTran::isPointsInWindow(int n, Point const * points) const
     constexpr float FAR = std::numeric_limits<float>::infinity();
     Rect box;
     box.setu(FAR, FAR, -FAR, -FAR);
-    for (Point const * p = points; p < points + n; ++p) {
-        box.x1 = std::min(box.x1, p->x);
-        box.y1 = std::min(box.y1, p->y);
-        box.x2 = std::max(box.x2, p->x);
-        box.y2 = std::max(box.y2, p->y);
+    for (int i = 0; i < n; ++i) {
+        box.x1 = std::min(box.x1, points[i].x);
+        box.y1 = std::min(box.y1, points[i].y);
+        box.x2 = std::max(box.x2, points[i].x);
+        box.y2 = std::max(box.y2, points[i].y);
     }
     Rect const ordered(window.x1, window.y1, window.x2, window.y2);
     return box.x1 <= ordered.x2 && box.x2 >= ordered.x1 && box.y1 <= ordered.y2 && box.y2 >= ordered.y1;

@@ -102,10 +102,14 @@ private:
 
     [[nodiscard]] double ndcToPlotY(double y) const noexcept { return (ndc.y2 - y) * plot_scale_y + plot.y1; }
 
+    /// A plot coordinate, held to its range and rounded to the raster of the doubles at 2^24 (some 4e-9), so
+    /// that the edges of the device come out exactly and never as a negative zero.
     [[nodiscard]] static float hold(double value) noexcept
     {
+        constexpr double RASTER = 1 << 24;
+        double const rounded = (value + RASTER) - RASTER;
         return static_cast<float>(
-            std::clamp(value, static_cast<double>(-PLOT_LIMIT), static_cast<double>(PLOT_LIMIT)));
+            std::clamp(rounded, static_cast<double>(-PLOT_LIMIT), static_cast<double>(PLOT_LIMIT)));
     }
 
     [[nodiscard]] static float toFloat(double value) noexcept;
@@ -113,10 +117,10 @@ private:
 
     Coords plot;
     Coords ndc;
-    float view_scale_x = 1; // window to viewport
-    float view_scale_y = 1;
-    float plot_scale_x = 1; // device units per NDC unit
-    float plot_scale_y = 1;
+    double view_scale_x = 1; // window to viewport; double, so that there and back gives the same float
+    double view_scale_y = 1;
+    double plot_scale_x = 1; // device units per NDC unit
+    double plot_scale_y = 1;
     Coords window;
     Coords viewport;
     Rect clip;

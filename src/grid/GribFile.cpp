@@ -62,18 +62,23 @@ bool matches(GridSpec const & spec, Grid const & grid)
 
 } // namespace
 
-int GribFile::open(char const * name, int mode)
+int GribFile::open(char const * name)
 {
-    return open(Filename(name), mode);
+    return open(Filename(name));
 }
 
-int GribFile::open(Filename const & names, int mode)
+int GribFile::open(char const * name, int mode)
+{
+    if (mode == 0)
+        return open(name);
+    close();
+    Yul::outWarning("GribFile::open: Invalid mode: %d\n", mode);
+    return 0;
+}
+
+int GribFile::open(Filename const & names)
 {
     close();
-    if (mode != 0) {
-        Yul::outWarning("GribFile::open: Invalid mode: %d\n", mode);
-        return 0;
-    }
     files = names;
     next_file = 0;
     if (files.getNum() == 0)

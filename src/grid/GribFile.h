@@ -39,10 +39,12 @@ public:
 
     explicit GribFile(Filename const & names) { open(names); }
 
-    /// mode  0 to read; a name "-" reads standard input. An open file is closed first.
-    int open(char const * name, int mode = 0);
-    /// Several files, read as one.
-    int open(Filename const & names, int mode = 0);
+    /// For reading; a name "-" reads standard input. An open file is closed first.
+    int open(char const * name);
+    /// mode  0 to read, the only one there is.
+    int open(char const * name, int mode);
+    /// Several files, read as one; those that cannot be opened are named and passed over.
+    int open(Filename const & names);
     int close();
 
     [[nodiscard]] bool isOpen() const noexcept { return reader.isOpen(); }

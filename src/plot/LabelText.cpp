@@ -25,17 +25,25 @@ constexpr Position POSITIONS[] = {
 
 constexpr int WITH_WEEKDAY = 1;
 
+/// A full minute is shown without its seconds.
+Date shown(Date const & date)
+{
+    if (date.getSecond() != 0)
+        return date;
+    return {date.getYear(), date.getMonth(), date.getDay(), date.getHour(), date.getMinute(), Const::MISS};
+}
+
 std::string initialTime(LabelFacts const & facts)
 {
     String label;
-    DateTool::createLabel(facts.date, facts.zone, label);
+    DateTool::createLabel(shown(facts.date), facts.zone, label);
     return label.get();
 }
 
 std::string validTime(LabelFacts const & facts)
 {
     String label;
-    DateTool::createLabel("", facts.valid, facts.zone, WITH_WEEKDAY, label);
+    DateTool::createLabel("", shown(facts.valid), facts.zone, WITH_WEEKDAY, label);
     return label.get();
 }
 
@@ -45,9 +53,9 @@ std::string forecastTime(LabelFacts const & facts)
         return {};
     String label;
     if (facts.fore.isSpan())
-        DateTool::createLabel(facts.date, facts.zone, "", facts.fore, label);
+        DateTool::createLabel(shown(facts.date), facts.zone, "", facts.fore, label);
     else
-        DateTool::createLabel(facts.date, facts.zone, "", facts.fore.getHours(), label);
+        DateTool::createLabel(shown(facts.date), facts.zone, "", facts.fore.getHours(), label);
     std::string_view text = label.get();
     while (text.starts_with(' '))
         text.remove_prefix(1);

@@ -103,6 +103,7 @@ void readLatLon(Section & s, Geometry & g)
     g.lon2 = s.s24(21) * MILLI;
     g.dx = has_steps && s.u16(24) != 0xffffU ? s.u16(24) * MILLI : UNKNOWN;
     g.dy = has_steps && s.u16(26) != 0xffffU ? s.u16(26) * MILLI : UNKNOWN;
+    g.rounding = MILLI;
     g.gauss_n = static_cast<int>(s.u16(26));
 }
 

@@ -102,6 +102,7 @@ struct Geometry
     double lon2 = 0;
     double dx = 0; ///< degrees for lat/lon grids, else metres at the latitude of true scale
     double dy = 0;
+    double rounding = 0;  ///< of increments in degrees
     double true_lat1 = 0; ///< latitude of true scale, standard parallels
     double true_lat2 = 0;
     double ref_lat = 0; ///< projection's reference latitude

@@ -58,6 +58,7 @@ void readLatLon(Section & s, Geometry & g)
     unsigned const flags = s.u8(55);
     g.dx = (flags & 0x20U) != 0 ? unsignedAt(s, 64, unit) : UNKNOWN;
     g.dy = (flags & 0x10U) != 0 ? unsignedAt(s, 68, unit) : UNKNOWN;
+    g.rounding = unit;
     g.gauss_n = sizeAt(s, 68);
     g.scan_flags = s.u8(72);
 }

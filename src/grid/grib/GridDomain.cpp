@@ -55,10 +55,25 @@ std::optional<Position> inverse(Domain const & domain, Position const & plane)
     return found == 1 ? std::optional(earth) : std::nullopt;
 }
 
-/// How far one of the message's metres reaches in the library's plane.
-double planeScale(Geometry const & g) noexcept
+/// How far one of the message's metres reaches in the library's plane, along x and y.
+struct PlaneScale
 {
-    return Domain::earth_rad / g.major_m;
+    double x = 0;
+    double y = 0;
+};
+
+/// On a sphere the ratio of the radii. On an ellipsoid the radii of curvature across and along the meridian,
+/// at a latitude in the middle of the grid.
+PlaneScale planeScale(Geometry const & g, double lat) noexcept
+{
+    double const flattening = g.minor_m / g.major_m;
+    double const e2 = 1 - flattening * flattening;
+    double const sine = std::sin(lat / DEGREES);
+    double const w2 = 1 - e2 * sine * sine;
+    double const across = g.major_m / std::sqrt(w2);
+    double const along = across * (1 - e2) / w2;
+    double const unit = Domain::earth_rad;
+    return {unit / across, unit / along};
 }
 
 void setGrid(Geometry const & g, double dx, double dy, DomainVal & val) noexcept
@@ -82,15 +97,16 @@ Position toMiddle(Geometry const & g) noexcept
     return {(scan.i_negative ? -0.5 : 0.5) * (g.nx - 1), (scan.j_positive ? 0.5 : -0.5) * (g.ny - 1)};
 }
 
-/// The step along one axis of a lat/lon grid: from its ends where they lie in the right direction, because
-/// increments are rounded more coarsely; else the increment that is given.
-double stepBetween(double extent, double increment, int count)
+/// The step along one axis of a lat/lon grid: from its ends where they agree with the increment, because
+/// increments are rounded more coarsely (to `rounding` degrees); else the increment that is given.
+double stepBetween(double extent, double increment, double rounding, int count)
 {
     if (count < 2)
         return increment > 0 ? increment : 1;
     double const step = extent / (count - 1);
+    double const difference = std::abs(step - increment);
     bool const is_sound =
-        step > 0 && (!(increment > 0) || std::abs(step - increment) * (count - 1) < increment / 2);
+        step > 0 && (!(increment > 0) || difference * (count - 1) < increment / 2 || difference <= rounding);
     return is_sound ? step : increment;
 }
 
@@ -112,9 +128,10 @@ std::string makeLatLon(Geometry const & g, DomainVal & val)
     if (!isLatitude(g.lat1) || !isLongitude(g.lon1))
         return "first point is not on the earth";
     Scan const scan = Scan::of(g.scan_flags);
-    double const dx = stepBetween(extentOfLongitude(g, scan.i_negative), g.dx, g.nx);
+    double const dx = stepBetween(extentOfLongitude(g, scan.i_negative), g.dx, g.rounding, g.nx);
     double const increment = g.kind == GridKind::GAUSSIAN ? std::nan("") : g.dy;
-    double const dy = stepBetween(scan.j_positive ? g.lat2 - g.lat1 : g.lat1 - g.lat2, increment, g.ny);
+    double const dy =
+        stepBetween(scan.j_positive ? g.lat2 - g.lat1 : g.lat1 - g.lat2, increment, g.rounding, g.ny);
     if (!(dx > 0) || !(dy > 0) || dx > 360 || dy > 180)
         return "spacing of the grid is not given";
     Position const middle = toMiddle(g);
@@ -148,10 +165,20 @@ std::string placeFromFirstPoint(Geometry const & g, double dx, double dy, Domain
     return {};
 }
 
+/// Spacings in metres; on an ellipsoid a first placement tells where the middle is.
 std::string makePlane(Geometry const & g, DomainVal & val)
 {
-    double const scale = planeScale(g);
-    return placeFromFirstPoint(g, g.dx * scale, g.dy * scale, val);
+    double lat = g.lat1;
+    for (int pass = g.minor_m < g.major_m ? 0 : 1;; ++pass) {
+        PlaneScale const scale = planeScale(g, lat);
+        bool const is_turned = g.kind == GridKind::POLAR; // x runs along meridians as well as across
+        double const mean = std::sqrt(scale.x * scale.y);
+        std::string fault = placeFromFirstPoint(g, g.dx * (is_turned ? mean : scale.x),
+                                                g.dy * (is_turned ? mean : scale.y), val);
+        if (pass > 1 || !fault.empty() || g.minor_m >= g.major_m)
+            return fault;
+        lat = (g.lat1 + val.clat) / 2;
+    }
 }
 
 std::string makePolar(Geometry const & g, DomainVal & val)
@@ -193,21 +220,21 @@ std::string makeAzimuthal(Geometry const & g, DomainVal & val)
     return makePlane(g, val);
 }
 
-/// Spacings hold at the latitude of true scale; the plane's own are those at the equator.
+/// Spacings hold at the latitude of true scale; the plane's own are those at the equator. The orientation of
+/// the grid is not looked at: the manual has none but 0, and centres write other numbers there.
 std::string makeMercator(Geometry const & g, DomainVal & val)
 {
     if (!isLatitude(g.true_lat1) || std::abs(g.true_lat1) > 89)
         return "latitude of true scale is not given";
-    if (g.orientation != 0)
-        return format("Mercator grid turned by %g degrees", g.orientation);
-    double const scale = planeScale(g) / std::cos(g.true_lat1 / DEGREES);
+    double const scale = planeScale(g, g.true_lat1).x / std::cos(g.true_lat1 / DEGREES);
     double const turn = toMiddle(g).x * g.dx * scale / Domain::earth_rad * DEGREES;
     if (!std::isfinite(turn) || std::abs(turn) > 180.001)
         return "grid of more than one turn";
     val.proj = Domain::MERC;
     val.plat = 0;
     val.plon = static_cast<float>(wrapLongitude(g.lon1 + turn));
-    return placeFromFirstPoint(g, g.dx * scale, g.dy * scale, val);
+    PlaneScale const local = planeScale(g, g.lat1);
+    return placeFromFirstPoint(g, g.dx * scale, g.dy * scale * local.y / local.x, val);
 }
 
 /// Scan angles are the plane. The apparent diameter of the earth is given in grid lengths, in y that of the

@@ -3,6 +3,10 @@
 #include "core/Format.h"
 #include "grid/grib/packing/Bitmap.h"
 #include "grid/grib/packing/Complex.h"
+#include "grid/grib/packing/Ieee.h"
+#include "grid/grib/packing/Jpeg2000.h"
+#include "grid/grib/packing/Png.h"
+#include "grid/grib/packing/RunLength.h"
 #include "grid/grib/packing/Unpack.h"
 
 #include <cmath>
@@ -30,8 +34,9 @@ struct Unpacker
 };
 
 constexpr Unpacker UNPACKERS[] = {
-    {PackingKind::SIMPLE, unpackSimple},
-    {PackingKind::COMPLEX, unpackComplex},
+    {PackingKind::SIMPLE, unpackSimple}, {PackingKind::COMPLEX, unpackComplex},
+    {PackingKind::IEEE, unpackIeee},     {PackingKind::JPEG2000, unpackJpeg2000},
+    {PackingKind::PNG, unpackPng},       {PackingKind::RUN_LENGTH, unpackRunLength},
 };
 
 Unpacker const * findUnpacker(PackingKind kind) noexcept

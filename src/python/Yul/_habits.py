@@ -236,8 +236,9 @@ class GribFile(_Closing):
     def __iter__(self):
         if not self.isOpen():
             raise OSError('GribFile: no file is open')
-        while self.read(grid := classes['Grid']()):
-            yield grid
+        while self.read(grid := classes['Grid']()) or self.isBad():
+            if not self.isBad():
+                yield grid
 
 
 class Graph(_Closing):

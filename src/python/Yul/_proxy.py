@@ -10,13 +10,9 @@ import _Yul
 
 from . import _habits
 
-# Derived classes and their bases, as in the library: an operation of the base takes the derived object.
-BASES = {
-    'Date': 'DateVal',
-}
-
-# The C++ signatures behind each flat name, such as "(Yul::Date const *, char const *, Yul::String &) -> int".
+# The overloads behind each flat name, each (kind, result type, parameter types); the bases of each class.
 SIGNATURES = _Yul._signatures()
+BASES = _Yul._classes()
 
 
 class Object:
@@ -29,11 +25,17 @@ class Object:
         return f'<Yul.{type(self).__name__}>'
 
 
+def _prototypes(function):
+    """The overloads as text, one a line, a method's object left out."""
+    lines = []
+    for kind, result, parameters in SIGNATURES[function.__name__]:
+        lines.append(f'({", ".join(parameters[kind == "method":])}) -> {result}')
+    return '\n'.join(lines)
+
+
 def _operation(function, class_name, name):
     """The flat function as a method, or as it is when it takes no object."""
-    signatures = SIGNATURES[function.__name__]
-    objects = (f'(Yul::{class_name} *', f'(Yul::{class_name} const *')
-    if not any(signature.startswith(objects) for signature in signatures):
+    if all(kind == 'static' for kind, *_ in SIGNATURES[function.__name__]):
         return staticmethod(function)
 
     def operation(self, *arguments):
@@ -41,7 +43,7 @@ def _operation(function, class_name, name):
 
     operation.__name__ = name
     operation.__qualname__ = f'{class_name}.{name}'
-    operation.__doc__ = '\n'.join(signatures)
+    operation.__doc__ = _prototypes(function)
     return operation
 
 
@@ -49,7 +51,7 @@ def _constructor(new, attach):
     def __init__(self, *arguments):
         attach(self, new(*arguments))
 
-    __init__.__doc__ = '\n'.join(SIGNATURES[new.__name__])
+    __init__.__doc__ = _prototypes(new)
     return __init__
 
 
@@ -81,10 +83,10 @@ def _attributes(name, flat):
 
 
 def _make(name, flat, made):
-    """The class of that name, its base first; kept in `made`."""
+    """The class of that name, its bases first; kept in `made`."""
     if name in made:
         return made[name]
-    base = _make(BASES[name], flat, made) if name in BASES else Object
+    bases = tuple(_make(base, flat, made) for base in BASES[name]) or (Object,)
     attributes = {'__module__': 'Yul', **_attributes(name, flat[name])}
     new = getattr(_Yul, f'new_{name}', None)
     if new is not None:
@@ -93,7 +95,7 @@ def _make(name, flat, made):
     for source in reversed(habits.__mro__[:-1] if habits else ()):
         attributes.update((key, value) for key, value in vars(source).items()
                           if key not in ('__module__', '__dict__', '__weakref__', '__qualname__'))
-    made[name] = type(name, (base,), attributes)
+    made[name] = type(name, bases, attributes)
     flat[name]['registerclass'](made[name])
     return made[name]
 
@@ -105,9 +107,8 @@ def make_classes():
         name, _, rest = full_name.partition('_')
         flat.setdefault(name, {})[rest] = value
     made = {}
-    for name, names in flat.items():
-        if 'registerclass' in names:
-            _make(name, flat, made)
+    for name in BASES:
+        _make(name, flat, made)
     return made
 
 

@@ -1,7 +1,7 @@
 """The library's settings as a mapping, and the start of a program."""
 
 import sys
-from collections.abc import Mapping
+from _collections_abc import Mapping  # collections.abc without the rest of collections: quick to import
 
 import _Yul
 

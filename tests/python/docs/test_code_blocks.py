@@ -11,7 +11,8 @@ import pytest
 import _Yul
 
 MODULES = str(pathlib.Path(_Yul.__file__).resolve().parent)
-DOCS = pathlib.Path(__file__).resolve().parents[3] / "docs"
+ROOT = pathlib.Path(__file__).resolve().parents[3]
+PAGES = [ROOT / "README.md", *sorted((ROOT / "docs").glob("*.md"))]
 BLOCK = re.compile(r"^```(\w+)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 
 
@@ -27,9 +28,10 @@ def script_and_output(page):
     return "".join(script), "".join(output)
 
 
-@pytest.mark.parametrize("page", sorted(p for p in DOCS.glob("*.md") if "```python" in p.read_text()), ids=lambda p: p.stem)
+@pytest.mark.parametrize("page", [p for p in PAGES if "```python" in p.read_text()], ids=lambda p: p.stem)
 def test_code_blocks_print_what_the_page_shows(page, tmp_path):
     script, output = script_and_output(page)
+    (tmp_path / "examples").symlink_to(ROOT / "examples")
     run = subprocess.run(
         [sys.executable, "-c", script],
         cwd=tmp_path,

@@ -60,6 +60,8 @@ def test_results_come_as_instances_of_the_classes():
 
 
 def test_a_derived_class_takes_its_bases_operations():
+    for name, bases in _Yul._classes().items():
+        assert all(issubclass(getattr(Yul, name), getattr(Yul, base)) for base in bases), name
     assert issubclass(Date, Yul.DateVal)
     date = Date(2026, 11, 14, 12, 30, 0.0)
     assert (date.getYear(), date.month, date.hour) == (2026, 11, 12)
@@ -258,6 +260,11 @@ def test_the_package_brings_its_data_unless_another_path_is_set():
     path = python('import Yul; print(Yul.Yul.getDatabasePath())')
     assert os.path.isdir(path) and path.startswith(os.path.dirname(Yul.__file__))
     assert python('import _Yul; _Yul.Yul_setDatabasePath("/srv"); import Yul; print(Yul.Yul.getDatabasePath())') == '/srv'
+
+
+def test_importing_loads_nothing_heavy():
+    code = 'import sys; before = set(sys.modules); import Yul; print(*sorted(set(sys.modules) - before))'
+    assert [name for name in python(code).split() if not name.startswith(('Yul', '_Yul'))] == []
 
 
 def test_numpy_is_imported_only_when_values_are_asked_for():

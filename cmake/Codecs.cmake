@@ -1,0 +1,38 @@
+# Codecs of packed GRIB 2 fields. Without one, fields packed that way are named and passed over.
+#   YUL_JPEG2000  auto (JasPer where it is installed, else OpenJPEG), jasper, openjpeg or none
+
+set(YUL_JPEG2000 auto CACHE STRING "JPEG 2000 codec: auto, jasper, openjpeg or none")
+
+find_package(PNG)
+if(PNG_FOUND)
+  target_compile_definitions(yul PRIVATE YUL_HAVE_PNG)
+  target_link_libraries(yul PRIVATE PNG::PNG)
+else()
+  message(WARNING "libpng is not there: PNG-packed GRIB 2 fields will not be read (package libpng-dev)")
+endif()
+
+set(codec none)
+if(YUL_JPEG2000 MATCHES "^(auto|jasper)$")
+  find_package(Jasper QUIET)
+  if(JASPER_FOUND)
+    set(codec jasper)
+    target_compile_definitions(yul PRIVATE YUL_HAVE_JASPER)
+    target_include_directories(yul SYSTEM PRIVATE ${JASPER_INCLUDE_DIR})
+    target_link_libraries(yul PRIVATE ${JASPER_LIBRARIES})
+  endif()
+endif()
+if(codec STREQUAL "none" AND YUL_JPEG2000 MATCHES "^(auto|openjpeg)$")
+  find_path(OPENJPEG_INCLUDE openjpeg.h PATH_SUFFIXES openjpeg-2.5 openjpeg-2.4 openjpeg-2.3 openjpeg-2.2 openjpeg-2.1)
+  find_library(OPENJPEG_LIBRARY openjp2)
+  if(OPENJPEG_INCLUDE AND OPENJPEG_LIBRARY)
+    set(codec openjpeg)
+    target_compile_definitions(yul PRIVATE YUL_HAVE_OPENJPEG)
+    target_include_directories(yul SYSTEM PRIVATE ${OPENJPEG_INCLUDE})
+    target_link_libraries(yul PRIVATE ${OPENJPEG_LIBRARY})
+  endif()
+endif()
+message(STATUS "JPEG 2000 codec: ${codec}")
+if(codec STREQUAL "none" AND NOT YUL_JPEG2000 STREQUAL "none")
+  message(WARNING "No JPEG 2000 codec (${YUL_JPEG2000}): such GRIB 2 fields will not be read "
+                  "(package libopenjp2-7-dev)")
+endif()

@@ -1,0 +1,153 @@
+#include "cpp/graphics/Page.h"
+#include "graphics/GFont.h"
+#include "graphics/Symbol.h"
+#include "graphics/TextLine.h"
+
+#include <cmath>
+#include <fstream>
+
+namespace Yul {
+namespace {
+
+std::string const FONT = std::string(YUL_DATABASE) + "/modern.fnt";
+std::string const SYMBOLS = std::string(YUL_DATABASE) + "/wx.smb";
+
+TEST(GFont, HasEveryCharacterOfItsCode)
+{
+    GFont font;
+    ASSERT_EQ(font.open(FONT.c_str()), 1);
+    for (int code = 0; code < GFont::NUM_GLYPHS; ++code) {
+        bool const is_printable = (code >= ' ' && code < 0x7f) || code >= 0xa0;
+        auto const * const glyph = font.find(code);
+        ASSERT_EQ(glyph != nullptr, is_printable) << code;
+        if (glyph != nullptr) {
+            EXPECT_EQ(glyph->count == 0, code == ' ' || code == 0xa0) << code;
+            EXPECT_GE(glyph->ink_left, glyph->left - 12) << code;
+            EXPECT_LE(glyph->ink_right, glyph->right + 12) << code;
+        }
+    }
+    int const figure = font.find('0')->right - font.find('0')->left;
+    for (char c = '1'; c <= '9'; ++c) // columns of figures line up
+        EXPECT_EQ(font.find(c)->right - font.find(c)->left, figure) << c;
+    EXPECT_EQ(font.find(-1), nullptr);
+    EXPECT_EQ(font.find(256), nullptr);
+}
+
+TEST(GFont, DecodesTheGlyphCoding)
+{
+    test::PageFile file;
+    std::ofstream(file.path) << "YulFont 1\nmetrics 10 20\nglyph 65 0 9\n128 10 9\n10 255\n";
+    GFont font;
+    EXPECT_EQ(font.open(file.path.c_str()), 1);
+    std::ofstream(file.path) << "YulFont 1\nmetrics 10 20\nglyph 65 0 9\n130 10 7 200 253 30 254\n";
+    ASSERT_EQ(font.open(file.path.c_str()), 1);
+    auto const vertices = font.vertices(*font.find('A'));
+    ASSERT_EQ(vertices.size(), 3U);
+    EXPECT_TRUE(vertices[0].x == 2 && vertices[0].y == 10 && vertices[0].is_move);
+    EXPECT_TRUE(vertices[1].x == 7 && vertices[1].y == 200 && !vertices[1].is_move);
+    EXPECT_TRUE(vertices[2].x == 125 && vertices[2].y == 30 && vertices[2].is_move);
+    EXPECT_EQ(font.find('B'), nullptr);
+}
+
+/// Every cut of a good file is refused or whole, and what was there stays.
+template <class Reader> void expectCutsRefused(std::string const & name, std::size_t step)
+{
+    std::string const text = test::readFile(name);
+    ASSERT_GT(text.size(), step);
+    test::PageFile file;
+    Reader reader;
+    ASSERT_EQ(reader.open(name.c_str()), 1);
+    for (std::size_t size = 0; size < text.size(); size += step) {
+        std::ofstream(file.path) << text.substr(0, size);
+        Reader cut;
+        bool const is_read = cut.open(file.path.c_str()) != 0;
+        EXPECT_EQ(is_read, cut.isOpen());
+        std::string garbled = text;
+        garbled[size] = static_cast<char>(garbled[size] ^ 0x55);
+        std::ofstream(file.path) << garbled;
+        reader.open(file.path.c_str());
+        EXPECT_TRUE(reader.isOpen());
+    }
+    EXPECT_EQ(reader.open("/nowhere"), 0);
+    EXPECT_EQ(reader.open(nullptr), 0);
+    EXPECT_EQ(reader.open("/dev/zero"), 0);
+    EXPECT_TRUE(reader.isOpen());
+}
+
+TEST(GFont, RefusesCutAndGarbledFiles)
+{
+    expectCutsRefused<GFont>(FONT, 997);
+    test::PageFile file;
+    for (char const * text :
+         {"YulFont 1\n", "YulFont 1\nglyph 65 0 9\n254\n", "YulFont 1\nmetrics 1 0\nglyph 65 0 9\n254\n",
+          "YulFont 1\nmetrics 1 5\nglyph 256 0 9\n254\n", "YulFont 1\nmetrics 1 5\nglyph 65 0 9\n1 1 254\n",
+          "YulFont 1\nmetrics 1 5\nglyph 65 0 9\n128 1 256 254\n",
+          "YulFont 1\nmetrics 1 5\nglyph 65 0 9\n128 1\n",
+          "YulFont 1\nmetrics 1 5\nglyph 65 0 9\n254\nglyph 65 0 9\n254\n"}) {
+        std::ofstream(file.path) << text;
+        EXPECT_EQ(GFont().open(file.path.c_str()), 0) << text;
+    }
+}
+
+TEST(Symbol, HasWeatherCloudsAndTendencies)
+{
+    Symbol set;
+    ASSERT_EQ(set.open(SYMBOLS.c_str()), 1);
+    for (int i = 0; i < set.getNum(); ++i) {
+        Symbol::Shape const * const shape = set.find(set.getName(i));
+        ASSERT_NE(shape, nullptr);
+        for (auto const & part : *shape)
+            for (auto const & v : part.vertices)
+                EXPECT_TRUE(std::abs(v.x) <= 1.1F && std::abs(v.y) <= 1.1F) << set.getName(i);
+    }
+    for (char const * name : {"rain", "ww95", "fog", "n0", "n9", "a0", "a8", "hurricane", "city"})
+        EXPECT_NE(set.find(name), nullptr) << name;
+    EXPECT_EQ(set.find("nothing"), nullptr);
+    EXPECT_EQ(set.find(nullptr), nullptr);
+    EXPECT_EQ(set.getName(-1), nullptr);
+    EXPECT_EQ(set.getName(set.getNum()), nullptr);
+}
+
+TEST(Symbol, RefusesCutAndGarbledFiles)
+{
+    expectCutsRefused<Symbol>(SYMBOLS, 499);
+    test::PageFile file;
+    std::string doubling = "YulSymbols 1\nsymbol s0\nline 0 0 1 1\n"; // each symbol twice the one before
+    for (int i = 1; i < 60; ++i)
+        doubling += "symbol s" + std::to_string(i) + "\nuse s" + std::to_string(i - 1) + "\nuse s" +
+                    std::to_string(i - 1) + "\n";
+    for (std::string const & text :
+         {std::string("YulSymbols 1\n"), std::string("YulSymbols 1\nline 0 0 1 1\n"), doubling,
+          std::string("YulSymbols 1\nsymbol a\nuse a\n"), std::string("YulSymbols 1\nsymbol a\nline 0 0 1\n"),
+          std::string("YulSymbols 1\nsymbol a\ncircle 0 0 nan\n"),
+          std::string("YulSymbols 1\nsymbol a\nsymbol a\n"),
+          std::string("YulSymbols 1\nsymbol a\narc 0 0 1 0 1e30\n")}) {
+        std::ofstream(file.path) << text;
+        EXPECT_EQ(Symbol().open(file.path.c_str()), 0) << text.substr(0, 60);
+    }
+}
+
+struct TextCase
+{
+    char const * text;
+    std::vector<int> codes;
+};
+
+TEST(TextLine, DecodesUtf8AndTakesStrayOctetsAsTheyAre)
+{
+    TextCase const cases[] = {
+        {"a\xc2\xb0\xc3\xa9", {'a', 0xb0, 0xe9}},
+        {"\xe2\x88\x92\xe2\x80\x93\xe2\x80\x99", {'-', '-', '\''}}, // minus, dash, apostrophe
+        {"\xe4\xb8\xad\xf0\x9f\x8c\xa7", {-1, -1}},
+        {"\xb0 C", {0xb0, ' ', 'C'}}, // Latin-1
+        {"\xc3", {0xc3}},
+        {"\xc0\xaf", {0xc0, 0xaf}},           // overlong
+        {"\xed\xa0\x80", {0xed, ' ', 0x80}}, // a surrogate
+        {"a\tb\x01\x7f", {'a', ' ', 'b'}},
+    };
+    for (auto const & c : cases)
+        EXPECT_EQ(detail::characterCodes(c.text), c.codes) << c.text;
+}
+
+} // namespace
+} // namespace Yul
