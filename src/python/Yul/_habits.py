@@ -267,6 +267,35 @@ class Domain:
         return f'<Yul.Domain {self}>'
 
 
+class _Described:
+    """Prints as the text that reads back to the same."""
+
+    def __str__(self):
+        return _text(self.toString)
+
+    def __repr__(self):
+        return f'<Yul.{type(self).__name__} {_text(self.toString)}>'
+
+
+class Level(_Described):
+    """A vertical level or a layer between two values; prints as a label."""
+
+    def __str__(self):
+        return _text(self.toLabel)
+
+
+class Variable(_Described):
+    """What a grid holds: short name, long name, index and units."""
+
+
+class ModelSpec(_Described):
+    """Which model: originating centre and generating process."""
+
+
+class GridSpec(_Described):
+    """What identifies a grid: "variable,level,forecast time,model", each part may be open."""
+
+
 class Grid:
     """One two-dimensional field on the regular grid of a domain; row 0 in the north, column 0 in the west."""
 
