@@ -124,6 +124,20 @@ std::string commentText(std::string_view text)
     return line;
 }
 
+char * copy(char * out, std::string_view text)
+{
+    std::memcpy(out, text.data(), text.size());
+    return out + text.size();
+}
+
+/// "x y mv": at most LINE_ROOM octets.
+char * writePoint(char * out, Point const & point, std::string_view verb)
+{
+    out = detail::writeFixed2(out, point.x);
+    *out++ = ' ';
+    return copy(detail::writeFixed2(out, point.y), verb);
+}
+
 /// Where a side of an image lies when the image is aligned at a position.
 int alignedAt(float position, int size, int align)
 {
@@ -411,15 +425,22 @@ std::string const & Postscript::setupOf(int pen)
 
 // ---- figures ----
 
+/// The figure that contours are made of, hence in one piece.
 int Postscript::drawLine(int pen, float x1, float y1, float x2, float y2)
 {
-    Point const points[] = {Point(x1, y1), Point(x2, y2)};
-    if (!is_open || pen < LINE_PEN || pen > TEXT_PEN || !isFinite(points[0]) || !isFinite(points[1]))
+    Point const from(x1, y1);
+    Point const to(x2, y2);
+    if (!is_open || pen < LINE_PEN || pen > TEXT_PEN || !isFinite(from) || !isFinite(to))
         return 0;
-    put("%%PL:2\n");
-    put(setupOf(pen));
-    writePath(points, std::size(points));
-    put("stroke\n");
+    std::string const & setup = setupOf(pen);
+    char * out = room(3 * LINE_ROOM + setup.size());
+    out = copy(out, "%%PL:2\n");
+    out = copy(out, setup);
+    out = copy(out, "np\n");
+    out = writePoint(out, from, " mv\n");
+    out = writePoint(out, to, " ln\n");
+    out = copy(out, "stroke\n");
+    used = static_cast<std::size_t>(out - buffer.data());
     return is_broken ? 0 : 1;
 }
 
@@ -449,12 +470,8 @@ void Postscript::writePath(Point const * points, std::size_t count)
 {
     put("np\n");
     for (std::size_t i = 0; i < count; ++i) {
-        char * const line = room(LINE_ROOM);
-        char * out = detail::writeFixed2(line, points[i].x);
-        *out++ = ' ';
-        out = detail::writeFixed2(out, points[i].y);
-        std::memcpy(out, i == 0 ? " mv\n" : " ln\n", 4);
-        used += static_cast<std::size_t>(out + 4 - line);
+        char * const out = writePoint(room(LINE_ROOM), points[i], i == 0 ? " mv\n" : " ln\n");
+        used = static_cast<std::size_t>(out - buffer.data());
     }
 }
 
