@@ -22,7 +22,7 @@ STOP_RADII = (4.0, 2.0)
 
 UPRIGHT_MARGIN = 2.0  # what an upright side gets
 OPEN_LIMIT = 14.0  # a side counts as at most this deep
-OPEN_SHARE = 0.55  # of the mean depth that is taken off
+OPEN_SHARE = 0.47  # of the mean depth that is taken off
 
 HEADER = """YulFont 1
 # A light sans stroke font. The outlines were drawn for this file and are in tools/glyphs.py;
