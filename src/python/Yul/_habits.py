@@ -7,13 +7,6 @@ stands for "not set", where the library itself speaks of -9999.
 import _Yul
 
 
-def _text(write, *arguments):
-    """The text that a library operation writes into a String."""
-    out = _Yul.new_String()
-    write(*arguments, out)
-    return _Yul.String_get(out) or ''
-
-
 class _Record:
     """A few named numbers: prints as they are made, compares by value, unpacks."""
 
@@ -139,12 +132,6 @@ class Grids(_Sequence):
 class Date:
     """A calendar time whose fields may each be missing. UTC unless a time zone was applied for display."""
 
-    def __str__(self):
-        return _text(_Yul.Date_toText, self)
-
-    def __repr__(self):
-        return f'<Yul.Date {_text(_Yul.Date_toString, self)}>'
-
     @property
     def datetime(self):
         """The moment as an aware datetime in UTC, to a tenth of a millisecond; None when the date is not set.
@@ -183,12 +170,6 @@ class NameConv:
 class Domain:
     """Where a grid or a plot lies, and the conversions between earth, projection plane and grid."""
 
-    def __str__(self):
-        return _text(_Yul.Domain_toString, self)
-
-    def __repr__(self):
-        return f'<Yul.Domain {self}>'
-
 
 class Grid:
     """One two-dimensional field on the regular grid of a domain; row 0 in the north, column 0 in the west."""
@@ -222,12 +203,19 @@ class Grid:
         return self.getInitDate()
 
     @property
+    def valid(self):
+        """The time for which the field holds: the initial time moved by the forecast time."""
+        date = classes['Date']()
+        self.getValidDate(date)
+        return date
+
+    @property
     def info(self):
         """What the field is, with its units in brackets."""
         return self.getInfo() or ''
 
     def __repr__(self):
-        return f'<Yul.Grid {self.getNx()}x{self.getNy()} {self.info!r} {self.date}>'
+        return f'<Yul.Grid {self.getNx()}x{self.getNy()} {self.getLevel()} {self.info}, {self.valid}>'
 
 
 class GribFile(_Closing):

@@ -21,8 +21,17 @@ class Object:
     def __init__(self, *arguments):
         raise TypeError(f'{type(self).__name__} has no constructor')
 
+    def __str__(self):
+        write = getattr(self, 'toText', None) or getattr(self, 'toString', None)
+        if write is None:
+            return repr(self)
+        text = _Yul.new_String()
+        write(text)
+        return _Yul.String_get(text)
+
     def __repr__(self):
-        return f'<Yul.{type(self).__name__}>'
+        is_text = hasattr(self, 'toText') or hasattr(self, 'toString')
+        return f'<Yul.{type(self).__name__} {self}>' if is_text else f'<Yul.{type(self).__name__}>'
 
 
 def _prototypes(function):
