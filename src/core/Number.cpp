@@ -26,6 +26,13 @@ template <class Integer> Integer readInteger(std::string_view text) noexcept
     return value;
 }
 
+double readHexadecimal(std::string_view digits) noexcept
+{
+    double value = 0.0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::hex);
+    return value;
+}
+
 } // namespace
 
 int toInt(std::string_view text) noexcept
@@ -41,6 +48,8 @@ long long toLong(std::string_view text) noexcept
 double toDouble(std::string_view text) noexcept
 {
     text = skipBlanksAndPlus(text);
+    if (text.size() > 2 && text[0] == '0' && toLower(text[1]) == 'x')
+        return readHexadecimal(text.substr(2));
     double value = 0.0;
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc::result_out_of_range)

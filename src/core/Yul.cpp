@@ -65,12 +65,18 @@ State & state()
 /// The mask bit of a level; shift counts are taken modulo 32.
 std::uint32_t bitOf(int level)
 {
-    return std::uint32_t{1} << (static_cast<std::uint32_t>(level - 1) & 31U);
+    return std::uint32_t{1} << ((static_cast<std::uint32_t>(level) - 1U) & 31U);
 }
 
 bool hasBit(int level)
 {
     return (state().message_mask & bitOf(level)) != 0;
+}
+
+/// Level DEBUGn; any n is taken, as shift counts are.
+int debugLevel(int n)
+{
+    return static_cast<int>(static_cast<std::uint32_t>(n) + Yul::OUT8);
 }
 
 LevelName const * findLevel(std::string_view name)
@@ -142,7 +148,7 @@ bool Yul::isDebug()
 
 bool Yul::isDebug(int n)
 {
-    return hasBit(n + OUT8);
+    return hasBit(debugLevel(n));
 }
 
 int Yul::outMessage(char const * format, ...)

@@ -7,7 +7,7 @@
 #include "geo/DomainText.h"
 #include "geo/LookupFile.h"
 
-#include <cmath>
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -58,7 +58,7 @@ bool decodeProj(DomainVal & val, std::string_view text)
     next.proj = proj;
     next.ellipse = false;
     next.plat = next.plon = Const::MISS;
-    next.param.fill(Const::MISS);
+    std::fill(std::begin(next.param), std::end(next.param), Const::MISS);
     fields.erase(fields.begin());
     if (!fields.empty() && detail::sameIgnoringCase(detail::trimmed(fields.front()), "e")) {
         next.ellipse = true;

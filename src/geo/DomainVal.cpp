@@ -6,6 +6,7 @@
 #include "geo/Domain.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace Yul {
@@ -40,7 +41,7 @@ char const * nameOf(int proj)
 std::string parametersOf(DomainVal const & val)
 {
     std::array<float, 2 + DomainVal::NUM_PARAM> numbers{val.plat, val.plon};
-    std::copy(val.param.begin(), val.param.end(), numbers.begin() + 2);
+    std::copy(std::begin(val.param), std::end(val.param), numbers.begin() + 2);
     std::size_t count = numbers.size();
     while (count > 0 && detail::isMissing(numbers[count - 1]))
         --count;
@@ -66,14 +67,14 @@ bool DomainVal::isMap() const noexcept
 
 float DomainVal::getParam(int i) const noexcept
 {
-    return i >= 0 && i < NUM_PARAM ? param[static_cast<std::size_t>(i)] : static_cast<float>(Const::MISS);
+    return i >= 0 && i < NUM_PARAM ? param[i] : static_cast<float>(Const::MISS);
 }
 
 int DomainVal::setParam(int i, float value) noexcept
 {
     if (i < 0 || i >= NUM_PARAM)
         return 0;
-    param[static_cast<std::size_t>(i)] = value;
+    param[i] = value;
     return 1;
 }
 
@@ -110,7 +111,8 @@ int DomainVal::print() const
 
 bool DomainVal::compareProj(DomainVal const & other) const noexcept
 {
-    return proj == other.proj && plat == other.plat && plon == other.plon && param == other.param &&
+    return proj == other.proj && plat == other.plat && plon == other.plon &&
+           std::equal(std::begin(param), std::end(param), std::begin(other.param)) &&
            ellipse == other.ellipse;
 }
 

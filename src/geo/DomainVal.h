@@ -4,8 +4,6 @@
 #include "core/Const.h"
 #include "core/String.h"
 
-#include <array>
-
 namespace Yul {
 
 /// Where a grid or a plot lies, as plain values: the projection with its parameters, the centre, the spacing
@@ -54,7 +52,7 @@ public:
     int proj = Const::MISS;   ///< projection code, see Domain::Proj
     float plat = Const::MISS; ///< reference latitude, degrees
     float plon = Const::MISS; ///< reference (central) longitude, degrees
-    std::array<float, NUM_PARAM> param{Const::MISS, Const::MISS, Const::MISS, Const::MISS};
+    float param[NUM_PARAM] = {Const::MISS, Const::MISS, Const::MISS, Const::MISS};
     float clat = Const::MISS; ///< latitude of the centre, degrees
     float clon = Const::MISS; ///< longitude of the centre, degrees
     float dx = Const::MISS;   ///< spacing in x, units of the plane

@@ -3,9 +3,11 @@
 #include "core/File.h"
 #include "core/FileTool.h"
 #include "core/Number.h"
+#include "core/StrLib.h"
 #include "core/String.h"
 #include "core/Yul.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -13,15 +15,7 @@ namespace Yul::detail {
 namespace {
 
 constexpr std::size_t MAX_OCTETS = 4U << 20;
-
-std::string_view trimmed(std::string_view line)
-{
-    while (!line.empty() && isBlank(line.front()))
-        line.remove_prefix(1);
-    while (!line.empty() && isBlank(line.back()))
-        line.remove_suffix(1);
-    return line;
-}
+constexpr std::size_t BLOCK = 16U << 10;
 
 template <class Number> bool readNumber(std::string_view word, Number & value)
 {
@@ -42,9 +36,14 @@ int TableFile::open(std::string const & name)
     File file;
     if (name.empty() || name == "-" || file.open(name.c_str(), "r") == 0)
         return 0;
-    text.resize(MAX_OCTETS + 1);
-    text.resize(file.read(text.data(), text.size()));
-    return text.size() <= MAX_OCTETS ? 1 : 0;
+    std::array<char, BLOCK> block;
+    while (text.size() <= MAX_OCTETS) {
+        std::size_t const count = file.read(block.data(), block.size());
+        if (count == 0)
+            return 1;
+        text.append(block.data(), count);
+    }
+    return 0;
 }
 
 bool TableFile::next(std::string_view & line)

@@ -270,6 +270,7 @@ private:
         float const height = share * plot.getLayout().text_height;
         float const weight = detail::isMissing(cont.label.weight) ? 1.2F : cont.label.weight;
         setText(height, weight, cont.label.color_name);
+        bool const has_color = cont.label.validColor();
         std::vector<std::string> texts;
         std::vector<detail::LevelLabel> labels;
         for (float const level : cont.scale.levels) {
@@ -280,8 +281,12 @@ private:
         rules.frame = viewport;
         rules.text_height = height;
         rules.spacing = LABEL_SPACING;
-        for (auto const & placed : detail::placeLabels(lines, labels, rules, boxes))
-            drawTextIn(placed.box, height, texts[static_cast<std::size_t>(placed.level)]);
+        for (auto const & placed : detail::placeLabels(lines, labels, rules, boxes)) {
+            auto const level = static_cast<std::size_t>(placed.level);
+            if (!has_color)
+                graph.setTextColor(pens[level].color);
+            drawTextIn(placed.box, height, texts[level]);
+        }
         graph.setTextDirection(0, 1);
     }
 

@@ -41,7 +41,8 @@ public:
     int setDash(int mode);
     /// How the lines look. A style here takes the place of the dash mode.
     int setLine(PlotAttr const & attr);
-    /// How the line labels look: colour, text height (in heights of the plot's labels) and weight.
+    /// How the line labels look: colour (else that of the line), text height (in heights of the plot's
+    /// labels) and weight. Switches them on.
     int setLabel(PlotAttr const & attr);
     int setFill(ColorFill const & value);
 

@@ -1,5 +1,6 @@
 // Texts, settings and the library's global class.
 #include "core/Const.h"
+#include "core/FileAttr.h"
 #include "core/FileTool.h"
 #include "core/Resrc.h"
 #include "core/String.h"
@@ -94,6 +95,18 @@ void bindConst(Module & m)
         .variable("G", &Const::G)
         .variable("CP", &Const::CP)
         .variable("CV", &Const::CV);
+}
+
+void bindFileAttr(Module & m)
+{
+    Class<FileAttr>(m, "FileAttr")
+        .constants({
+            {"READ", FileAttr::READ},
+            {"WRITE", FileAttr::WRITE},
+            {"APPEND", FileAttr::APPEND},
+        })
+        .constructor<>()
+        .staticMethod("getText", &FileAttr::getText);
 }
 
 void bindYul(Module & m)

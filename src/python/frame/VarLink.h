@@ -30,7 +30,7 @@ template <class M> [[nodiscard]] Variable variableOf(std::string name, std::stri
         return toPython<typename Access<M>::Result>(Access<M>::read(target), Source{});
     };
     if constexpr (IS_WRITABLE<M>) {
-        if constexpr (Written::RECORD != nullptr)
+        if (Written::RECORD != nullptr)
             Written::RECORD();
         row.set = [](Variable const & variable, PyObject * value) {
             Written converter;

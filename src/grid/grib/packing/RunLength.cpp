@@ -51,6 +51,9 @@ public:
         return true;
     }
 
+    /// Whether the grid is full with the run that is pending.
+    [[nodiscard]] bool wouldFill() const noexcept { return has_level && done + length == out.size(); }
+
     [[nodiscard]] bool isFull() const noexcept { return done == out.size(); }
 
 private:
@@ -77,9 +80,12 @@ std::string unpackRunLength(Octets data, Packing const & packing, std::span<floa
         std::size_t const block = static_cast<std::size_t>(std::min<std::uint64_t>(BLOCK, count - first));
         auto const taken = std::span(numbers).first(block);
         unpackIntegers(data, first * packing.bits, packing.bits, 0, taken);
-        for (auto const number : taken)
+        for (auto const number : taken) {
+            if (number <= packing.max_level && runs.wouldFill()) // what follows only fills the last octet
+                return runs.finish() ? std::string() : "runs do not fit the grid";
             if (!runs.take(number))
                 return "runs do not fit the grid";
+        }
     }
     return runs.finish() && runs.isFull() ? std::string() : "runs do not fill the grid";
 }

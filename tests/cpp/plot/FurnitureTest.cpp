@@ -1,0 +1,224 @@
+// Graticule, panels, line labels and extremes.
+#include "plot/Extrema.h"
+#include "plot/Graticule.h"
+#include "plot/Layout.h"
+#include "plot/LineLabels.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace Yul::detail {
+namespace {
+
+constexpr char const * DOMAINS[] = {
+    "ll,45,0,121,81,1,1",
+    "ll,0,180,360,181,1,1",
+    "merc:0:-20,35,-20,101,71,1,1",
+    "lambert:50:-40:40:60,50,-40,101,81,1,1",
+    "pstereo:90:-90,90,-90,121,121,1.5,1.5",
+    "pstereo:-90:0,-90,0,121,121,1,1",
+    "ortho:40:-40,40,-40,101,101,1.27,1.27",
+    "lambaz:45:10,45,10,81,61,1,1",
+    "albers:23:-96:29:45,40,-96,61,41,1,1",
+};
+
+TEST(Graticule, LinesHoldTheirLatitudeOrLongitude)
+{
+    for (char const * text : DOMAINS) {
+        SCOPED_TRACE(text);
+        Domain const domain(text);
+        Rect const frame = domain.getLimits();
+        Graticule const graticule = makeGraticule(domain, frame, {});
+        float const size = std::max(frame.getWidth(), frame.getHeight());
+        EXPECT_GE(graticule.lines.size(), 6U);
+        EXPECT_LE(graticule.lines.size(), 60U);
+        for (GraticuleLine const & line : graticule.lines) {
+            auto const & points = line.points.all();
+            for (std::size_t i = 0; i + 1 < points.size(); ++i) {
+                Point const middle((points[i].x + points[i + 1].x) / 2, (points[i].y + points[i + 1].y) / 2);
+                EarthPoint earth;
+                Point there;
+                if (domain.tran(middle, earth) == 0)
+                    continue; // at the limb of the projection
+                if (line.kind == LineKind::PARALLEL)
+                    earth.lat = line.value;
+                else
+                    earth.lon = line.value;
+                ASSERT_EQ(domain.tran(earth, there), 1);
+                float const off = std::hypot(there.x - middle.x, there.y - middle.y);
+                EXPECT_LT(off, 1e-2F * size) << graticuleLabel(line.kind, line.value);
+                EXPECT_GE(middle.x, frame.x1 - 1e-4F * size);
+                EXPECT_LE(middle.y, frame.y2 + 1e-4F * size);
+            }
+        }
+        for (GraticuleTick const & tick : graticule.ticks) {
+            bool const is_side = tick.edge == GraticuleTick::LEFT || tick.edge == GraticuleTick::RIGHT;
+            float const distance = is_side
+                                       ? std::min(std::abs(tick.x - frame.x1), std::abs(tick.x - frame.x2))
+                                       : std::min(std::abs(tick.y - frame.y1), std::abs(tick.y - frame.y2));
+            EXPECT_LT(distance, 1e-3F * size);
+        }
+    }
+}
+
+TEST(Graticule, WritesDegrees)
+{
+    EXPECT_EQ(graticuleLabel(LineKind::PARALLEL, 40), "40°N");
+    EXPECT_EQ(graticuleLabel(LineKind::PARALLEL, -2.5F), "2.5°S");
+    EXPECT_EQ(graticuleLabel(LineKind::PARALLEL, 0), "0°");
+    EXPECT_EQ(graticuleLabel(LineKind::MERIDIAN, -95), "95°W");
+    EXPECT_EQ(graticuleLabel(LineKind::MERIDIAN, -180), "180°");
+    EXPECT_EQ(graticuleLabel(LineKind::Y_AXIS, -0.5F), "-0.5");
+}
+
+TEST(Graticule, AbsurdFramesAndStepsGiveFewLines)
+{
+    Domain const domain(DOMAINS[0]);
+    EXPECT_TRUE(makeGraticule(domain, Rect(0, 0, 0, 0), {}).lines.empty());
+    EXPECT_TRUE(makeGraticule(domain, Rect(std::nanf(""), 0, 1, 1), {}).lines.empty());
+    EXPECT_LE(makeGraticule(domain, domain.getLimits(), {1e-9F, -3}).lines.size(), 60U);
+    EXPECT_EQ(makeGraticule(domain, domain.getLimits(), {40, 60}).lines.size(),
+              5U); // 40 and 80 N; 60 W, 0, 60 E
+}
+
+TEST(Layout, PanelsFillThePage)
+{
+    PanelGrid panels;
+    EXPECT_TRUE(decodePanels("2x3", panels));
+    EXPECT_EQ(panels.rows, 2);
+    EXPECT_EQ(panels.columns, 3);
+    Rect const page(0, 0, 1, .75F);
+    float area = 0;
+    for (int i = 0; i < panels.count(); ++i) {
+        PanelLayout const layout = layOut(page, panels, i, false);
+        area += layout.area.getWidth() * layout.area.getHeight();
+        EXPECT_GT(layout.map.x1, layout.area.x1);
+        EXPECT_LT(layout.map.y2, layout.area.y2);
+        EXPECT_GT(layout.map.getHeight(), 0.5F * layout.area.getHeight());
+    }
+    EXPECT_NEAR(area, .75F, 1e-5F);
+    EXPECT_EQ(layOut(page, panels, 0, true).map.getWidth(), layOut(page, panels, 0, true).area.getWidth());
+    EXPECT_TRUE(decodePanels("5", panels));
+    EXPECT_EQ(panels.count(), 6);
+    for (char const * text : {"0x2", "2x99", "x", "", "2x3x", "-1"})
+        EXPECT_FALSE(decodePanels(text, panels)) << text;
+    EXPECT_FALSE(decodePanels(nullptr, panels));
+}
+
+/// Circles round the middle of the unit square, as lines of cells.
+std::vector<DrawnLine> rings(int cells, std::vector<float> const & radii)
+{
+    std::vector<float> values;
+    std::vector<float> x;
+    std::vector<float> y;
+    for (int j = 0; j <= cells; ++j) {
+        y.push_back(1 - static_cast<float>(j) / static_cast<float>(cells));
+        x.push_back(static_cast<float>(j) / static_cast<float>(cells));
+    }
+    for (float const py : y)
+        for (float const px : x)
+            values.push_back(std::hypot(px - .5F, py - .5F));
+    std::vector<DrawnLine> lines;
+    sweepCells({values.data(), cells + 1, cells + 1, 0, cells, 0, cells}, radii, 0, ColumnRowPlaces(x, y),
+               [&](int column, int row, int k, CellLine const & l) {
+                   lines.push_back({l.x1, l.y1, l.x2, l.y2, column, row, static_cast<std::int16_t>(k),
+                                    static_cast<std::int8_t>(l.side1), static_cast<std::int8_t>(l.side2)});
+               });
+    return lines;
+}
+
+TEST(LineLabels, StandOnTheirLineUprightAndApart)
+{
+    std::vector<float> const radii = {.02F, .15F, .25F, .35F, .37F, .45F};
+    std::vector<DrawnLine> const lines = rings(200, radii);
+    std::vector<LevelLabel> const levels(radii.size(), LevelLabel{.05F});
+    LabelRules rules;
+    rules.frame = Rect(0, 0, 1, 1);
+    rules.text_height = .012F;
+    rules.spacing = .2F;
+    LabelBoxes boxes(0, 0, 1, 1);
+    LabelBox taken;
+    taken.x = .5F;
+    taken.y = .75F;
+    taken.half_width = taken.half_height = .05F;
+    boxes.add(taken);
+
+    std::vector<LineLabel> const labels = placeLabels(lines, levels, rules, boxes);
+    EXPECT_GE(labels.size(), 10U);
+    std::vector<int> count(radii.size());
+    for (std::size_t i = 0; i < labels.size(); ++i) {
+        LabelBox const & box = labels[i].box;
+        auto const level = static_cast<std::size_t>(labels[i].level);
+        ++count[level];
+        EXPECT_GE(box.along_x, 0);
+        EXPECT_NEAR(std::hypot(box.x - .5F, box.y - .5F), radii[level], .25F * rules.text_height);
+        EXPECT_NEAR(box.along_x * (box.x - .5F) + box.along_y * (box.y - .5F), 0, .01F); // along the ring
+        EXPECT_FALSE(box.overlaps(taken));
+        for (std::size_t j = 0; j < i; ++j) {
+            EXPECT_FALSE(box.overlaps(labels[j].box));
+            if (labels[j].level == labels[i].level)
+                EXPECT_GE(std::hypot(box.x - labels[j].box.x, box.y - labels[j].box.y), rules.spacing);
+        }
+    }
+    EXPECT_EQ(count[0], 0); // too small a ring for a text
+    EXPECT_GE(count[5], 3);
+}
+
+TEST(LabelBoxes, CutLinesWhereTheyPassUnderABox)
+{
+    LabelBoxes boxes(0, 0, 1, 1);
+    LabelBox box;
+    box.x = box.y = .5F;
+    box.along_x = box.along_y = std::sqrt(.5F);
+    box.half_width = .2F;
+    box.half_height = .1F;
+    boxes.add(box);
+    std::vector<float> parts;
+    auto const draw = [&](float from, float to) {
+        parts.push_back(from);
+        parts.push_back(to);
+    };
+    boxes.drawAround(0, 0, 1, 1, draw); // along its axis
+    ASSERT_EQ(parts.size(), 4U);
+    EXPECT_NEAR(parts[1], .5F - .2F * std::sqrt(.5F), 1e-5F);
+    EXPECT_NEAR(parts[2], .5F + .2F * std::sqrt(.5F), 1e-5F);
+    parts.clear();
+    boxes.drawAround(0, .9F, 1, .9F, draw); // passes by
+    EXPECT_EQ(parts, (std::vector<float>{0, 1}));
+    parts.clear();
+    boxes.drawAround(.5F, .5F, .51F, .51F, draw); // inside
+    EXPECT_TRUE(parts.empty());
+}
+
+TEST(Extrema, FindsWhatStandsOut)
+{
+    constexpr int N = 60;
+    std::vector<float> values;
+    for (int row = 0; row < N; ++row)
+        for (int column = 0; column < N; ++column)
+            values.push_back(
+                10 *
+                    std::exp(-std::hypot(static_cast<float>(column - 15), static_cast<float>(row - 20)) / 5) -
+                8 * std::exp(-std::hypot(static_cast<float>(column - 40), static_cast<float>(row - 45)) / 5));
+    values[5 * N + 50] = Const::MISS;
+    values[6 * N + 50] = INFINITY;
+    FieldView const field{values.data(), N, N, 0, N - 1, 0, N - 1};
+    auto const found = findExtrema(field, 6, 2);
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_TRUE(found[0].is_high);
+    EXPECT_EQ(found[0].column, 15);
+    EXPECT_EQ(found[0].row, 20);
+    EXPECT_FALSE(found[1].is_high);
+    EXPECT_EQ(found[1].column, 40);
+    EXPECT_EQ(found[1].row, 45);
+    std::vector<float> const flat(N * N, 3.F);
+    EXPECT_TRUE(findExtrema({flat.data(), N, N, 0, N - 1, 0, N - 1}, 6, 0.1F).empty());
+    EXPECT_TRUE(findExtrema({flat.data(), 1, 1, 0, 0, 0, 0}, 6, 0).empty());
+}
+
+} // namespace
+} // namespace Yul::detail

@@ -1,0 +1,131 @@
+"""Fields that the test writer made, read back: both editions, every grid, packing width and scanning mode."""
+
+from datetime import datetime, timezone
+
+import numpy as np
+import pytest
+
+from gribwriter import Lambert, LatLon, Mercator, PolarStereo, grib1, grib2
+from Yul import EarthPoint, GribFile, Grid, GridPoint, GridSpec
+
+MISS = -9999.0
+AREA = LatLon(60, -20, 40, 10)
+RANDOM = np.random.default_rng(5)
+FIELD = np.round(RANDOM.uniform(-50, 50, (21, 31)), 1)
+HOLED = np.where(RANDOM.random(FIELD.shape) < 0.3, np.nan, FIELD)
+
+WRITERS = {1: grib1, 2: grib2}
+
+
+def read_one(name):
+    grid = Grid()
+    file = GribFile(name)
+    assert file.read(grid) == 1
+    return grid
+
+
+@pytest.mark.parametrize('edition', WRITERS)
+@pytest.mark.parametrize('scan', [0, 0x40, 0x80, 0xc0, 0x20, 0x60, 0xa0, 0xe0])
+@pytest.mark.parametrize('field', [FIELD, HOLED], ids=['full', 'holed'])
+def test_every_scanning_mode_gives_north_and_west_first(write_grib, edition, scan, field):
+    grid = read_one(write_grib(WRITERS[edition](field, AREA, scan=scan)))
+    np.testing.assert_allclose(grid.values, np.nan_to_num(field, nan=MISS), atol=1e-4)
+    corner = EarthPoint()
+    assert grid.tran(GridPoint(0, 0), corner) == 1
+    assert (corner.lat, corner.lon) == pytest.approx((60, -20), abs=1e-4)
+
+
+@pytest.mark.parametrize('scan', [0x10, 0x50, 0x90, 0xd0])
+def test_rows_that_alternate_in_direction(write_grib, scan):
+    grid = read_one(write_grib(grib2(FIELD, AREA, scan=scan)))
+    np.testing.assert_allclose(grid.values, FIELD, atol=1e-4)
+
+
+@pytest.mark.parametrize('edition', WRITERS)
+@pytest.mark.parametrize('bits', [1, 2, 7, 8, 9, 12, 16, 17, 24, 25, 26, 31])
+def test_every_width_keeps_its_precision(write_grib, edition, bits):
+    grid = read_one(write_grib(WRITERS[edition](HOLED, AREA, bits=bits, decimal_scale=0)))
+    span = np.nanmax(FIELD) - np.nanmin(FIELD)
+    step = 2.0 ** np.ceil(np.log2(span / (2**bits - 1)))
+    present = ~np.isnan(HOLED)
+    np.testing.assert_array_equal(grid.values == MISS, ~present)
+    assert np.abs(grid.values - HOLED)[present].max() <= step / 2 + 1e-5 * span
+
+
+@pytest.mark.parametrize('edition', WRITERS)
+@pytest.mark.parametrize('field', [np.full((3, 4), 7.5), np.full((3, 4), np.nan), np.full((1, 1), -2.0)],
+                         ids=['constant', 'all missing', 'one point'])
+def test_fields_without_packed_numbers(write_grib, edition, field):
+    grid = read_one(write_grib(WRITERS[edition](field, AREA)))
+    np.testing.assert_allclose(grid.values, np.nan_to_num(field, nan=MISS))
+
+
+GRIDS = {
+    'polar': PolarStereo(30, -120, -100, 60000, 60000),
+    'south polar': PolarStereo(-30, 20, 10, 60000, 60000, south_pole=True),
+    'lambert': Lambert(20, -110, -95, 40000, 40000, 25, 60),
+    'tangent lambert': Lambert(20, -110, -95, 40000, 40000, 40, 40),
+    'south lambert': Lambert(-50, 10, 20, 40000, 40000, -30, -60),
+    'mercator': Mercator(-10, 170, 20, -150, 20, 50000, 50000),
+}
+EARTH = {1: 6367470, 2: 6371229}
+
+
+def projection(grid, edition):
+    pyproj = pytest.importorskip('pyproj')
+    if isinstance(grid, PolarStereo):
+        text = (f'+proj=stere +lat_0={-90 if grid.south_pole else 90} '
+                f'+lat_ts={-60 if grid.south_pole else 60} +lon_0={grid.orientation}')
+    elif isinstance(grid, Lambert):
+        text = f'+proj=lcc +lat_1={grid.latin1} +lat_2={grid.latin2} +lat_0={grid.latin1} +lon_0={grid.orientation}'
+    else:
+        text = f'+proj=merc +lat_ts={grid.latin} +lon_0={grid.lon1}'
+    return pyproj.Proj(f'{text} +R={EARTH[edition]}')
+
+
+@pytest.mark.parametrize('edition', WRITERS)
+@pytest.mark.parametrize('name', GRIDS)
+def test_projected_grids_lie_where_the_message_puts_them(write_grib, edition, name):
+    definition = GRIDS[name]
+    grid = read_one(write_grib(WRITERS[edition](FIELD, definition, scan=0x40)))
+    np.testing.assert_allclose(grid.values, FIELD, atol=1e-4)
+    plane = projection(definition, edition)
+    x1, y1 = plane(definition.lon1, definition.lat1)
+    ny, nx = FIELD.shape
+    for column, row in ((0, 0), (nx - 1, 0), (0, ny - 1), (nx - 1, ny - 1), (15, 10)):
+        lon, lat = plane(x1 + column * definition.dx, y1 + (ny - 1 - row) * definition.dy, inverse=True)
+        earth = EarthPoint()
+        assert grid.tran(GridPoint(column, row), earth) == 1
+        assert earth.lat == pytest.approx(lat, abs=1e-3)
+        assert (earth.lon - lon + 180) % 360 - 180 == pytest.approx(0, abs=2e-3)
+
+
+@pytest.mark.parametrize('west, east', [(0, 359), (-180, 179), (170, 200), (0, 360)])
+def test_longitudes_run_on_across_every_seam(write_grib, west, east):
+    field = np.arange(3.0 * 31).reshape(3, 31)
+    grid = read_one(write_grib(grib2(field, LatLon(10, west, -10, east))))
+    step = (east - west) / 30
+    for column in (0, 15, 30):
+        earth = EarthPoint()
+        assert grid.tran(GridPoint(column, 0), earth) == 1
+        assert (earth.lon - west - column * step + 180) % 360 - 180 == pytest.approx(0, abs=1e-3)
+
+
+@pytest.mark.parametrize('edition', WRITERS)
+def test_grid_says_what_the_message_says(write_grib, edition):
+    time = datetime(2026, 2, 28, 18, tzinfo=timezone.utc)
+    parameter, level = {1: (7, (100, 500)), 2: ((0, 3, 5), (100, 50000))}[edition]
+    grid = read_one(write_grib(WRITERS[edition](FIELD, AREA, parameter=parameter, level=level, time=time, hours=36,
+                                                centre=7, process=96)))
+    assert (grid.getVersion(), grid.getSource(), grid.getModel()) == (edition, 7, 96)
+    assert grid.getGenName() == 'GFS'
+    assert grid.getVar().getName() == 'HGT'
+    assert grid.info == 'Geopotential height [gpm]'
+    assert grid.getForeHours() == 36
+    assert (grid.date.getYear(), grid.date.getMonth(), grid.date.getDay(), grid.date.getHour()) == (2026, 2, 28, 18)
+    assert grid.getSpec().match(GridSpec('HGT,500mb,36h'))
+
+
+def test_unknown_parameters_are_named_by_their_numbers(write_grib):
+    assert read_one(write_grib(grib2(FIELD, AREA, parameter=(3, 200, 201)))).getVar().getName() == 'VAR_3_200_201'
+    assert read_one(write_grib(grib1(FIELD, AREA, parameter=250, table=199))).getVar().getName() == 'VAR_255_199_250'

@@ -1,0 +1,249 @@
+"""Files of messages: what lies between them, what is damaged, what is asked for."""
+
+import os
+import subprocess
+import sys
+
+import numpy as np
+import pytest
+
+from gribwriter import LatLon, grib1, grib2
+from Yul import Filename, GribFile, Grid, Grids, GridSpec
+
+AREA = LatLon(50, 0, 40, 10)
+FIELD = np.arange(30.0).reshape(5, 6)
+
+
+def message(value=0.0, edition=2, **arguments):
+    return (grib2 if edition == 2 else grib1)(FIELD + value, AREA, **arguments)
+
+
+def first_values(name):
+    file = GribFile(name)
+    grid = Grid()
+    found = []
+    while file.read(grid):
+        found.append(round(grid.getValue(0, 0)))
+    return found
+
+
+def split(octets):
+    """The sections of an edition 2 message, the end excluded."""
+    position, sections = 16, {}
+    while octets[position:position + 4] != b'7777':
+        length = int.from_bytes(octets[position:position + 4], 'big')
+        sections[octets[position + 4]] = octets[position:position + length]
+        position += length
+    return sections
+
+
+def join(*sections):
+    body = b''.join(sections) + b'7777'
+    return b'GRIB\0\0\0\2' + (16 + len(body)).to_bytes(8, 'big') + body
+
+
+def test_octets_between_messages_are_passed_over(write_grib):
+    name = write_grib(b'\r\r\nHTXA50 KWBC 141200\r\r\n', message(1), b'\0' * 90, message(2, edition=1), b'GRI', message(3),
+                      b'\0' * 500)
+    assert first_values(name) == [1, 2, 3]
+
+
+def test_a_message_is_looked_for_at_1000_positions(write_grib, capfd):
+    assert first_values(write_grib(b'x' * 999, message(1))) == [1]
+    assert capfd.readouterr().err == ''
+    assert first_values(write_grib(b'x' * 1000, message(1))) == []
+    assert capfd.readouterr().err == 'searchGRIB failed to find GRIB: 0\n'
+
+
+@pytest.mark.parametrize('octets', [b'', b'GRIB', b'no grid in here', b'GRIB\0\0\0\2\0\0\0\0', b'x' * 5000])
+def test_other_files_give_one_message(write_grib, capfd, octets):
+    name = write_grib(octets)
+    grid = Grid()
+    assert GribFile(name).read(grid) == 0
+    assert not grid.isData()
+    assert len(capfd.readouterr().err.splitlines()) == 1
+
+
+def test_a_missing_file_gives_one_message(tmp_path, capfd):
+    file = GribFile(str(tmp_path / 'none.grib'))
+    assert not file.isOpen()
+    assert file.read(Grid()) == 0
+    assert file.rewind() == 0
+    assert capfd.readouterr().err.count('\n') == 1
+
+
+@pytest.mark.parametrize('edition', [1, 2])
+def test_every_truncation_ends_cleanly(write_grib, capfd, edition):
+    whole = message(1, edition=edition, bits=12)
+    for length in range(len(whole) - 4):
+        assert first_values(write_grib(whole[:length])) == []
+        lines = capfd.readouterr().err.splitlines()
+        assert len(lines) == 1, (length, lines)
+
+
+@pytest.mark.parametrize('edition', [1, 2])
+def test_no_changed_octet_does_harm(write_grib, capfd, edition):
+    whole = message(1, edition=edition, bits=7)
+    for position in range(4, len(whole)):
+        for value in (0, 255, whole[position] ^ 0x80):
+            octets = bytearray(whole)
+            octets[position] = value
+            first_values(write_grib(octets))
+    capfd.readouterr()
+
+
+def test_reading_goes_on_behind_a_damaged_message(write_grib, capfd):
+    damaged = bytearray(message(2))
+    damaged[16:20] = (5000).to_bytes(4, 'big')  # the first section is longer than the message
+    big_gap = bytes(2000)
+    assert first_values(write_grib(message(1), damaged, message(3))) == [1, 3]
+    assert capfd.readouterr().err.count('skipped') == 1
+    assert first_values(write_grib(message(1), damaged, big_gap, message(3))) == [1, 3]
+
+
+def test_a_section_of_impossible_length_ends_the_message(write_grib, capfd):
+    octets = bytearray(message(1))
+    octets[16:20] = (10000001).to_bytes(4, 'big')
+    assert first_values(write_grib(octets, message(2))) == [2]
+    assert capfd.readouterr().err == 'readSection: invalid length: 10000001\n'
+
+
+def test_two_sevens_end_a_message(write_grib):
+    octets = bytearray(message(1))
+    octets[-2:] = b'xx'
+    assert first_values(write_grib(octets, message(2))) == [1, 2]
+
+
+def test_fields_of_one_message_are_grids_of_their_own(write_grib):
+    one, two = split(message(1, hours=1)), split(message(2, hours=2))
+    name = write_grib(join(one[1], one[3], one[4], one[5], one[6], one[7], two[4], two[5], two[6], two[7],
+                           one[3], one[4], one[5], one[6], one[7]))
+    file = GribFile(name)
+    hours = []
+    while file.read(grid := Grid()):
+        hours.append((round(grid.getValue(0, 0)), grid.getForeHours()))
+    assert hours == [(1, 1), (2, 2), (1, 1)]
+
+
+def test_a_field_can_refer_to_the_bitmap_before(write_grib, capfd):
+    holed = np.where(FIELD % 3 == 0, np.nan, FIELD)
+    first = split(grib2(holed, AREA))
+    again = first[6][:5] + b'\xfe'
+    again = (6).to_bytes(4, 'big') + again[4:]
+    name = write_grib(join(first[1], first[3], first[4], first[5], first[6], first[7], first[4], first[5], again, first[7]),
+                      join(first[1], first[3], first[4], first[5], again, first[7]))
+    grids = Grids()
+    assert GribFile(name).read(grids) == 1
+    assert grids.getNum() == 2  # the last one refers to nothing
+    assert 'earlier bitmap' in capfd.readouterr().err
+    np.testing.assert_array_equal(grids.get(0).values, grids.get(1).values)
+    assert grids.get(1).getValid() == 20
+
+
+def test_what_cannot_be_held_is_named_and_passed_over(write_grib, capfd):
+    def with_template(section, number):
+        octets = bytearray(message(9))
+        parts = split(bytes(octets))
+        offset = {3: 12, 4: 7, 5: 9}[section]
+        part = bytearray(parts[section])
+        part[offset:offset + 2] = number.to_bytes(2, 'big')
+        parts[section] = bytes(part)
+        return join(*(parts[i] for i in sorted(parts)))
+
+    name = write_grib(with_template(3, 101), with_template(4, 999), with_template(5, 42), message(1))
+    assert first_values(name) == [1]
+    lines = capfd.readouterr().err.splitlines()
+    assert [text in line for line, text in zip(lines, ('unstructured', 'template 4.999', 'template 5.42'))] == [True] * 3
+
+
+def test_a_huge_grid_in_a_few_octets_is_refused_before_anything_is_allocated(write_grib, capfd):
+    parts = split(message(1))
+    grid = bytearray(parts[3])
+    grid[6:10] = (2**31 - 1).to_bytes(4, 'big')
+    grid[30:34] = (2**31 - 1).to_bytes(4, 'big')
+    grid[34:38] = (1).to_bytes(4, 'big')
+    constant = bytearray(parts[5])
+    constant[5:9] = (2**31 - 1).to_bytes(4, 'big')
+    constant[19] = 0
+    name = write_grib(join(parts[1], bytes(grid), parts[4], bytes(constant), parts[6], parts[7]))
+    assert first_values(name) == []
+    assert '2147483647 by 1' in capfd.readouterr().err
+
+
+def test_peek_describes_without_reading_on(write_grib):
+    file = GribFile(write_grib(message(1, hours=3), message(2, hours=6)))
+    grid = Grid()
+    assert file.peek(grid) == 1 and file.peek(grid) == 1
+    assert grid.getForeHours() == 3 and not grid.isData()
+    assert (grid.getNx(), grid.getNy()) == (6, 5)
+    assert file.read(grid) == 1 and grid.getForeHours() == 3 and grid.isData()
+    assert file.next() == 1 and file.next() == 0
+    assert file.rewind() == 1
+    assert file.next() == 1 and file.read(grid) == 1 and grid.getForeHours() == 6
+    assert file.getHeader().getForeTime().getFore() == 6
+
+
+def test_a_specification_finds_its_field(write_grib):
+    name = write_grib(*(message(h, hours=h, level=(100, p * 100)) for p in (850, 500) for h in (0, 6, 12)))
+    file = GribFile(name)
+    grid = Grid()
+    assert file.read(GridSpec('HGT,500mb,6h'), grid) == 1
+    assert round(grid.getValue(0, 0)) == 6 and grid.getLevel().getValue() == 500
+    assert file.read(GridSpec('HGT,850mb'), grid) == 0  # they lie before
+    assert file.rewind() == 1
+    assert file.read(GridSpec('HGT,850mb,12h'), grid) == 1
+
+
+def test_a_grid_keeps_its_memory_between_messages(write_grib):
+    file = GribFile(write_grib(message(1), message(2)))
+    grid = Grid()
+    assert file.read(grid) == 1
+    view = grid.values
+    assert file.read(grid) == 1
+    assert view[0, 0] == pytest.approx(2)
+
+
+def test_several_files_are_read_as_one(tmp_path, capfd):
+    names = []
+    for number in (1, 2, 3):
+        path = tmp_path / f'{number}.grib'
+        if number != 2:
+            path.write_bytes(message(number))
+        names.append(str(path))
+    files = Filename(names[0])
+    files.add(names[1])
+    files.add(names[2])
+    file = GribFile(files)
+    grid = Grid()
+    assert [file.read(grid) and round(grid.getValue(0, 0)) for _ in range(3)] == [1, 3, 0]
+    assert capfd.readouterr().err.count(names[1]) == 1
+
+
+def test_standard_input(write_grib):
+    program = ('from Yul import GribFile, Grid\n'
+               'file = GribFile("-")\n'
+               'print(file.peek(Grid()), *(round(g.getValue(0, 0)) for g in file), file.rewind())')
+    octets = b'heading\r\r\n' + message(1) + b'\0' * 20 + message(2, edition=1) + message(3)
+    result = subprocess.run([sys.executable, '-c', program], input=octets, capture_output=True, env=os.environ)
+    assert result.stdout == b'1 1 2 3 0\n', result.stderr
+
+
+def test_bad_data_are_reported(write_grib, capfd):
+    noise = np.random.default_rng(1).choice([0.0, 100.0], (5, 6))
+    file = GribFile(write_grib(grib2(noise, AREA), message(1)))
+    grid = Grid()
+    file.setMaxBad(3)
+    assert file.read(grid) == 0 and file.isBad()
+    assert 'bad data' in capfd.readouterr().err
+    assert file.read(grid) == 1 and not file.isBad()
+    file.rewind()
+    file.setMaxBad(0)
+    assert file.read(grid) == 1
+
+
+def test_check_type_looks_at_200_octets(write_grib):
+    assert GribFile.checkType(write_grib(b' ' * 196 + b'GRIB')) == 1
+    assert GribFile.checkType(write_grib(b' ' * 197 + b'GRIB')) == 0
+    assert GribFile.checkType('/nowhere') == 0
+
+
