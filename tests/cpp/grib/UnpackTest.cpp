@@ -47,7 +47,8 @@ TEST(Unpack, GivesBackNumbersOfEveryWidthAndStart)
                     form->integers(writer.octets, start, width, 5, integers);
                     form->scaled(writer.octets, start, width, scale, scaled);
                     for (std::size_t i = 0; i < count; ++i) {
-                        ASSERT_EQ(integers[i], numbers[i] + 5) << form->name << width << ' ' << start << ' ' << i;
+                        ASSERT_EQ(integers[i], numbers[i] + 5)
+                            << form->name << width << ' ' << start << ' ' << i;
                         ASSERT_EQ(scaled[i], static_cast<float>((-3.25 + numbers[i] * 0.5) * 0.01))
                             << form->name << width << ' ' << start << ' ' << i;
                     }
@@ -119,14 +120,15 @@ TEST(Scan, PutsEveryModeNorthAndWestFirst)
 {
     std::vector<float> spare;
     for (unsigned flags = 0; flags < 256; flags += 16)
-        for (auto const [nx, ny] : {std::pair{5, 4}, {4, 5}, {1, 3}, {3, 1}, {1, 1}}) {
+        for (auto const & [nx, ny] : {std::pair{5, 4}, {4, 5}, {1, 3}, {3, 1}, {1, 1}}) {
             Scan const scan = Scan::of(flags);
             auto const count = static_cast<std::size_t>(nx * ny);
             std::vector<float> values(count);
             std::vector<float> expected(count);
             for (std::size_t i = 0; i < count; ++i) {
                 values[i] = static_cast<float>(i);
-                expected[placeOf(scan, i, static_cast<std::size_t>(nx), static_cast<std::size_t>(ny))] = values[i];
+                expected[placeOf(scan, i, static_cast<std::size_t>(nx), static_cast<std::size_t>(ny))] =
+                    values[i];
             }
             arrange(scan, nx, ny, values, spare);
             EXPECT_EQ(values, expected) << flags << ' ' << nx << ' ' << ny;
