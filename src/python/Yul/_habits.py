@@ -7,13 +7,6 @@ stands for "not set", where the library itself speaks of -9999.
 import _Yul
 
 
-def _text(write, *arguments):
-    """The text that a library operation writes into a String."""
-    out = _Yul.new_String()
-    write(*arguments, out)
-    return _Yul.String_get(out) or ''
-
-
 class _Record:
     """A few named numbers: prints as they are made, compares by value, unpacks."""
 
@@ -143,14 +136,12 @@ class Date:
     that are missing. `f'{date:%Y-%m-%d}'` formats with the codes of `toText`.
     """
 
-    def __str__(self):
-        return _text(_Yul.Date_toText, self)
-
-    def __repr__(self):
-        return f'<Yul.Date {_text(_Yul.Date_toString, self)}>'
-
     def __format__(self, codes):
-        return _text(_Yul.Date_toText, self, codes) if codes else str(self)
+        if not codes:
+            return str(self)
+        text = classes['String']()
+        self.toText(codes, text)
+        return str(text)
 
     def __eq__(self, other):
         return self.getSeconds() == other.getSeconds() if isinstance(other, classes['Date']) else NotImplemented
@@ -260,12 +251,6 @@ class NameConv:
 class Domain:
     """Where a grid or a plot lies, and the conversions between earth, projection plane and grid."""
 
-    def __str__(self):
-        return _text(_Yul.Domain_toString, self)
-
-    def __repr__(self):
-        return f'<Yul.Domain {self}>'
-
 
 class _Described:
     """Prints as the text that reads back to the same."""
@@ -328,12 +313,19 @@ class Grid:
         return self.getInitDate()
 
     @property
+    def valid(self):
+        """The time for which the field holds: the initial time moved by the forecast time."""
+        date = classes['Date']()
+        self.getValidDate(date)
+        return date
+
+    @property
     def info(self):
         """What the field is, with its units in brackets."""
         return self.getInfo() or ''
 
     def __repr__(self):
-        return f'<Yul.Grid {self.getNx()}x{self.getNy()} {self.info!r} {self.date}>'
+        return f'<Yul.Grid {self.getNx()}x{self.getNy()} {self.getLevel()} {self.info}, {self.valid}>'
 
 
 class GribFile(_Closing):
