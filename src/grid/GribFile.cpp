@@ -5,6 +5,7 @@
 #include "grid/Grids.h"
 #include "grid/grib/Edition2.h"
 #include "grid/grib/Erratic.h"
+#include "grid/grib/FromGrid.h"
 #include "grid/grib/GridDomain.h"
 
 #include <algorithm>
@@ -17,6 +18,9 @@
 namespace Yul {
 namespace {
 
+constexpr int READ = 0; // modes of `open`
+constexpr int WRITE = 1;
+constexpr int MAX_PLACES = 30;
 constexpr std::size_t TYPE_OCTETS = 200; // at the head of a file in which "GRIB" is looked for
 
 /// Runs an operation that may run out of memory; 0 with an error message then.
@@ -30,11 +34,16 @@ template <class Operation> int guarded(char const * operation_name, Operation op
     }
 }
 
-/// The reference time as the date decoder reads it.
+/// The reference time as the date decoder reads it, no more precise than it is: "12Z 14 NOV 2026".
 int makeDatim(Grid & grid)
 {
+    DateVal precise = grid.getDateVal();
+    if (precise.getSecond() == 0)
+        precise.setSecond(Const::MISS);
+    if (precise.getMinute() == 0 && detail::isMissing(precise.getSecond()))
+        precise.setMinute(Const::MISS);
     String text;
-    grid.getDate().toText(text);
+    Date(precise).toText(text);
     return grid.setDatim(text.get());
 }
 
@@ -69,11 +78,18 @@ int GribFile::open(char const * name)
 
 int GribFile::open(char const * name, int mode)
 {
-    if (mode == 0)
+    if (mode == READ)
         return open(name);
     close();
-    Yul::outWarning("GribFile::open: Invalid mode: %d\n", mode);
-    return 0;
+    if (mode != WRITE) {
+        Yul::outWarning("GribFile::open: Invalid mode: %d\n", mode);
+        return 0;
+    }
+    if (output.open(name, "w") == 0) {
+        Yul::outWarning("GribFile::open: Unable to open: %s\n", name != nullptr ? name : "");
+        return 0;
+    }
+    return 1;
 }
 
 int GribFile::open(Filename const & names)
@@ -105,7 +121,7 @@ int GribFile::close()
     is_bad = false;
     params.clear();
     header.init();
-    return 1;
+    return output.close();
 }
 
 int GribFile::rewind()
@@ -288,6 +304,42 @@ int GribFile::setMaxBad(int max, float threshold)
 int GribFile::setParam(int edition, GribParam const & row)
 {
     return params.add(edition, row);
+}
+
+int GribFile::write(Grid const & grid)
+{
+    return guarded("write", [&] {
+        detail::grib::Field description;
+        detail::grib::Range1 range;
+        std::vector<detail::grib::Octet> message;
+        std::string fault =
+            output.isOpen() ? detail::grib::describe1(grid, description, range) : "no file is open";
+        if (fault.empty())
+            fault = detail::grib::encode1(description, range, packing_choice, grid.getValues(), message);
+        if (fault.empty() &&
+            output.write({reinterpret_cast<char const *>(message.data()), message.size()}) == 0)
+            fault = "the device does not take it";
+        if (!fault.empty())
+            Yul::outWarning("GribFile::write: Unable to write grid: %s\n", fault.c_str());
+        return fault.empty() ? 1 : 0;
+    });
+}
+
+int GribFile::setValueBits(int bits)
+{
+    if (bits < 0 || bits > detail::grib::PackingChoice::MAX_BITS)
+        return 0;
+    packing_choice.bits = bits > 0 ? std::optional(bits) : std::nullopt;
+    return 1;
+}
+
+int GribFile::setDecimalScale(int places)
+{
+    bool const is_none = places == Const::MISS;
+    if (!is_none && (places < -MAX_PLACES || places > MAX_PLACES))
+        return 0;
+    packing_choice.decimal = is_none ? std::nullopt : std::optional(places);
+    return 1;
 }
 
 int GribFile::checkType(char const * name)

@@ -1,10 +1,12 @@
-// Reading of GRIB files.
+// Reading and writing of GRIB files.
 #pragma once
 
+#include "core/File.h"
 #include "grid/GribPDB.h"
 #include "grid/GribParam.h"
 #include "grid/Grid.h"
 #include "grid/GridSpec.h"
+#include "grid/grib/Encode1.h"
 #include "grid/grib/Reader.h"
 #include "naming/Filename.h"
 
@@ -41,13 +43,14 @@ public:
 
     /// For reading; a name "-" reads standard input. An open file is closed first.
     int open(char const * name);
-    /// mode  0 to read, the only one there is.
+    /// mode  0 to read, 1 to write a new file.
     int open(char const * name, int mode);
     /// Several files, read as one; those that cannot be opened are named and passed over.
     int open(Filename const & names);
+    /// 0 when anything written was lost.
     int close();
 
-    [[nodiscard]] bool isOpen() const noexcept { return reader.isOpen(); }
+    [[nodiscard]] bool isOpen() const noexcept { return reader.isOpen() || output.isOpen(); }
 
     /// Back to the first message; 0 on a pipe.
     int rewind();
@@ -83,6 +86,16 @@ public:
     /// missing row, and when 200 rows are known already.
     int setParam(int edition, GribParam const & row);
 
+    /// Appends the grid to a file opened for writing, as a message of edition 1: simple packing with an IBM reference value,
+    /// a bitmap where values are missing. Its variable, level, date and domain must have words in edition 1: tables 2 and
+    /// 3, lat/lon, Mercator, polar stereographic, Lambert conformal or Albers grids.
+    int write(Grid const & grid);
+    /// Bits of each packed value, 1 to 31. Without a decimal scale, and by default, 16. 0 goes back to the default.
+    int setValueBits(int bits);
+    /// Keeps so many decimal places (negative: tens, hundreds ...), -30 to 30, in as few bits as they need, or, when bits
+    /// are set, in steps of those bits. Const::MISS goes back to none.
+    int setDecimalScale(int places);
+
     /// 1 when "GRIB" occurs in the first 200 octets of a file.
     static int checkType(char const * name);
 
@@ -102,6 +115,8 @@ private:
     detail::grib::Field field;
     GribPDB header;
     detail::GribParamCache params;
+    File output;
+    detail::grib::PackingChoice packing_choice;
     int max_bad = 0;
     float bad_jump = 0;
     bool is_bad = false;

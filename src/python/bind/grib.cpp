@@ -80,6 +80,9 @@ void bindGribFile(Module & m)
                 overload<int(int, float)>(&GribFile::setMaxBad))
         .method("isBad", &GribFile::isBad)
         .method("setParam", &GribFile::setParam)
+        .method("write", &GribFile::write)
+        .method("setValueBits", &GribFile::setValueBits)
+        .method("setDecimalScale", &GribFile::setDecimalScale)
         .staticMethod("checkType", &GribFile::checkType);
 }
 

@@ -78,7 +78,6 @@ Packed pack(std::vector<Value> values, unsigned order, unsigned management, std:
         std::size_t length = 0;
         std::int64_t reference = 0;
         unsigned width = 0;
-        bool is_missing = false;
     };
 
     std::vector<Group> groups;
@@ -86,9 +85,7 @@ Packed pack(std::vector<Value> values, unsigned order, unsigned management, std:
         Group g{.first = first, .length = std::min<std::size_t>(1 + random() % 40, values.size() - first)};
         std::optional<std::int64_t> low;
         std::int64_t high = 0;
-        unsigned substitutes = 0;
         for (std::size_t i = first; i < first + g.length; ++i) {
-            substitutes = std::max(substitutes, values[i].missing);
             if (values[i].missing == 0) {
                 low = std::min(low.value_or(values[i].number), values[i].number);
                 high = std::max(high, values[i].number);
@@ -96,7 +93,7 @@ Packed pack(std::vector<Value> values, unsigned order, unsigned management, std:
         }
         g.reference = low.value_or(0);
         auto const range = static_cast<std::uint64_t>(low ? high - *low : 0);
-        g.width = static_cast<unsigned>(std::bit_width(range + (substitutes > 0 ? management : 0)));
+        g.width = static_cast<unsigned>(std::bit_width(range + management));
         groups.push_back(g);
         first += g.length;
     }
@@ -152,10 +149,10 @@ TEST(ComplexPacking, GivesBackValuesOfEveryOrderAndManagement)
                 std::vector<float> out(count);
                 ASSERT_EQ(unpackComplex(packed.octets, packed.packing, out), "");
                 for (std::size_t i = 0; i < count; ++i)
-                    ASSERT_EQ(out[i],
-                              values[i].missing != 0
-                                  ? MISSING
-                                  : static_cast<float>((1.5 + static_cast<double>(values[i].number) * 2) * 0.1))
+                    ASSERT_EQ(out[i], values[i].missing != 0
+                                          ? MISSING
+                                          : static_cast<float>(
+                                                (1.5 + static_cast<double>(values[i].number) * 2) * 0.1))
                         << order << ' ' << management << ' ' << count << ' ' << i;
             }
 }
@@ -175,11 +172,10 @@ TEST(ComplexPacking, RefusesEveryCutAndEveryWrongCount)
         std::vector<float> other(count);
         EXPECT_NE(unpackComplex(packed.octets, packed.packing, other), "") << count;
     }
-    for (auto const change : {+[](Packing & p) { p.groups = 0xffffffffU; },
-                              +[](Packing & p) { p.length_increment = 255; },
-                              +[](Packing & p) { p.last_length = 0xffffffffU; },
-                              +[](Packing & p) { p.width_reference = 255; },
-                              +[](Packing & p) { p.extra_octets = 255; }}) {
+    for (auto const change :
+         {+[](Packing & p) { p.groups = 0xffffffffU; }, +[](Packing & p) { p.length_increment = 255; },
+          +[](Packing & p) { p.last_length = 0xffffffffU; }, +[](Packing & p) { p.width_reference = 255; },
+          +[](Packing & p) { p.extra_octets = 255; }}) {
         Packing wrong = packed.packing;
         change(wrong);
         EXPECT_NE(unpackComplex(packed.octets, wrong, out), "");

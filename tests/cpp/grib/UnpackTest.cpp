@@ -47,7 +47,8 @@ TEST(Unpack, GivesBackNumbersOfEveryWidthAndStart)
                     form->integers(writer.octets, start, width, 5, integers);
                     form->scaled(writer.octets, start, width, scale, scaled);
                     for (std::size_t i = 0; i < count; ++i) {
-                        ASSERT_EQ(integers[i], numbers[i] + 5) << form->name << width << ' ' << start << ' ' << i;
+                        ASSERT_EQ(integers[i], numbers[i] + 5)
+                            << form->name << width << ' ' << start << ' ' << i;
                         ASSERT_EQ(scaled[i], static_cast<float>((-3.25 + numbers[i] * 0.5) * 0.01))
                             << form->name << width << ' ' << start << ' ' << i;
                     }
@@ -93,8 +94,12 @@ TEST(Bitmap, SpreadsValuesOverTheirPoints)
                     bitmap[i / 8] = static_cast<std::uint8_t>(bitmap[i / 8] & ~(0x80U >> i % 8));
             ASSERT_EQ(countPresent(bitmap, points), values.size());
             values.insert(values.begin(), points - values.size(), -1.F);
-            expand(bitmap, values);
-            ASSERT_EQ(values, expected) << points << ' ' << density;
+            for (auto const form : {&expandPlain, expandWide()})
+                if (form != nullptr) {
+                    auto spread = values;
+                    form(bitmap, spread);
+                    ASSERT_EQ(spread, expected) << points << ' ' << density;
+                }
         }
 }
 
@@ -119,14 +124,15 @@ TEST(Scan, PutsEveryModeNorthAndWestFirst)
 {
     std::vector<float> spare;
     for (unsigned flags = 0; flags < 256; flags += 16)
-        for (auto const [nx, ny] : {std::pair{5, 4}, {4, 5}, {1, 3}, {3, 1}, {1, 1}}) {
+        for (auto const & [nx, ny] : {std::pair{5, 4}, {4, 5}, {1, 3}, {3, 1}, {1, 1}}) {
             Scan const scan = Scan::of(flags);
             auto const count = static_cast<std::size_t>(nx * ny);
             std::vector<float> values(count);
             std::vector<float> expected(count);
             for (std::size_t i = 0; i < count; ++i) {
                 values[i] = static_cast<float>(i);
-                expected[placeOf(scan, i, static_cast<std::size_t>(nx), static_cast<std::size_t>(ny))] = values[i];
+                expected[placeOf(scan, i, static_cast<std::size_t>(nx), static_cast<std::size_t>(ny))] =
+                    values[i];
             }
             arrange(scan, nx, ny, values, spare);
             EXPECT_EQ(values, expected) << flags << ' ' << nx << ' ' << ny;

@@ -80,10 +80,11 @@ std::string unpackRunLength(Octets data, Packing const & packing, std::span<floa
         std::size_t const block = static_cast<std::size_t>(std::min<std::uint64_t>(BLOCK, count - first));
         auto const taken = std::span(numbers).first(block);
         unpackIntegers(data, first * packing.bits, packing.bits, 0, taken);
-        for (auto const number : taken) {
-            if (number <= packing.max_level && runs.wouldFill()) // what follows only fills the last octet
+        for (std::size_t i = 0; i < block; ++i) {
+            bool const is_filler = (count - first - i) * packing.bits < 8 && runs.wouldFill();
+            if (is_filler && taken[i] <= packing.max_level) // fills the last octet
                 return runs.finish() ? std::string() : "runs do not fit the grid";
-            if (!runs.take(number))
+            if (!runs.take(taken[i]))
                 return "runs do not fit the grid";
         }
     }
