@@ -34,11 +34,16 @@ template <class Operation> int guarded(char const * operation_name, Operation op
     }
 }
 
-/// The reference time as the date decoder reads it.
+/// The reference time as the date decoder reads it, no more precise than it is: "12Z 14 NOV 2026".
 int makeDatim(Grid & grid)
 {
+    DateVal precise = grid.getDateVal();
+    if (precise.getSecond() == 0)
+        precise.setSecond(Const::MISS);
+    if (precise.getMinute() == 0 && detail::isMissing(precise.getSecond()))
+        precise.setMinute(Const::MISS);
     String text;
-    grid.getDate().toText(text);
+    Date(precise).toText(text);
     return grid.setDatim(text.get());
 }
 

@@ -250,10 +250,14 @@ std::string readBDB(Section section, int decimal, Packing & packing)
         return "spherical harmonic coefficients";
     if (packing.bits > MAX_BITS)
         return format("%u bits per value", packing.bits);
-    if ((flags & 0x40U) != 0)
-        return "second-order packing";
-    packing.kind = PackingKind::SIMPLE;
-    return {};
+    packing.kind = (flags & 0x40U) != 0 ? PackingKind::SECOND_ORDER : PackingKind::SIMPLE;
+    if (packing.kind == PackingKind::SECOND_ORDER) {
+        packing.first_values_octet = section.u16(12);
+        packing.second_flags = section.u8(14);
+        packing.second_values_octet = section.u16(15);
+        packing.groups = section.u16(17);
+    }
+    return section.isShort() ? "binary data section too short" : std::string();
 }
 
 } // namespace Yul::detail::grib

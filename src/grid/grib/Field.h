@@ -171,10 +171,11 @@ struct Packing
     unsigned max_level = 0;    ///< the largest level that occurs in this field
     std::vector<float> levels; ///< value of level 1, 2, ...
 
-    // Second-order packing of edition 1.
-    unsigned second_flags = 0;
-    std::uint32_t first_values_octet = 0; ///< N1, N2 of the manual
-    std::uint32_t second_values_octet = 0;
+    // Second-order packing of edition 1; `groups` holds the number of first-order values.
+    unsigned second_flags = 0;          ///< octet 14
+    std::size_t first_values_octet = 0; ///< N1, N2: where first- and second-order values begin
+    std::size_t second_values_octet = 0;
+    std::size_t row_length = 0; ///< values of a line of the grid, 0 where a bitmap makes them vary
 };
 
 /// A field as its headers describe it. Its values are unpacked on demand from the extents.
@@ -187,9 +188,8 @@ struct Field
     Packing packing;
     std::uint64_t points = 0; ///< points of the grid
     bool has_bitmap = false;
-    Extent bitmap; ///< the bitmap's own octets
-    Extent data;   ///< the data section, whole
-    unsigned edition1_unused_bits = 0;
+    Extent bitmap;       ///< the bitmap's own octets
+    Extent data;         ///< the data section, whole
     std::string refusal; ///< why the field cannot be delivered; empty when it can
 };
 

@@ -106,7 +106,7 @@ std::string readPDS(Section section, Product & product)
     product.category = static_cast<int>(section.u8(10));
     product.number = static_cast<int>(section.u8(11));
     if (isSatellite(number)) {
-        product.process = static_cast<int>(section.u8(14));
+        product.process = static_cast<int>(section.u8(13));
         product.start = product.end = 0;
         product.first = product.second = {};
         product.statistic = Statistic::NONE;

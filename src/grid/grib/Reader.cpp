@@ -22,7 +22,7 @@ constexpr std::uint64_t EDITION1_INDICATOR = 8;
 constexpr std::uint64_t EDITION2_INDICATOR = 16;
 constexpr std::uint64_t END_MARK = 4; // octets of "7777"
 constexpr std::size_t PDB_LEAST = 24;
-constexpr std::size_t BDB_HEAD = 14;
+constexpr std::size_t BDB_HEAD = 21;
 
 bool beginsWith(Octets octets, char const (&text)[5])
 {
@@ -51,11 +51,6 @@ int Reader::rewind()
         return 0;
     here = {};
     return 1;
-}
-
-void Reader::seek(Place const & there)
-{
-    here = there;
 }
 
 std::vector<std::string> Reader::takeWarnings()
@@ -340,6 +335,9 @@ void Reader::complete(Field & field)
             field.refusal = *reason;
     if (!field.refusal.empty())
         return;
+    bool const is_by_column = Scan::of(field.geometry.scan_flags).j_consecutive;
+    field.packing.row_length =
+        field.has_bitmap ? 0 : static_cast<std::size_t>(is_by_column ? field.geometry.ny : field.geometry.nx);
     field.refusal = checkField(field);
     field.points = field.geometry.points();
 }

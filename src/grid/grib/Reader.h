@@ -39,6 +39,7 @@ public:
     /// What there is to be said since the last call, whole lines.
     [[nodiscard]] std::vector<std::string> takeWarnings();
 
+private:
     /// Why a field cannot be delivered, by the section that says so; a section that comes again clears its
     /// own reason.
     struct Refusals
@@ -49,7 +50,7 @@ public:
         std::string bitmap;
     };
 
-    /// Where the reader is in the file, for going back to it with `seek` (not on a pipe).
+    /// Where the reader is in the file.
     struct Place
     {
         std::uint64_t position = 0;
@@ -61,11 +62,6 @@ public:
         std::optional<Extent> known_bitmap;
     };
 
-    [[nodiscard]] Place const & place() const noexcept { return here; }
-
-    void seek(Place const & there);
-
-private:
     [[nodiscard]] bool search();
     [[nodiscard]] bool searchOn(std::uint64_t from);
     void enter();

@@ -7,6 +7,7 @@
 #include "grid/grib/packing/Jpeg2000.h"
 #include "grid/grib/packing/Png.h"
 #include "grid/grib/packing/RunLength.h"
+#include "grid/grib/packing/SecondOrder.h"
 #include "grid/grib/packing/Unpack.h"
 
 #include <cmath>
@@ -34,9 +35,13 @@ struct Unpacker
 };
 
 constexpr Unpacker UNPACKERS[] = {
-    {PackingKind::SIMPLE, unpackSimple}, {PackingKind::COMPLEX, unpackComplex},
-    {PackingKind::IEEE, unpackIeee},     {PackingKind::JPEG2000, unpackJpeg2000},
-    {PackingKind::PNG, unpackPng},       {PackingKind::RUN_LENGTH, unpackRunLength},
+    {PackingKind::SIMPLE, unpackSimple},
+    {PackingKind::COMPLEX, unpackComplex},
+    {PackingKind::IEEE, unpackIeee},
+    {PackingKind::JPEG2000, unpackJpeg2000},
+    {PackingKind::PNG, unpackPng},
+    {PackingKind::RUN_LENGTH, unpackRunLength},
+    {PackingKind::SECOND_ORDER, unpackSecondOrder},
 };
 
 Unpacker const * findUnpacker(PackingKind kind) noexcept

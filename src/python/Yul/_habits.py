@@ -252,6 +252,35 @@ class Domain:
     """Where a grid or a plot lies, and the conversions between earth, projection plane and grid."""
 
 
+class _Described:
+    """Prints as the text that reads back to the same."""
+
+    def __str__(self):
+        return _text(self.toString)
+
+    def __repr__(self):
+        return f'<Yul.{type(self).__name__} {_text(self.toString)}>'
+
+
+class Level(_Described):
+    """A vertical level or a layer between two values; prints as a label."""
+
+    def __str__(self):
+        return _text(self.toLabel)
+
+
+class Variable(_Described):
+    """What a grid holds: short name, long name, index and units."""
+
+
+class ModelSpec(_Described):
+    """Which model: originating centre and generating process."""
+
+
+class GridSpec(_Described):
+    """What identifies a grid: "variable,level,forecast time,model", each part may be open."""
+
+
 class Grid:
     """One two-dimensional field on the regular grid of a domain; row 0 in the north, column 0 in the west."""
 
@@ -302,12 +331,71 @@ class Grid:
 class GribFile(_Closing):
     """A file of GRIB messages, editions 1 and 2. Iterating gives the fields from here on, each a new Grid."""
 
-    def __iter__(self):
+    def _check_open(self):
         if not self.isOpen():
             raise OSError('GribFile: no file is open')
-        while self.read(grid := classes['Grid']()) or self.isBad():
-            if not self.isBad():
+
+    def __iter__(self):
+        self._check_open()
+        while self.read(grid := classes['Grid']()):
+            yield grid
+
+    def _headers(self):
+        """The fields from here on, each described in one Grid without values that is used again."""
+        grid = classes['Grid']()
+        while self.peek(grid):
+            yield grid
+
+    def inventory(self):
+        """What the file holds from here on, from headers alone: a record a field, as a pandas DataFrame where pandas
+        is there, else as a list of dictionaries."""
+        self._check_open()
+        records = []
+        for grid in self._headers():
+            records.append(_record(grid))
+            self.next()
+        try:
+            from pandas import DataFrame
+        except ImportError:
+            return records
+        return DataFrame.from_records(records)
+
+    def select(self, **wanted):
+        """The fields from here on whose record (see inventory) has these values; only they are unpacked.
+
+            for grid in file.select(name="HGT", level=500, hours=24): ...
+        """
+        self._check_open()
+        unknown = wanted.keys() - set(RECORD_KEYS)
+        if unknown:
+            raise TypeError(f'GribFile.select: no such key: {", ".join(sorted(unknown))}')
+
+        def is_wanted(grid):
+            record = _record(grid)
+            return all(record[key] == value for key, value in wanted.items())
+
+        for header in self._headers():
+            if not is_wanted(header):
+                self.next()
+            elif self.read(grid := classes['Grid']()) and is_wanted(grid):  # another one, if that was damaged
                 yield grid
+
+
+# What a record of an inventory holds.
+RECORD_KEYS = ('name', 'level', 'level2', 'level_type', 'hours', 'from_hours', 'date', 'info', 'source', 'model',
+               'edition', 'nx', 'ny')
+
+
+def _record(grid):
+    level, fore = grid.getLevel(), grid.getForeTime()
+    return dict(zip(RECORD_KEYS, (
+        grid.getVar().getName(), _or_none(level.getValue()), _or_none(level.getValue2()), level.getType(),
+        _or_none(fore.getHours()), _or_none(fore.getFromHours()), grid.date.datetime, grid.info, grid.getSource(),
+        grid.getModel(), grid.getVersion(), grid.getNx(), grid.getNy())))
+
+
+def _or_none(value):
+    return None if value == _Yul.cvar.Const_MISS else value
 
 
 class Graph(_Closing):

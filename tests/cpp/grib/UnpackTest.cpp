@@ -94,8 +94,12 @@ TEST(Bitmap, SpreadsValuesOverTheirPoints)
                     bitmap[i / 8] = static_cast<std::uint8_t>(bitmap[i / 8] & ~(0x80U >> i % 8));
             ASSERT_EQ(countPresent(bitmap, points), values.size());
             values.insert(values.begin(), points - values.size(), -1.F);
-            expand(bitmap, values);
-            ASSERT_EQ(values, expected) << points << ' ' << density;
+            for (auto const form : {&expandPlain, expandWide()})
+                if (form != nullptr) {
+                    auto spread = values;
+                    form(bitmap, spread);
+                    ASSERT_EQ(spread, expected) << points << ' ' << density;
+                }
         }
 }
 

@@ -123,7 +123,8 @@ def test_grid_says_what_the_message_says(write_grib, edition):
     assert grid.info == 'Geopotential height [gpm]'
     assert grid.getForeHours() == 36
     assert (grid.date.getYear(), grid.date.getMonth(), grid.date.getDay(), grid.date.getHour()) == (2026, 2, 28, 18)
-    assert grid.getSpec().match(GridSpec('HGT,500mb,36h'))
+    assert GridSpec('HGT,500mb,36h').match(grid.getSpec())
+    assert grid.getDatim() == '18Z 28 FEB 2026'
 
 
 def test_unknown_parameters_are_named_by_their_numbers(write_grib):

@@ -247,3 +247,20 @@ def test_check_type_looks_at_200_octets(write_grib):
     assert GribFile.checkType('/nowhere') == 0
 
 
+
+
+def test_an_inventory_comes_from_the_headers(write_grib):
+    name = write_grib(*(message(p + h, hours=h, level=(100, p * 100)) for p in (850, 500) for h in (0, 6)),
+                      message(2, edition=1, parameter=11, level=(105, 2)))
+    records = GribFile(name).inventory()
+    if not isinstance(records, list):
+        records = records.to_dict('records')
+    assert [(r['name'], r['level'], r['hours']) for r in records] == [
+        ('HGT', 850, 0), ('HGT', 850, 6), ('HGT', 500, 0), ('HGT', 500, 6), ('TMP', 2, 0)]
+    assert records[0]['date'].hour == 12 and records[4]['edition'] == 1
+    assert [round(grid.getValue(0, 0)) for grid in GribFile(name).select(name='HGT', level=500, hours=6)] == [506]
+    assert [round(grid.getValue(0, 0)) for grid in GribFile(name).select(level=850)] == [850, 856]
+    with pytest.raises(TypeError, match='colour'):
+        list(GribFile(name).select(colour=1))
+    with pytest.raises(OSError):
+        GribFile().inventory()

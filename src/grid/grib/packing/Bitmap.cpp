@@ -41,10 +41,9 @@ std::uint64_t countPresent(Octets bitmap, std::uint64_t points) noexcept
     return count;
 }
 
-void expand(Octets bitmap, std::span<float> values) noexcept
+void expandPlain(Octets bitmap, std::span<float> values) noexcept
 {
-    // A value never lies before its point, so that going forward overwrites only values that have moved
-    // already.
+    // A value never lies before its point, so that going forward overwrites only values that have moved already.
     std::size_t const points = values.size();
     std::size_t from = points - static_cast<std::size_t>(countPresent(bitmap, points));
     for (std::size_t word = 0; word * WORD < points; ++word) {
@@ -60,6 +59,12 @@ void expand(Octets bitmap, std::span<float> values) noexcept
             for (std::size_t i = 0; i < count; ++i, bits <<= 1)
                 to[i] = (bits >> 63) != 0 ? values[from++] : MISSING;
     }
+}
+
+void expand(Octets bitmap, std::span<float> values) noexcept
+{
+    static Expand const best = expandWide() != nullptr ? expandWide() : expandPlain;
+    best(bitmap, values);
 }
 
 } // namespace Yul::detail::grib

@@ -15,6 +15,13 @@ namespace Yul::detail::grib {
 /// values  as many as the grid has points; on entry the values of the points that the bitmap shows, in order,
 /// at its end;
 ///         on return one a point, -9999 where the bitmap has a 0.
+/// Where the processor has wide registers they are used.
 void expand(Octets bitmap, std::span<float> values) noexcept;
+
+/// The forms of `expand`; the tests run them side by side. `expandWide` is null where the processor (or the build) has no
+/// 256-bit registers.
+void expandPlain(Octets bitmap, std::span<float> values) noexcept;
+using Expand = void (*)(Octets, std::span<float>) noexcept;
+[[nodiscard]] Expand expandWide() noexcept;
 
 } // namespace Yul::detail::grib

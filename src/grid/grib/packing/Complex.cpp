@@ -15,22 +15,6 @@ constexpr std::size_t BUFFER =
     4096; // values between unpacking and scaling, so that they stay in the nearest cache
 constexpr unsigned WIDEST = 31;
 
-/// One of the three tables at the head of the section, a number a group; each begins on an octet.
-class GroupTable
-{
-public:
-    GroupTable(Octets octets, unsigned width_bits) : packed(octets), width(width_bits) {}
-
-    void unpack(std::size_t first, std::uint32_t base, std::span<std::uint32_t> out) const noexcept
-    {
-        unpackIntegers(packed, static_cast<std::uint64_t>(first) * width, width, base, out);
-    }
-
-private:
-    Octets packed;
-    unsigned width;
-};
-
 /// Undoes the differences of the values that pass through it, in order. Sums are modulo 2^32, which changes
 /// no result that fits into 32 bits.
 class Differences
@@ -86,38 +70,23 @@ public:
 
     [[nodiscard]] std::size_t left() const noexcept { return out.size() - done - held; }
 
-    [[nodiscard]] std::size_t room() const noexcept { return BUFFER - held; }
-
-    void add(Octets packed, std::uint64_t bit, unsigned width, std::uint32_t base, std::size_t count) noexcept
+    /// The numbers of one group, as many as there are left at most.
+    void addGroup(
+        Octets packed, std::uint64_t bit, unsigned width, std::uint32_t base, std::size_t length) noexcept
     {
-        unpackIntegers(packed, bit, width, base, std::span(buffer).subspan(held, count));
-        held += count;
-    }
-
-    /// Numbers of a group with substitutes for missing values, which take no part in the differences.
-    void addSubstituted(
-        Octets packed, std::uint64_t bit, unsigned width, std::uint32_t base, std::size_t count) noexcept
-    {
-        flush();
-        unpackIntegers(packed, bit, width, 0, std::span(buffer).first(count));
-        unsigned const bits =
-            width > 0 ? width : packing.bits; // a group of one number tells by its reference
-        std::uint32_t const top = bits > 0 ? (std::uint32_t{1} << bits) - 1 : 0;
-        std::uint32_t const lowest = packing.missing_management == 2 && bits > 1 ? top - 1 : top;
-        std::size_t present = 0;
-        for (std::size_t i = 0; i < count; ++i) {
-            std::uint32_t const tell = width > 0 ? buffer[i] : base;
-            is_missing[i] = bits > 0 && tell >= lowest;
-            if (!is_missing[i])
-                buffer[present++] = buffer[i] + base;
+        while (length > 0) {
+            if (held == BUFFER || packing.missing_management != 0)
+                flush();
+            std::size_t const piece = std::min(length, BUFFER - held);
+            if (packing.missing_management != 0)
+                addSubstituted(packed, bit, width, base, piece);
+            else {
+                unpackIntegers(packed, bit, width, base, std::span(buffer).subspan(held, piece));
+                held += piece;
+            }
+            bit += std::uint64_t{piece} * width;
+            length -= piece;
         }
-        differences.undo(std::span(buffer).first(present));
-        std::array<float, BUFFER> scaled;
-        scaleIntegers(std::span(buffer).first(present), packing.scale, scaled.data());
-        std::size_t next = 0;
-        for (std::size_t i = 0; i < count; ++i)
-            out[done + i] = is_missing[i] ? static_cast<float>(Const::MISS) : scaled[next++];
-        done += count;
     }
 
     void flush() noexcept
@@ -129,6 +98,30 @@ public:
     }
 
 private:
+    /// Numbers of a group with substitutes for missing values, which take no part in the differences.
+    void addSubstituted(
+        Octets packed, std::uint64_t bit, unsigned width, std::uint32_t base, std::size_t count) noexcept
+    {
+        unpackIntegers(packed, bit, width, 0, std::span(buffer).first(count));
+        unsigned const bits =
+            width > 0 ? width : packing.bits; // a group of one number tells by its reference
+        std::uint32_t const top = bits > 0 ? (std::uint32_t{1} << bits) - 1 : 0;
+        std::uint32_t const lowest = packing.missing_management == 2 ? top - 1 : top;
+        std::size_t present = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            std::uint32_t const tell = width > 0 ? buffer[i] : base;
+            is_missing[i] = bits > 0 && tell >= lowest;
+            if (!is_missing[i])
+                buffer[present++] = buffer[i] + base;
+        }
+        differences.undo(std::span(buffer).first(present));
+        scaleIntegers(std::span(buffer).first(present), packing.scale, scaled.data());
+        std::size_t next = 0;
+        for (std::size_t i = 0; i < count; ++i)
+            out[done + i] = is_missing[i] ? static_cast<float>(Const::MISS) : scaled[next++];
+        done += count;
+    }
+
     Packing const & packing;
     Differences differences;
     std::span<float> out;
@@ -136,6 +129,7 @@ private:
     std::size_t held = 0;
     std::array<std::uint32_t, BUFFER> buffer;
     std::array<bool, BUFFER> is_missing;
+    std::array<float, BUFFER> scaled;
 };
 
 /// The values before the group tables: the first one or two values in full, and the least difference.
@@ -157,67 +151,84 @@ private:
     return true;
 }
 
-/// Cuts a table off the front of the data.
-[[nodiscard]] bool cutTable(Octets & data, unsigned width, std::uint64_t count, Octets & table)
+/// The tables at the head of the section, a number a group: reference, width and length. Each begins on an octet.
+class GroupTables
 {
-    if (width > WIDEST || !holds(data, 0, width, count))
-        return false;
-    std::size_t const octets = static_cast<std::size_t>((count * width + 7) / 8);
-    table = data.first(octets);
-    data = data.subspan(octets);
-    return true;
-}
-
-} // namespace
-
-std::string unpackComplex(Octets data, Packing const & p, std::span<float> out)
-{
-    Differences differences;
-    Octets references;
-    Octets widths;
-    Octets lengths;
-    if (p.groups == 0 && p.bits == 0) {
-        std::fill(out.begin(), out.end(), static_cast<float>(p.scale(0)));
-        return {};
+public:
+    /// Cuts the tables off the front of the data; false when they are not there as a whole.
+    [[nodiscard]] bool cut(Octets & data, Packing const & packing)
+    {
+        return cutOne(data, packing.bits, packing.groups, references) &&
+               cutOne(data, packing.width_bits, packing.groups, widths) &&
+               cutOne(data, packing.length_bits, packing.groups, lengths);
     }
-    if (p.groups > out.size())
-        return format("%u groups for %zu values", p.groups, out.size());
-    if (!readDescriptors(data, p, differences) || !cutTable(data, p.bits, p.groups, references) ||
-        !cutTable(data, p.width_bits, p.groups, widths) || !cutTable(data, p.length_bits, p.groups, lengths))
-        return "data section too short for its groups";
 
-    GroupTable const reference_table(references, p.bits);
-    GroupTable const width_table(widths, p.width_bits);
-    GroupTable const length_table(lengths, p.length_bits);
+    /// Unpacks the rows from group `first` on.
+    void load(Packing const & packing, std::size_t first) noexcept
+    {
+        count = std::min<std::size_t>(BLOCK, packing.groups - first);
+        unpackIntegers(references, first * std::uint64_t{packing.bits}, packing.bits, 0, rows(reference));
+        unpackIntegers(widths, first * std::uint64_t{packing.width_bits}, packing.width_bits,
+                       packing.width_reference, rows(width));
+        unpackIntegers(lengths, first * std::uint64_t{packing.length_bits}, packing.length_bits, 0,
+                       rows(scaled_length));
+    }
+
+    std::size_t count = 0; ///< rows loaded
     std::array<std::uint32_t, BLOCK> reference;
     std::array<std::uint32_t, BLOCK> width;
     std::array<std::uint32_t, BLOCK> scaled_length;
-    Values values(p, differences, out);
+
+private:
+    [[nodiscard]] static bool cutOne(Octets & data, unsigned width_bits, std::uint64_t groups, Octets & table)
+    {
+        if (width_bits > WIDEST || !holds(data, 0, width_bits, groups))
+            return false;
+        std::size_t const octets = static_cast<std::size_t>((groups * width_bits + 7) / 8);
+        table = data.first(octets);
+        data = data.subspan(octets);
+        return true;
+    }
+
+    [[nodiscard]] std::span<std::uint32_t> rows(std::array<std::uint32_t, BLOCK> & column) const noexcept
+    {
+        return std::span(column).first(count);
+    }
+
+    Octets references;
+    Octets widths;
+    Octets lengths;
+};
+
+} // namespace
+
+std::string unpackComplex(Octets data, Packing const & packing, std::span<float> out)
+{
+    if (packing.groups == 0 && packing.bits == 0) {
+        std::fill(out.begin(), out.end(), static_cast<float>(packing.scale(0)));
+        return {};
+    }
+    if (packing.groups > out.size())
+        return format("%u groups for %zu values", packing.groups, out.size());
+    Differences differences;
+    GroupTables tables;
+    if (!readDescriptors(data, packing, differences) || !tables.cut(data, packing))
+        return "data section too short for its groups";
+    Values values(packing, differences, out);
     std::uint64_t bit = 0;
-    for (std::size_t first = 0; first < p.groups; first += BLOCK) {
-        std::size_t const block = std::min<std::size_t>(BLOCK, p.groups - first);
-        reference_table.unpack(first, 0, std::span(reference).first(block));
-        width_table.unpack(first, p.width_reference, std::span(width).first(block));
-        length_table.unpack(first, 0, std::span(scaled_length).first(block));
-        for (std::size_t g = 0; g < block; ++g) {
-            bool const is_last = first + g + 1 == p.groups;
-            std::uint64_t length =
-                is_last ? p.last_length
-                        : p.length_reference + std::uint64_t{p.length_increment} * scaled_length[g];
-            if (length > values.left() || width[g] > WIDEST || !holds(data, bit, width[g], length))
-                return format("group %zu of %u does not fit", first + g + 1, p.groups);
-            while (length > 0) {
-                if (values.room() == 0)
-                    values.flush();
-                std::size_t const piece = static_cast<std::size_t>(
-                    std::min<std::uint64_t>(length, p.missing_management != 0 ? BUFFER : values.room()));
-                if (p.missing_management != 0)
-                    values.addSubstituted(data, bit, width[g], reference[g], piece);
-                else
-                    values.add(data, bit, width[g], reference[g], piece);
-                bit += std::uint64_t{piece} * width[g];
-                length -= piece;
-            }
+    for (std::size_t first = 0; first < packing.groups; first += tables.count) {
+        tables.load(packing, first);
+        for (std::size_t g = 0; g < tables.count; ++g) {
+            bool const is_last = first + g + 1 == packing.groups;
+            std::uint64_t const length =
+                is_last ? packing.last_length
+                        : packing.length_reference +
+                              std::uint64_t{packing.length_increment} * tables.scaled_length[g];
+            unsigned const width = tables.width[g];
+            if (length > values.left() || width > WIDEST || !holds(data, bit, width, length))
+                return format("group %zu of %u does not fit", first + g + 1, packing.groups);
+            values.addGroup(data, bit, width, tables.reference[g], static_cast<std::size_t>(length));
+            bit += length * width;
         }
     }
     values.flush();

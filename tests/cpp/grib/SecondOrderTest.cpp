@@ -1,0 +1,108 @@
+#include "grid/grib/packing/SecondOrder.h"
+
+#include "cpp/grib/BitWriter.h"
+
+#include <random>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace Yul::detail::grib {
+namespace {
+
+constexpr std::size_t ROW = 30;
+constexpr unsigned BITMAP = 0x20;
+constexpr unsigned WIDTH_EACH = 0x10;
+
+struct Packed
+{
+    Packing packing;
+    std::vector<std::uint8_t> octets;
+    std::vector<float> values;
+};
+
+/// A field of `rows` lines, packed as the flags say, laid out from octet 12 of its section on.
+Packed pack(unsigned flags, std::size_t rows)
+{
+    std::mt19937 random(flags);
+    Packed out;
+    Packing & p = out.packing;
+    p.scale = {10, 0.5, 1};
+    p.bits = 11;
+    p.second_flags = flags;
+    p.row_length = ROW;
+    std::vector<std::size_t> lengths;
+    std::size_t const count = rows * ROW;
+    for (std::size_t done = 0; done < count; done += lengths.back())
+        lengths.push_back((flags & BITMAP) != 0 ? std::min<std::size_t>(1 + random() % 50, count - done)
+                                                : ROW);
+    p.groups = static_cast<std::uint32_t>(lengths.size());
+
+    std::vector<unsigned> widths;
+    BitWriter head;
+    for (std::size_t i = 0; i < ((flags & WIDTH_EACH) != 0 ? lengths.size() : 1); ++i) {
+        widths.push_back((flags & WIDTH_EACH) != 0 ? static_cast<unsigned>(random() % 9) : 5U);
+        head.put(widths.back(), 8);
+    }
+    BitWriter bitmap;
+    BitWriter first;
+    BitWriter second;
+    for (std::size_t group = 0; group < lengths.size(); ++group) {
+        unsigned const width = widths[widths.size() > 1 ? group : 0];
+        auto const base = static_cast<std::uint32_t>(random() % 2048);
+        first.put(base, p.bits);
+        for (std::size_t i = 0; i < lengths[group]; ++i) {
+            auto const number = static_cast<std::uint32_t>(random() & ((1U << width) - 1));
+            second.put(number, width);
+            bitmap.put(i == 0 ? 1 : 0, 1);
+            out.values.push_back(static_cast<float>(10 + (base + number) * 0.5));
+        }
+    }
+    out.octets.assign(22 - 12, 0);
+    auto const append = [&](BitWriter const & part) {
+        std::size_t const octet = 12 + out.octets.size();
+        out.octets.insert(out.octets.end(), part.octets.begin(), part.octets.end());
+        return octet;
+    };
+    append(head);
+    if ((flags & BITMAP) != 0)
+        append(bitmap);
+    p.first_values_octet = append(first);
+    p.second_values_octet = append(second);
+    return out;
+}
+
+TEST(SecondOrderPacking, GivesBackRowsAndGroupsOfOneAndOfManyWidths)
+{
+    for (unsigned const flags : {0U, WIDTH_EACH, BITMAP, BITMAP | WIDTH_EACH})
+        for (std::size_t const rows : {1U, 2U, 40U}) {
+            auto const packed = pack(flags, rows);
+            std::vector<float> out(rows * ROW);
+            ASSERT_EQ(unpackSecondOrder(packed.octets, packed.packing, out), "") << flags;
+            EXPECT_EQ(out, packed.values) << flags << ' ' << rows;
+        }
+}
+
+TEST(SecondOrderPacking, RefusesEveryCutAndExtensions)
+{
+    auto const packed = pack(BITMAP | WIDTH_EACH, 5);
+    std::vector<float> out(5 * ROW);
+    for (std::size_t length = 0; length < packed.octets.size(); ++length) {
+        std::vector<std::uint8_t> const cut(packed.octets.begin(),
+                                            packed.octets.begin() + static_cast<std::ptrdiff_t>(length));
+        EXPECT_NE(unpackSecondOrder(cut, packed.packing, out), "") << length;
+    }
+    Packing extended = packed.packing;
+    extended.second_flags |= 0x08;
+    EXPECT_NE(unpackSecondOrder(packed.octets, extended, out), "");
+    Packing few = packed.packing;
+    few.groups = 2;
+    EXPECT_NE(unpackSecondOrder(packed.octets, few, out), "");
+    Packing rows = packed.packing;
+    rows.second_flags = WIDTH_EACH; // row by row
+    rows.row_length = 0;
+    EXPECT_NE(unpackSecondOrder(packed.octets, rows, out), "");
+}
+
+} // namespace
+} // namespace Yul::detail::grib
