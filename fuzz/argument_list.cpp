@@ -1,8 +1,8 @@
 // Argument lists: one argument a line, with two declared options and one positional one.
 #include "core/Resrc.h"
-#include "program/ResrcDB.h"
 #include "core/Strings.h"
 #include "core/Yul.h"
+#include "program/ResrcDB.h"
 
 #include <cstdint>
 #include <string>

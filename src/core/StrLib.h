@@ -45,6 +45,7 @@ namespace detail {
 
 /// The text without blanks at both ends.
 [[nodiscard]] std::string_view trimmed(std::string_view text) noexcept;
+
 /// The text of a pointer that may be null.
 [[nodiscard]] constexpr std::string_view viewOf(char const * text) noexcept
 {

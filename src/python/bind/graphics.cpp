@@ -209,8 +209,10 @@ void bindGraph(Module & m)
                 overload<int(Image const &, int, float, float)>(&Graph::drawImage))
         .method("getImage", &Graph::getImage)
         // callbacks, without data of their own
-        .keeping("addCallback", [](Graph & graph, char const * name,
-                                  Listener * listener) { return graph.addCallback(name, listener, nullptr); })
+        .keeping("addCallback",
+                 [](Graph & graph, char const * name, Listener * listener) {
+                     return graph.addCallback(name, listener, nullptr);
+                 })
         .method("doCallback", &Graph::doCallback)
         .method("callback", [](Graph & graph, char const * name, char const * event) {
             return graph.callback(name, event, nullptr);

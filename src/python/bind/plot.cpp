@@ -1,4 +1,6 @@
 // Plots, their attributes and the contour layer.
+#include "plot/Plot.h"
+
 #include "core/String.h"
 #include "geo/Domain.h"
 #include "grid/Grid.h"
@@ -6,7 +8,6 @@
 #include "plot/ContPlot.h"
 #include "plot/GeomBox.h"
 #include "plot/GridBox.h"
-#include "plot/Plot.h"
 #include "plot/PlotAttr.h"
 #include "plot/Tools.h"
 #include "python/bind/Bind.h"

@@ -1,10 +1,10 @@
 #include "core/Resrc.h"
 #include "core/ResrcCL.h"
-#include "program/ResrcDB.h"
 #include "core/ResrcEnv.h"
 #include "core/ResrcFile.h"
 #include "core/Strings.h"
 #include "core/Yul.h"
+#include "program/ResrcDB.h"
 
 #include <cstdlib>
 #include <filesystem>

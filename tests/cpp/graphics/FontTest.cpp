@@ -141,7 +141,7 @@ TEST(TextLine, DecodesUtf8AndTakesStrayOctetsAsTheyAre)
         {"\xe4\xb8\xad\xf0\x9f\x8c\xa7", {-1, -1}},
         {"\xb0 C", {0xb0, ' ', 'C'}}, // Latin-1
         {"\xc3", {0xc3}},
-        {"\xc0\xaf", {0xc0, 0xaf}},           // overlong
+        {"\xc0\xaf", {0xc0, 0xaf}},          // overlong
         {"\xed\xa0\x80", {0xed, ' ', 0x80}}, // a surrogate
         {"a\tb\x01\x7f", {'a', ' ', 'b'}},
     };
