@@ -1,5 +1,6 @@
 // Reading header times, writing labels and counting seconds, beside the C library's strptime and strftime and
 // beside the bare sum.
+#include "Interleaved.h"
 #include "core/String.h"
 #include "time/Civil.h"
 #include "time/Date.h"
@@ -7,7 +8,6 @@
 #include "time/Timezone.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -40,34 +40,22 @@ long sink; // keeps results alive
     std::exit(1);
 }
 
-template <class Operation> double nanoseconds(std::vector<Sample> & samples, Operation & operation)
-{
-    using Clock = std::chrono::steady_clock;
-    auto const start = Clock::now();
-    for (Sample & sample : samples)
-        sink += operation(sample);
-    return std::chrono::duration<double, std::nano>(Clock::now() - start).count() / TIMES;
-}
-
-double median(std::vector<double> & values)
-{
-    std::nth_element(values.begin(), values.begin() + ROUNDS / 2, values.end());
-    return values[ROUNDS / 2];
-}
-
-/// Ours and the peer in turns, medians.
+/// Runs both operations over all samples in turns and prints a row.
 template <class Ours, class Peer>
-void measure(char const * job, char const * limit, std::vector<Sample> & samples, Ours ours, Peer peer)
+void measure(char const * job,
+             char const * peer_name,
+             char const * limit,
+             std::vector<Sample> & samples,
+             Ours const & ours,
+             Peer const & peer)
 {
-    std::vector<double> our_times;
-    std::vector<double> peer_times;
-    for (int i = 0; i < ROUNDS; ++i) {
-        our_times.push_back(nanoseconds(samples, ours));
-        peer_times.push_back(nanoseconds(samples, peer));
-    }
-    double const our_time = median(our_times);
-    double const peer_time = median(peer_times);
-    std::printf("%s  %.1f ns  %.1f ns  %.2f  %s\n", job, our_time, peer_time, peer_time / our_time, limit);
+    auto const all = [&](auto const & operation) {
+        return [&samples, &operation] {
+            for (Sample & sample : samples)
+                sink += operation(sample);
+        };
+    };
+    bench::printRow(job, peer_name, bench::interleaved(ROUNDS, all(ours), all(peer)), TIMES, limit);
 }
 
 std::vector<Sample> makeSamples(char const * format)
@@ -104,7 +92,7 @@ void benchDecode(char const * job, char const * format)
     for (Sample const & sample : samples)
         if (ours(sample) != peer(sample))
             differ(job, std::to_string(ours(sample)), std::to_string(peer(sample)));
-    measure(job, ">= 1", samples, ours, peer);
+    measure(job, "strptime+timegm", ">= 1", samples, ours, peer);
 }
 
 template <class Write> void benchWrite(char const * job, char const * format, Write write)
@@ -124,7 +112,7 @@ template <class Write> void benchWrite(char const * job, char const * format, Wr
         if (out.view() != sample.text)
             differ(job, out.get(), sample.text);
     }
-    measure(job, ">= 1", samples, ours, peer);
+    measure(job, "strftime", ">= 1", samples, ours, peer);
 }
 
 /// What the sum costs when nothing is checked.
@@ -144,7 +132,7 @@ template <class Compute> void benchSeconds(char const * job, Compute compute)
     for (Sample & sample : samples)
         if (ours(sample) != peer(sample))
             differ(job, std::to_string(ours(sample)), std::to_string(peer(sample)));
-    measure(job, ">= 0.33", samples, ours, peer);
+    measure(job, "bare sum", ">= 0.33", samples, ours, peer);
 }
 
 } // namespace

@@ -2,10 +2,11 @@
 """Draws a contour map of one field of a GRIB file to a PostScript page.
 
     contour_map.py FILE [--match TEXT] [--domain TEXT] [--interval N] [--device ps|eps] [--output NAME]
+                        [--portrait] [--color NAME] [--labels]
 
 The field is the first of the file, or the first whose description holds the text of --match. The map is the
-field's own area, or the one that --domain describes, for example stereo:90:-20,55,-20,61,41,1.5 (polar
-stereographic, 20 W upright, centred at 55 N 20 W, 61 x 41 points of 150 km).
+field's own area, or the one that --domain describes, for example stereo:90:-25,53,-25,57,43,1.5 (polar
+stereographic, 25 W upright, centred at 53 N 25 W, 57 x 43 points of 150 km).
 """
 
 import argparse
@@ -29,6 +30,7 @@ def parse_arguments():
     parser.add_argument('--output', metavar='NAME', help='default: yul.ps or yul.eps')
     parser.add_argument('--portrait', action='store_true', help='the long side of the page upright')
     parser.add_argument('--color', metavar='NAME', help='draw in colour, contours in this one')
+    parser.add_argument('--labels', action='store_true', help='label the contours, mark highs and lows')
     return parser.parse_args()
 
 
@@ -74,6 +76,8 @@ def draw(grid, domain, arguments, page):
         if plot.getColorMap().getInd(arguments.color) < 0:
             raise Failure(f'not a colour: {arguments.color}')
         contours.setLine(PlotAttr(arguments.color))
+    if arguments.labels:
+        contours.setParam('lab,hilo,every=5')
     if not plot.setDomain(domain):
         raise Failure(f'not an area to draw: {domain}')
     plot.drawGraticule()
@@ -95,7 +99,7 @@ def main():
         output = os.path.abspath(arguments.output or f'yul.{arguments.device}')
         folder = os.path.dirname(output)
         # A page gets its name when it is finished.
-        page = f'contour_map-{os.getpid()}.tmp'
+        page = f'contour_map-{os.getpid()}.part'
         try:
             os.chdir(folder)
             open(page, 'xb').close()

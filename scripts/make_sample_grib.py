@@ -16,17 +16,18 @@ sys.path.insert(0, str(ROOT / 'tests' / 'python'))
 
 from gribwriter import LatLon, grib2  # noqa: E402
 
-NORTH, WEST, SOUTH, EAST = 85, -100, 15, 60
+NORTH, WEST, SOUTH, EAST = 87, -130, 15, 75
 
 # latitude, longitude, height anomaly in gpm, radius north-south and east-west in degrees of arc
 CENTRES = (
-    (61, -24, -270, 8.0, 11.0),   # Iceland low
-    (49, -62, -170, 6.5, 8.5),    # Newfoundland low
-    (39, -17, -190, 4.5, 5.5),    # cut-off low
-    (63, 19, 230, 7.5, 10.0),     # Scandinavian block
-    (44, -38, 110, 6.0, 9.0),     # Atlantic ridge
-    (47, 42, -130, 6.0, 8.0),     # trough over the Black Sea
-    (74, -72, -120, 6.0, 8.0),    # polar vortex over Baffin Bay
+    (62, -27, -310, 6.5, 9.0),    # Iceland low
+    (51, -62, -400, 4.5, 6.5),    # Newfoundland low
+    (37, -19, -340, 3.8, 4.8),    # cut-off low
+    (60, 14, 560, 6.0, 9.0),      # Scandinavian block
+    (45, -42, 210, 5.5, 8.0),     # Atlantic ridge
+    (44, 38, -330, 4.5, 6.0),     # Black Sea trough
+    (78, -75, -160, 5.0, 8.0),    # polar vortex over Baffin Bay
+    (52, -105, 200, 6.0, 10.0),   # ridge over the Prairies
 )
 
 
@@ -34,7 +35,7 @@ def height(lat, lon):
     """Geopotential height in gpm at latitudes and longitudes in degrees."""
     waves = 5.0 * np.sin(np.radians(5 * lon + 60)) + 2.5 * np.sin(np.radians(9 * lon - 20))
     jet = 46 + waves
-    field = 5480 - 330 * np.tanh((lat - jet) / 11) - 2.6 * (lat - 45)
+    field = 5470 - 350 * np.tanh((lat - jet) / 10) - 1.2 * (lat - 45)
     for centre_lat, centre_lon, anomaly, north_south, east_west in CENTRES:
         dy = lat - centre_lat
         dx = (lon - centre_lon) * np.cos(np.radians(centre_lat))

@@ -11,6 +11,8 @@ void (*exit_hook)() = nullptr;
 void write(std::FILE * stream, std::string_view text)
 {
     runFlushHook();
+    if (text.empty())
+        return;
     std::fwrite(text.data(), 1, text.size(), stream);
     std::fflush(stream);
 }

@@ -179,7 +179,7 @@ int Domain::setLimits()
     if (val.nx < 1 || val.ny < 1 || isMissing(val.dx) || isMissing(val.dy) || isMissing(val.clat) ||
         isMissing(val.clon))
         return 0;
-    detail::Pair const c = convert(Space::EARTH, Space::PLANE, {val.clat, val.clon});
+    detail::Pair const c = project({static_cast<double>(val.clat), static_cast<double>(val.clon)});
     double const half_width = (val.nx - 1) / 2.0 * static_cast<double>(val.dx);
     double const half_height = (val.ny - 1) / 2.0 * static_cast<double>(val.dy);
     if (!detail::fitsFloat(std::fabs(c.a) + std::fabs(half_width)) ||

@@ -251,9 +251,11 @@ private:
     enum class Space { EARTH, PLANE, GRID };
 
     [[nodiscard]] detail::Kernel const & currentKernel() const;
-    [[nodiscard]] detail::Pair convert(Space from, Space to, detail::Pair pair) const;
+    [[nodiscard]] detail::Pair project(detail::Pair earth) const;
+    [[nodiscard]] detail::Pair unproject(detail::Pair plane) const;
+    [[nodiscard]] detail::Pair toGrid(detail::Pair plane) const;
+    [[nodiscard]] detail::Pair fromGrid(detail::Pair grid) const;
     void convert(Space from, Space to, detail::Block & block) const;
-    template <class In, class Out> int convertPoint(Space from, Space to, In const & in, Out & out) const;
     template <class In, class Out> int convertList(Space from, Space to, In const & in, Out & out) const;
     template <class Real>
     std::size_t convertArrays(Space from,

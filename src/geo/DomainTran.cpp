@@ -28,6 +28,19 @@ template <class P> auto & second(P & p)
         return p.y;
 }
 
+template <class P> Pair loaded(P const & point)
+{
+    return detail::loaded(static_cast<double>(first(point)), static_cast<double>(second(point)));
+}
+
+template <class P> int store(Pair const & pair, P & point)
+{
+    auto const [a, b, is_set] = detail::stored(pair.a, pair.b);
+    first(point) = static_cast<float>(a);
+    second(point) = static_cast<float>(b);
+    return is_set ? 1 : 0;
+}
+
 /// Runs `count` pairs through blocks. `load` fills a block from an index on, `save` takes it out and returns how many
 /// pairs have an image; so does the whole.
 template <class Load, class Run, class Save>
@@ -57,29 +70,30 @@ detail::Kernel const & Domain::currentKernel() const
     return kernel;
 }
 
-Pair Domain::convert(Space from, Space to, Pair pair) const
+Pair Domain::project(Pair earth) const
 {
-    if (from == Space::GRID) {
-        auto const [x, y] = detail::fromGrid(frame, pair.a, pair.b);
-        pair = {x, y};
-    }
-    if (from == Space::EARTH || to == Space::EARTH) {
-        pair = std::visit(
-            [&](auto const & k) {
-                if (from == Space::EARTH) {
-                    auto const [x, y] = detail::project(k, pair.a, pair.b);
-                    return Pair{x, y};
-                }
-                auto const [lat, lon] = detail::unproject(k, pair.a, pair.b);
-                return Pair{lat, lon};
-            },
-            currentKernel());
-    }
-    if (to == Space::GRID) {
-        auto const [column, row] = detail::toGrid(frame, pair.a, pair.b);
-        pair = {column, row};
-    }
-    return pair;
+    auto const [x, y] =
+        std::visit([=](auto const & k) { return detail::project(k, earth.a, earth.b); }, currentKernel());
+    return {x, y};
+}
+
+Pair Domain::unproject(Pair plane) const
+{
+    auto const [lat, lon] =
+        std::visit([=](auto const & k) { return detail::unproject(k, plane.a, plane.b); }, currentKernel());
+    return {lat, lon};
+}
+
+Pair Domain::toGrid(Pair plane) const
+{
+    auto const [column, row] = detail::toGrid(frame, plane.a, plane.b);
+    return {column, row};
+}
+
+Pair Domain::fromGrid(Pair grid) const
+{
+    auto const [x, y] = detail::fromGrid(frame, grid.a, grid.b);
+    return {x, y};
 }
 
 void Domain::convert(Space from, Space to, Block & block) const
@@ -92,16 +106,6 @@ void Domain::convert(Space from, Space to, Block & block) const
         detail::unproject(currentKernel(), block);
     if (to == Space::GRID)
         detail::toGrid(frame, block);
-}
-
-template <class In, class Out> int Domain::convertPoint(Space from, Space to, In const & in, Out & out) const
-{
-    Pair const given = detail::loaded(static_cast<double>(first(in)), static_cast<double>(second(in)));
-    Pair const pair = convert(from, to, given);
-    auto const [a, b, is_set] = detail::stored(pair.a, pair.b);
-    first(out) = static_cast<float>(a);
-    second(out) = static_cast<float>(b);
-    return is_set ? 1 : 0;
 }
 
 template <class In, class Out> int Domain::convertList(Space from, Space to, In const & in, Out & out) const
@@ -141,32 +145,32 @@ std::size_t Domain::convertArrays(Space from,
 
 int Domain::tran(EarthPoint const & earth, Point & point) const
 {
-    return convertPoint(Space::EARTH, Space::PLANE, earth, point);
+    return store(project(loaded(earth)), point);
 }
 
 int Domain::tran(Point const & point, EarthPoint & earth) const
 {
-    return convertPoint(Space::PLANE, Space::EARTH, point, earth);
+    return store(unproject(loaded(point)), earth);
 }
 
 int Domain::tran(GridPoint const & grid, Point & point) const
 {
-    return convertPoint(Space::GRID, Space::PLANE, grid, point);
+    return store(fromGrid(loaded(grid)), point);
 }
 
 int Domain::tran(Point const & point, GridPoint & grid) const
 {
-    return convertPoint(Space::PLANE, Space::GRID, point, grid);
+    return store(toGrid(loaded(point)), grid);
 }
 
 int Domain::tran(EarthPoint const & earth, GridPoint & grid) const
 {
-    return convertPoint(Space::EARTH, Space::GRID, earth, grid);
+    return store(toGrid(project(loaded(earth))), grid);
 }
 
 int Domain::tran(GridPoint const & grid, EarthPoint & earth) const
 {
-    return convertPoint(Space::GRID, Space::EARTH, grid, earth);
+    return store(unproject(fromGrid(loaded(grid))), earth);
 }
 
 bool Domain::isInGrid(int index) const noexcept

@@ -6,9 +6,7 @@
 #include "core/StrLib.h"
 #include "core/String.h"
 #include "core/Yul.h"
-#include "graphics/GTran.h"
-#include "graphics/Image.h"
-#include "graphics/PsNumber.h"
+#include "graphics/PackedColor.h"
 #include "time/DateTool.h"
 
 #include <algorithm>
@@ -21,7 +19,6 @@ namespace {
 constexpr float POINTS_PER_INCH = 72;
 constexpr float MAX_WIDTH = 30000; // dots
 constexpr std::size_t BUFFER_SIZE = 256U << 10;
-constexpr std::size_t LINE_ROOM = 128; // octets that two numbers and an operator take at most
 
 constexpr char const * DEFAULT_FILE = "yul.ps";
 constexpr char const * DEFAULT_TITLE = "Yul Plot";
@@ -75,44 +72,12 @@ int packColor(float r, float g, float b)
     return level(r) << 16 | level(g) << 8 | level(b);
 }
 
-int redOf(int color)
-{
-    return color >> 16 & 0xff;
-}
-
-int greenOf(int color)
-{
-    return color >> 8 & 0xff;
-}
-
-int blueOf(int color)
-{
-    return color & 0xff;
-}
-
-/// The gray level 0..1 of a colour. These weights suit printed lines; they are no luminance formula.
-double grayOf(int color)
-{
-    return (0.9 * redOf(color) + greenOf(color) + 0.8 * blueOf(color)) / 255 / 2.7;
-}
-
 std::string colorOperator(int color, bool is_color)
 {
     if (is_color)
-        return detail::format("%4.2f %4.2f %4.2f setrgbcolor\n", redOf(color) / 255.0, greenOf(color) / 255.0,
-                              blueOf(color) / 255.0);
-    return detail::format("%4.2f setgray\n", grayOf(color));
-}
-
-bool isFinite(Point const & point)
-{
-    return std::isfinite(point.x) && std::isfinite(point.y);
-}
-
-bool isFinite(Points const & points)
-{
-    return std::all_of(points.all().begin(), points.all().end(),
-                       [](Point const & point) { return isFinite(point); });
+        return detail::format("%4.2f %4.2f %4.2f setrgbcolor\n", detail::redOf(color) / 255.0,
+                              detail::greenOf(color) / 255.0, detail::blueOf(color) / 255.0);
+    return detail::format("%4.2f setgray\n", detail::grayOf(color));
 }
 
 /// Text that stands in a comment: one line of it.
@@ -122,13 +87,6 @@ std::string commentText(std::string_view text)
     std::replace_if(
         line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
     return line;
-}
-
-/// Where a side of an image lies when the image is aligned at a position.
-int alignedAt(float position, int size, int align)
-{
-    double const shift = align == 2 ? size / 2.0 : align == 3 ? size : 0.0;
-    return static_cast<int>(std::lround(position - shift));
 }
 
 } // namespace
@@ -407,149 +365,6 @@ std::string const & Postscript::setupOf(int pen)
         p.setup.append(SOLID).append(width_operator);
     p.is_changed = false;
     return p.setup;
-}
-
-// ---- figures ----
-
-int Postscript::drawLine(int pen, float x1, float y1, float x2, float y2)
-{
-    Point const points[] = {Point(x1, y1), Point(x2, y2)};
-    if (!is_open || pen < LINE_PEN || pen > TEXT_PEN || !isFinite(points[0]) || !isFinite(points[1]))
-        return 0;
-    put("%%PL:2\n");
-    put(setupOf(pen));
-    writePath(points, std::size(points));
-    put("stroke\n");
-    return is_broken ? 0 : 1;
-}
-
-int Postscript::drawLine(int pen, Points const & points)
-{
-    if (!is_open || pen < LINE_PEN || pen > TEXT_PEN || points.getNum() < 2 || !isFinite(points))
-        return 0;
-    put(detail::format("%%%%PL:%d\n", points.getNum()));
-    put(setupOf(pen));
-    writePath(points.all().data(), points.all().size());
-    put("stroke\n");
-    return is_broken ? 0 : 1;
-}
-
-int Postscript::drawFill(int pen, Points const & points)
-{
-    if (!is_open || pen < LINE_PEN || pen > TEXT_PEN || points.getNum() < 3 || !isFinite(points))
-        return 0;
-    put(detail::format("%%%%FA:%d\n", points.getNum()));
-    put(setupOf(FILL_PEN));
-    writePath(points.all().data(), points.all().size());
-    put("cp\nfill\n");
-    return is_broken ? 0 : 1;
-}
-
-void Postscript::writePath(Point const * points, std::size_t count)
-{
-    put("np\n");
-    for (std::size_t i = 0; i < count; ++i) {
-        char * const line = room(LINE_ROOM);
-        char * out = detail::writeFixed2(line, points[i].x);
-        *out++ = ' ';
-        out = detail::writeFixed2(out, points[i].y);
-        std::memcpy(out, i == 0 ? " mv\n" : " ln\n", 4);
-        used += static_cast<std::size_t>(out + 4 - line);
-    }
-}
-
-int Postscript::setImageAlign(int horizontal, int vertical)
-{
-    image_halign = horizontal;
-    image_valign = vertical;
-    return 1;
-}
-
-int Postscript::drawImage(Image const & image, float x, float y)
-{
-    if (!is_open || image.isEmpty() || !isFinite(Point(x, y)))
-        return 0;
-    int const w = image.getWidth();
-    int const h = image.getHeight();
-    float const far = GTran::PLOT_LIMIT;
-    put("gsave\n");
-    put(detail::format("%d %d translate\n", alignedAt(std::clamp(x, -far, far), w, image_halign),
-                       alignedAt(std::clamp(y, -far, far), h, image_valign)));
-    put(detail::format("%d %d scale\n", w, h));
-    put(detail::format("/picstr %d string def\n", w));
-    put(detail::format("%d %d 8 [ %d 0 0 %d 0 %d ]\n", w, h, w, -h, h));
-    put("{ currentfile picstr readhexstring pop }\n");
-    put(is_color ? "false 3 colorimage\n" : "image\n");
-    writeSamples(image);
-    put("grestore\n");
-    return is_broken ? 0 : 1;
-}
-
-void Postscript::writeSamples(Image const & image)
-{
-    constexpr int SAMPLES_A_LINE = 40;
-    constexpr int WHITE = 0xffffff;
-    constexpr char HEX[] = "0123456789ABCDEF";
-    char line[6 * SAMPLES_A_LINE + 1];
-    for (int row = 0; row < image.getHeight(); ++row) {
-        char * out = line;
-        auto const writeOctet = [&](int octet) {
-            *out++ = HEX[octet >> 4];
-            *out++ = HEX[octet & 0xf];
-        };
-        for (int column = 0; column < image.getWidth(); ++column) {
-            int const pixel = image.getPixel(column, row);
-            int const color = pixel < 0 ? WHITE : pixel;
-            if (is_color) {
-                writeOctet(redOf(color));
-                writeOctet(greenOf(color));
-                writeOctet(blueOf(color));
-            } else
-                writeOctet(static_cast<int>(grayOf(color) * 255 + 0.5));
-            if ((column + 1) % SAMPLES_A_LINE == 0 || column + 1 == image.getWidth()) {
-                *out++ = '\n';
-                put({line, static_cast<std::size_t>(out - line)});
-                out = line;
-            }
-        }
-    }
-}
-
-int Postscript::setFont(char const * /*font*/)
-{
-    return 0;
-}
-
-int Postscript::setTextAlign(int /*horizontal*/, int /*vertical*/)
-{
-    return 1;
-}
-
-int Postscript::drawText(Point const & /*point*/, char const * /*text*/)
-{
-    return 0;
-}
-
-Rect Postscript::getClip()
-{
-    return clip;
-}
-
-int Postscript::setClip(float x1, float y1, float x2, float y2)
-{
-    Point const corners[] = {Point(x1, y1), Point(x2, y1), Point(x2, y2), Point(x1, y2)};
-    if (!is_open || !isFinite(corners[0]) || !isFinite(corners[2]))
-        return 0;
-    clip.set(x1, y1, x2, y2);
-    put("initclip\n");
-    writePath(corners, std::size(corners));
-    put("cp\nclip\n");
-    return is_broken ? 0 : 1;
-}
-
-int Postscript::setClip(Rect rect)
-{
-    return setClip(rect.x1, rect.y1, rect.x2, rect.y2);
 }
 
 // ---- output ----

@@ -55,14 +55,13 @@ inline char * writeDecimal(char * out, std::uint32_t number) noexcept
 inline char * writeFixed2(char * out, float value) noexcept
 {
     constexpr double FAST_LIMIT = 1e9;
-    double hundredths = std::nearbyint(static_cast<double>(value) * 100);
-    if (!(std::abs(hundredths) < FAST_LIMIT))
+    constexpr double INTEGERS = 0x1p52; // above it doubles are integers: adding it rounds
+    double const hundredths = std::abs(static_cast<double>(value)) * 100;
+    if (!(hundredths < FAST_LIMIT))
         return std::to_chars(out, out + NUMBER_ROOM, value, std::chars_format::fixed, 2).ptr;
-    if (std::signbit(hundredths)) {
+    if (std::signbit(value))
         *out++ = '-';
-        hundredths = -hundredths;
-    }
-    auto const number = static_cast<std::uint32_t>(hundredths);
+    auto const number = static_cast<std::uint32_t>((hundredths + INTEGERS) - INTEGERS);
     out = writeDecimal(out, number / 100);
     *out++ = '.';
     return writePair(out, number % 100);

@@ -40,7 +40,7 @@ int TableFile::open(std::string const & name)
     while (text.size() <= MAX_OCTETS) {
         std::size_t const count = file.read(block.data(), block.size());
         if (count == 0)
-            return 1;
+            return text.find('\0') == std::string::npos ? 1 : 0;
         text.append(block.data(), count);
     }
     return 0;

@@ -25,13 +25,17 @@ template <class Step> void forEachLane(std::span<float const> values, Step && st
 
 template <class Change> void changeValid(std::span<float> values, Change && change) noexcept
 {
+    auto const changed = [&change](float value) {
+        auto const next = change(value); // always, so that the choice is not a branch
+        return isValid(value) ? next : value;
+    };
     auto * p = values.data();
     auto const blocks = values.size() / LANES;
     for (std::size_t block = 0; block < blocks; ++block, p += LANES)
         for (std::size_t lane = 0; lane < LANES; ++lane)
-            p[lane] = isValid(p[lane]) ? change(p[lane]) : p[lane];
+            p[lane] = changed(p[lane]);
     for (std::size_t lane = 0; lane < values.size() % LANES; ++lane)
-        p[lane] = isValid(p[lane]) ? change(p[lane]) : p[lane];
+        p[lane] = changed(p[lane]);
 }
 
 } // namespace

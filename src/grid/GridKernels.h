@@ -8,10 +8,12 @@
 
 namespace Yul::detail {
 
-/// True for a value that is neither the missing value nor NaN.
+/// True for a value that is neither the missing value nor NaN. Without a branch, for the sake of loops.
 [[nodiscard]] constexpr bool isValid(float value) noexcept
 {
-    return value != static_cast<float>(Const::MISS) && value == value;
+    bool const is_present = value != static_cast<float>(Const::MISS);
+    bool const is_number = value == value;
+    return static_cast<bool>(is_present & is_number);
 }
 
 /// The missing value in place of NaN.

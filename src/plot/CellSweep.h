@@ -94,31 +94,59 @@ template <class Sink> void drawCell(CellCrossings const & crossings, CellPlaces 
     }
 }
 
-/// The crossings of a level that keeps clear of every corner, which is nearly always so, in a fraction of the
-/// steps. False when a corner comes so close that only `crossCell` decides.
-[[nodiscard]] inline bool crossClearCell(CellCorners const & cell, float level, CellCrossings & result)
+/// The two sides that a level crosses, by which corners lie below it (bit i for corner i).
+struct CrossedPair
+{
+    int first = 0; ///< sides in their order; both the same where there are not two
+    int second = 0;
+
+    [[nodiscard]] constexpr bool isPair() const { return first != second; }
+};
+
+constexpr std::array<CrossedPair, 16> crossedPairs()
+{
+    std::array<CrossedPair, 16> pairs;
+    for (unsigned below = 0; below < pairs.size(); ++below) {
+        std::array<int, 4> crossed{};
+        std::size_t n = 0;
+        for (std::size_t i = 0; i < CELL_SIDES.size(); ++i)
+            if ((below >> CELL_SIDES[i].start & 1U) != (below >> CELL_SIDES[i].end & 1U))
+                crossed[n++] = static_cast<int>(i);
+        if (n == 2)
+            pairs[below] = {crossed[0], crossed[1]};
+    }
+    return pairs;
+}
+
+constexpr std::array<CrossedPair, 16> CROSSED_PAIRS = crossedPairs();
+
+/// Draws a level that crosses two sides and keeps clear of every corner, which is nearly always so, in a
+/// fraction of the steps. False when it does not, or when a corner comes so close that only `crossCell`
+/// decides.
+template <class Sink>
+bool drawClearCell(CellCorners const & cell, CellPlaces const & places, float level, Sink && sink)
 {
     // At this distance the fraction of a side that is not crossed cannot be rounded to 0 or 1.
     constexpr float CLEAR = 0x1p-21F;
-    float const range = cell.max - cell.min;
-    float const clear = range * CLEAR;
     auto const & c = cell.value;
+    float const range = cell.max - cell.min;
     float const nearest = std::min(std::min(std::abs(c[0] - level), std::abs(c[1] - level)),
                                    std::min(std::abs(c[2] - level), std::abs(c[3] - level)));
-    if (!(nearest > clear && range > 1e-30F && range < 1e30F))
+    if (!(nearest > range * CLEAR && range > 1e-30F && range < 1e30F))
         return false;
-    std::array<bool, 4> const is_below = {c[0] < level, c[1] < level, c[2] < level, c[3] < level};
-    result.count = 0;
-    for (std::size_t i = 0; i < CELL_SIDES.size(); ++i) {
-        auto const [start, end, tested] = CELL_SIDES[i];
-        if (is_below[start] != is_below[end]) {
-            result.side[i] = (level - c[start]) / (c[end] - c[start]);
-            ++result.count;
-        } else {
-            result.side[i] = FLAT_OFF_LEVEL;
-        }
-    }
-    result.saddle = result.side[2] + result.side[3] + (2.F - result.side[0] - result.side[1]);
+    unsigned const below = (c[0] < level ? 1U : 0U) | (c[1] < level ? 2U : 0U) | (c[2] < level ? 4U : 0U) |
+                           (c[3] < level ? 8U : 0U);
+    CrossedPair const pair = CROSSED_PAIRS[below];
+    if (!pair.isPair())
+        return false;
+    CellSide const a = CELL_SIDES[static_cast<std::size_t>(pair.first)];
+    CellSide const b = CELL_SIDES[static_cast<std::size_t>(pair.second)];
+    float const ta = (level - c[a.start]) / (c[a.end] - c[a.start]);
+    float const tb = (level - c[b.start]) / (c[b.end] - c[b.start]);
+    sink(CellLine{alongSide(places.x[a.start], places.x[a.end], ta),
+                  alongSide(places.y[a.start], places.y[a.end], ta),
+                  alongSide(places.x[b.start], places.x[b.end], tb),
+                  alongSide(places.y[b.start], places.y[b.end], tb), pair.first, pair.second});
     return true;
 }
 
@@ -134,14 +162,13 @@ void drawLevels(CellCorners & cell,
     bool is_moved = false; // a corner that was moved off a level stays moved for the levels above
     for (int k = visited.first; k < visited.end; ++k) {
         float const level = levels[static_cast<std::size_t>(k)];
-        CellCrossings crossings;
+        auto const draw = [&](CellLine const & line) { sink(k, line); };
         if (level < cell.min || level > cell.max)
             continue;
-        if (is_moved || !crossClearCell(cell, level, crossings)) {
-            is_moved = true;
-            crossings = crossCell(cell, tweak, level);
-        }
-        drawCell(crossings, places, [&](CellLine const & line) { sink(k, line); });
+        if (!is_moved && drawClearCell(cell, places, level, draw))
+            continue;
+        is_moved = true;
+        drawCell(crossCell(cell, tweak, level), places, draw);
     }
 }
 

@@ -44,10 +44,20 @@ LatitudeRange ownLatitudes(DomainVal const & val)
     }
 }
 
-float halfTurn(float lon)
+/// The longitude within half a turn of the middle of the plane; both ends stay as they are.
+float offsetFrom(float middle, float lon)
 {
-    return lon - 360 * std::floor((lon + 180) / 360);
+    constexpr float HALF = 180;
+    float offset = lon - middle;
+    offset = offset > HALF ? offset - 2 * HALF : offset;
+    offset = offset < -HALF ? offset + 2 * HALF : offset;
+    return std::abs(offset) <= HALF ? offset : 0; // a longitude that is missing
 }
+
+constexpr float UNITS_PER_DEGREE = 127.F / 180;
+
+/// A cell that spans more longitude than this, in those units, is torn: 45 degrees.
+constexpr int TORN = 32;
 
 /// One turn of the plane, 0 for a plane that does not repeat.
 double turnWidth(DomainVal const & val)
@@ -132,7 +142,7 @@ bool PointPlaces::locate(Domain const & grid, Domain const & plane, Rect const &
     try {
         x.resize(count);
         y.resize(count);
-        seam_side.resize(hasSeam(plane.get().proj) ? count : 0);
+        turns.resize(hasSeam(plane.get().proj) ? count : 0);
     } catch (std::bad_alloc const &) {
         return false;
     }
@@ -145,11 +155,8 @@ bool PointPlaces::locate(Domain const & grid, Domain const & plane, Rect const &
     for (float & value : lat)
         if (value < own.min || value > own.max)
             value = Const::MISS;
-    constexpr float NEAR_SEAM = 90; // degrees from the middle; any cell is smaller than what lies between
-    for (std::size_t i = 0; i < seam_side.size(); ++i) {
-        float const offset = halfTurn(lon[i] - plane.get().plon);
-        seam_side[i] = offset > NEAR_SEAM ? Side{1} : offset < -NEAR_SEAM ? Side{-1} : Side{0};
-    }
+    for (std::size_t i = 0; i < turns.size(); ++i)
+        turns[i] = static_cast<Turn>(offsetFrom(plane.get().plon, lon[i]) * UNITS_PER_DEGREE);
     plane.forward(lat, lon, x, y);
     visible = 0;
     for (std::size_t i = 0; i < count; ++i)
@@ -170,19 +177,19 @@ bool PointPlaces::operator()(int column, int row, CellPlaces & places) const
     std::size_t const upper = index(column, row);
     std::size_t const lower = upper + static_cast<std::size_t>(nx);
     std::array<std::size_t, 4> const corners = {upper, upper + 1, lower, lower + 1};
-    bool is_west = false;
-    bool is_east = false;
+    int west = 127;
+    int east = -128;
     for (std::size_t i = 0; i < corners.size(); ++i) {
         places.x[i] = x[corners[i]];
         places.y[i] = y[corners[i]];
         if (isMissing(places.x[i]) || isMissing(places.y[i]))
             return false;
-        if (!seam_side.empty()) {
-            is_west = is_west || seam_side[corners[i]] < 0;
-            is_east = is_east || seam_side[corners[i]] > 0;
+        if (!turns.empty()) {
+            west = std::min<int>(west, turns[corners[i]]);
+            east = std::max<int>(east, turns[corners[i]]);
         }
     }
-    if (is_west && is_east)
+    if (east - west > TORN)
         return false;
     auto const [left, right] = std::minmax({places.x[0], places.x[1], places.x[2], places.x[3]});
     auto const [bottom, top] = std::minmax({places.y[0], places.y[1], places.y[2], places.y[3]});

@@ -19,8 +19,8 @@ public:
     /// False when a domain is not usable or memory is short.
     bool locate(Domain const & grid, Domain const & plane, Rect const & frame);
 
-    /// False for a cell with a corner outside the projection, for one that lies across its seam, and for one
-    /// outside the frame.
+    /// False for a cell with a corner outside the projection, for one that its seam or a pole tears apart, and
+    /// for one outside the frame.
     bool operator()(int column, int row, CellPlaces & places) const;
 
     /// False when the point has no place.
@@ -30,8 +30,8 @@ public:
     [[nodiscard]] int getNumVisible() const noexcept { return visible; }
 
 private:
-    /// On which side of the seam a point lies when it is near: -1, 1; 0 when it is not.
-    using Side = std::int8_t;
+    /// Longitude from the middle of the plane, 127 is half a turn.
+    using Turn = std::int8_t;
 
     [[nodiscard]] std::size_t index(int column, int row) const
     {
@@ -43,7 +43,7 @@ private:
     Rect frame;
     std::vector<float> x;
     std::vector<float> y;
-    std::vector<Side> seam_side; // empty for a plane without a seam
+    std::vector<Turn> turns; // empty for a plane without a seam
     int visible = 0;
 };
 

@@ -13,9 +13,9 @@
 
 namespace Yul {
 
-Timezone::Timezone(char const * spec)
+Timezone::Timezone(char const * text)
 {
-    set(spec);
+    set(text);
 }
 
 int Timezone::init()
@@ -24,9 +24,9 @@ int Timezone::init()
     return 1;
 }
 
-int Timezone::set(char const * spec)
+int Timezone::set(char const * text)
 {
-    std::string_view rest = detail::viewOf(spec);
+    std::string_view rest = detail::viewOf(text);
     if (rest.empty()) {
         init();
         return 0;

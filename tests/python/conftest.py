@@ -1,11 +1,16 @@
 """Shared by all Python tests."""
 
 from pathlib import Path
+import os
 import sys
 
 import pytest
 
+import _Yul
+
 HERE = Path(__file__).resolve().parent
+# Programs that the tests start find the same module, wherever they run.
+os.environ['PYTHONPATH'] = str(Path(_Yul.__file__).resolve().parent)
 sys.path.insert(0, str(HERE))  # the test writer, wherever a test lies
 
 

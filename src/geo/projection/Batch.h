@@ -51,11 +51,14 @@ struct Pair
     return std::fabs(value) <= static_cast<double>(std::numeric_limits<float>::max());
 }
 
-/// A pair as conversions take it: not-a-number where a coordinate is missing.
+/// A pair as conversions take it: not-a-number where a coordinate is missing or infinite.
 [[nodiscard]] inline Pair loaded(double a, double b) noexcept
 {
-    double const checked = isMissing(a) ? math::NONE : a;
-    return {isMissing(b) ? math::NONE : checked, b};
+    constexpr double MOST = std::numeric_limits<double>::max();
+    double const known_a = isMissing(a) ? math::NONE : a;
+    double const known_b = isMissing(b) ? math::NONE : b;
+    return {std::fabs(known_a) <= MOST ? known_a : math::NONE,
+            std::fabs(known_b) <= MOST ? known_b : math::NONE};
 }
 
 /// A converted pair as it is stored: two missing values unless a float can hold both coordinates.

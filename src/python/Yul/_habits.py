@@ -7,13 +7,6 @@ stands for "not set", where the library itself speaks of -9999.
 import _Yul
 
 
-def _text(write, *arguments):
-    """The text that a library operation writes into a String."""
-    out = _Yul.new_String()
-    write(*arguments, out)
-    return _Yul.String_get(out) or ''
-
-
 class _Record:
     """A few named numbers: prints as they are made, compares by value, unpacks."""
 
@@ -137,13 +130,53 @@ class Grids(_Sequence):
 
 
 class Date:
-    """A calendar time whose fields may each be missing. UTC unless a time zone was applied for display."""
+    """A calendar time whose fields may each be missing. UTC unless a time zone was applied for display.
 
-    def __str__(self):
-        return _text(_Yul.Date_toText, self)
+    Dates compare, hash and subtract by the seconds of their clock since 1970: equal dates may differ in the fields
+    that are missing. `f'{date:%Y-%m-%d}'` formats with the codes of `toText`.
+    """
 
-    def __repr__(self):
-        return f'<Yul.Date {_text(_Yul.Date_toString, self)}>'
+    def __format__(self, codes):
+        if not codes:
+            return str(self)
+        text = classes['String']()
+        self.toText(codes, text)
+        return str(text)
+
+    def __eq__(self, other):
+        return self.getSeconds() == other.getSeconds() if isinstance(other, classes['Date']) else NotImplemented
+
+    def __le__(self, other):
+        return self.getSeconds() <= other.getSeconds() if isinstance(other, classes['Date']) else NotImplemented
+
+    def __ge__(self, other):
+        return self.getSeconds() >= other.getSeconds() if isinstance(other, classes['Date']) else NotImplemented
+
+    def __hash__(self):
+        return hash(self.getSeconds())
+
+    def __sub__(self, other):
+        """The timedelta from another date, or the date a timedelta earlier."""
+        from datetime import timedelta
+        if isinstance(other, timedelta):
+            return self + -other
+        if not isinstance(other, classes['Date']):
+            return NotImplemented
+        if not (self.isSet() and other.isSet()):
+            raise ValueError('a date that is not set has no distance')
+        return timedelta(seconds=self.getSeconds() - other.getSeconds())
+
+    def __add__(self, step):
+        """The date a timedelta later, to the second; missing fields stay missing."""
+        from datetime import timedelta
+        if not isinstance(step, timedelta):
+            return NotImplemented
+        moved = type(self)(self)
+        moved.addDays(step.days)
+        moved.addSeconds(step.seconds)
+        return moved
+
+    __radd__ = __add__
 
     @property
     def datetime(self):
@@ -162,11 +195,46 @@ class Date:
     @classmethod
     def fromDatetime(cls, moment):
         """The date of a datetime; one without a time zone counts as UTC."""
-        offset = moment.utcoffset()
-        if offset is not None:
-            moment = moment.replace(tzinfo=None) - offset
-        second = moment.second + moment.microsecond / 1e6
-        return cls(moment.year, moment.month, moment.day, moment.hour, moment.minute, float(second))
+        from datetime import datetime, timezone
+        if moment.tzinfo is None:
+            moment = moment.replace(tzinfo=timezone.utc)
+        since = moment - datetime(1970, 1, 1, tzinfo=timezone.utc)
+        date = cls(since.days * 86400 + since.seconds)
+        date.setFractionalSecond(since.microseconds / 1e6)
+        return date
+
+    @property
+    def datetime64(self):
+        """The moment in UTC as numpy.datetime64 in milliseconds, not-a-time when the date is not set."""
+        from numpy import datetime64
+        if not self.isSet():
+            return datetime64('NaT', 'ms')
+        second = self.getSecond()
+        fraction = round(second % 1 * 1000) if second != _Yul.cvar.Const_MISS else 0
+        return datetime64((self.getSeconds() - self.getZoneOffset()) * 1000 + fraction, 'ms')
+
+    @classmethod
+    def fromDatetime64(cls, moment):
+        """The date of a numpy.datetime64, unset for not-a-time."""
+        from numpy import datetime64, isnat
+        if isnat(moment):
+            return cls()
+        seconds, milliseconds = divmod(int((moment - datetime64(0, 'ms')).astype('timedelta64[ms]').astype(int)), 1000)
+        date = cls(seconds)
+        date.setFractionalSecond(milliseconds / 1000)
+        return date
+
+    @staticmethod
+    def range(start, stop, *, days=0, hours=0, minutes=0, seconds=0):
+        """Dates from `start` on in equal steps, as long as they lie before `stop` (after it, in steps back)."""
+        from datetime import timedelta
+        step = timedelta(days=days, hours=hours, minutes=minutes, seconds=seconds)
+        if not step or step.microseconds:
+            raise ValueError('Date.range: the step has to be whole seconds, and not none')
+        date = start + timedelta()
+        while date < stop if step > timedelta() else date > stop:
+            yield date
+            date = date + step
 
 
 class NameConv:
@@ -183,11 +251,34 @@ class NameConv:
 class Domain:
     """Where a grid or a plot lies, and the conversions between earth, projection plane and grid."""
 
+
+class _Described:
+    """Prints as the text that reads back to the same."""
+
     def __str__(self):
-        return _text(_Yul.Domain_toString, self)
+        return _text(self.toString)
 
     def __repr__(self):
-        return f'<Yul.Domain {self}>'
+        return f'<Yul.{type(self).__name__} {_text(self.toString)}>'
+
+
+class Level(_Described):
+    """A vertical level or a layer between two values; prints as a label."""
+
+    def __str__(self):
+        return _text(self.toLabel)
+
+
+class Variable(_Described):
+    """What a grid holds: short name, long name, index and units."""
+
+
+class ModelSpec(_Described):
+    """Which model: originating centre and generating process."""
+
+
+class GridSpec(_Described):
+    """What identifies a grid: "variable,level,forecast time,model", each part may be open."""
 
 
 class Grid:
@@ -222,12 +313,19 @@ class Grid:
         return self.getInitDate()
 
     @property
+    def valid(self):
+        """The time for which the field holds: the initial time moved by the forecast time."""
+        date = classes['Date']()
+        self.getValidDate(date)
+        return date
+
+    @property
     def info(self):
         """What the field is, with its units in brackets."""
         return self.getInfo() or ''
 
     def __repr__(self):
-        return f'<Yul.Grid {self.getNx()}x{self.getNy()} {self.info!r} {self.date}>'
+        return f'<Yul.Grid {self.getNx()}x{self.getNy()} {self.getLevel()} {self.info}, {self.valid}>'
 
 
 class GribFile(_Closing):

@@ -10,9 +10,11 @@ import _Yul
 
 from . import _habits
 
-# The overloads behind each flat name, each (kind, result type, parameter types); the bases of each class.
-SIGNATURES = _Yul._signatures()
-BASES = _Yul._classes()
+try:
+    from ._tables import BASES, PROTOTYPES, STATIC
+except ImportError:  # the build has not written them, or could not run what it built
+    from ._describe import describe
+    BASES, STATIC, PROTOTYPES = describe().values()
 
 
 class Object:
@@ -21,21 +23,22 @@ class Object:
     def __init__(self, *arguments):
         raise TypeError(f'{type(self).__name__} has no constructor')
 
+    def __str__(self):
+        write = getattr(self, 'toText', None) or getattr(self, 'toString', None)
+        if write is None:
+            return repr(self)
+        text = _Yul.new_String()
+        write(text)
+        return _Yul.String_get(text)
+
     def __repr__(self):
-        return f'<Yul.{type(self).__name__}>'
-
-
-def _prototypes(function):
-    """The overloads as text, one a line, a method's object left out."""
-    lines = []
-    for kind, result, parameters in SIGNATURES[function.__name__]:
-        lines.append(f'({", ".join(parameters[kind == "method":])}) -> {result}')
-    return '\n'.join(lines)
+        is_text = hasattr(self, 'toText') or hasattr(self, 'toString')
+        return f'<Yul.{type(self).__name__} {self}>' if is_text else f'<Yul.{type(self).__name__}>'
 
 
 def _operation(function, class_name, name):
     """The flat function as a method, or as it is when it takes no object."""
-    if all(kind == 'static' for kind, *_ in SIGNATURES[function.__name__]):
+    if function.__name__ in STATIC:
         return staticmethod(function)
 
     def operation(self, *arguments):
@@ -43,7 +46,7 @@ def _operation(function, class_name, name):
 
     operation.__name__ = name
     operation.__qualname__ = f'{class_name}.{name}'
-    operation.__doc__ = _prototypes(function)
+    operation.__doc__ = PROTOTYPES[function.__name__]
     return operation
 
 
@@ -51,7 +54,7 @@ def _constructor(new, attach):
     def __init__(self, *arguments):
         attach(self, new(*arguments))
 
-    __init__.__doc__ = _prototypes(new)
+    __init__.__doc__ = PROTOTYPES[new.__name__]
     return __init__
 
 

@@ -209,7 +209,7 @@ void bindGraph(Module & m)
                 overload<int(Image const &, int, float, float)>(&Graph::drawImage))
         .method("getImage", &Graph::getImage)
         // callbacks, without data of their own
-        .method("addCallback", [](Graph & graph, char const * name,
+        .keeping("addCallback", [](Graph & graph, char const * name,
                                   Listener * listener) { return graph.addCallback(name, listener, nullptr); })
         .method("doCallback", &Graph::doCallback)
         .method("callback", [](Graph & graph, char const * name, char const * event) {

@@ -103,6 +103,14 @@ public:
         return *this;
     }
 
+    /// An operation after which the object refers to the objects that it was given: they stay alive as long as
+    /// it does.
+    template <class... F> Class & keeping(char const * method_name, F... functions)
+    {
+        (addMethod<KEEP>(name + "_" + method_name, method_name, functions), ...);
+        return *this;
+    }
+
     template <class... F> Class & staticMethod(char const * method_name, F... functions)
     {
         (addStatic<IDENTITY>(name + "_" + method_name, method_name, functions), ...);
@@ -193,9 +201,11 @@ public:
     }
 
 private:
-    enum Wrapping { IDENTITY, DISCARD };
+    enum Wrapping { IDENTITY, DISCARD, KEEP };
 
-    template <Wrapping W, class S> using Wrapped = std::conditional_t<W == DISCARD, DiscardShape<S>, S>;
+    template <Wrapping W, class S>
+    using Wrapped =
+        std::conditional_t<W == DISCARD, DiscardShape<S>, std::conditional_t<W == KEEP, KeepingShape<S>, S>>;
 
     template <class S> Overload & add(std::string function_name, std::string_view declared_name, Kind kind)
     {

@@ -43,4 +43,16 @@ PyObject * attach(Overload const & overload, PyObject * const * arguments)
     Py_RETURN_NONE;
 }
 
+PyObject * keepArguments(Ref result, PyObject * const * arguments, std::size_t count)
+{
+    Ref const keeper = result ? pointerBehind(arguments[0]) : Ref();
+    for (std::size_t i = 1; keeper && i < count; ++i) {
+        Ref const other = pointerBehind(arguments[i]);
+        if (other && keepAlive(*reinterpret_cast<PointerObject *>(keeper.get()),
+                               *reinterpret_cast<PointerObject *>(other.get())) != 0)
+            return nullptr;
+    }
+    return result.release();
+}
+
 } // namespace Yul::python

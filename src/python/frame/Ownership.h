@@ -65,4 +65,17 @@ template <class T> using RegisterShape = SpecialShape<registerClass, ProxyClass<
 /// <Class>_attach: the PointerObject becomes the instance's "this", or is appended to the one that is there.
 template <class T> using AttachShape = SpecialShape<attach, ProxyInstance, T *>;
 
+/// Keeps the library objects among the arguments alive as long as the first one's object; the result of a
+/// call, or null with an exception set.
+PyObject * keepArguments(Ref result, PyObject * const * arguments, std::size_t count);
+
+/// An operation whose object remembers the objects that it is given.
+template <class Inner> struct KeepingShape : Inner
+{
+    static PyObject * call(Overload const & overload, PyObject * const * arguments)
+    {
+        return keepArguments(Ref(Inner::call(overload, arguments)), arguments, Inner::COUNT);
+    }
+};
+
 } // namespace Yul::python

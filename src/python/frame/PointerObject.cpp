@@ -56,6 +56,7 @@ void deallocate(PyObject * object_of)
     PointerObject & pointer = self(object_of);
     if (pointer.own && pointer.live != nullptr)
         collect(pointer);
+    Py_XDECREF(pointer.kept);
     releaseChain(pointer.next);
     Py_XDECREF(object(pointer.owner));
     PyTypeObject * const type = Py_TYPE(object_of);
@@ -196,10 +197,26 @@ int appendView(PyObject * pointer, PyObject * added)
     return 0;
 }
 
+int keepAlive(PointerObject & pointer, PointerObject & other)
+{
+    PointerObject & whole = pointer.owner != nullptr ? *pointer.owner : pointer;
+    if (whole.address == other.address)
+        return 0;
+    if (whole.kept == nullptr)
+        whole.kept = PyList_New(0);
+    if (whole.kept == nullptr)
+        return -1;
+    for (Py_ssize_t i = 0; i < PyList_Size(whole.kept); ++i)
+        if (PyList_GetItem(whole.kept, i) == object(&other))
+            return 0;
+    return PyList_Append(whole.kept, object(&other));
+}
+
 void destroy(PointerObject & pointer)
 {
     pointer.own = false;
     pointer.type->destroy(std::exchange(pointer.live, nullptr));
+    Ref const released(std::exchange(pointer.kept, nullptr));
 }
 
 PyTypeObject * makePointerType()

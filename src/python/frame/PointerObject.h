@@ -17,6 +17,7 @@ struct PointerObject
     TypeRecord const * type; ///< of *live
     PointerObject * next;    ///< a further base view of the same Python object, or null
     PointerObject * owner; ///< whose part the object is; kept alive as long as this, null for a whole object
+    PyObject * kept;       ///< a list of what the object refers to and does not own, or null
     std::size_t extent;    ///< number of plain values in the array that live points to; 0 where not known
     bool own;              ///< Python frees the object
     bool is_borrowed;      ///< handed out by the library, which frees it
@@ -44,6 +45,10 @@ newView(TypeRecord const & type, void * object, PointerObject * part_of, std::si
 /// Appends a further base view at the end of the pointer's chain; -1 with an exception set when that would
 /// close a ring.
 [[nodiscard]] int appendView(PyObject * pointer, PyObject * added);
+
+/// Keeps another PointerObject alive as long as this one's object; -1 with an exception set. Objects that keep
+/// each other are never collected, only deleted.
+[[nodiscard]] int keepAlive(PointerObject & pointer, PointerObject & other);
 
 /// Destroys the object at once; afterwards the PointerObject owns nothing and its object is gone.
 void destroy(PointerObject & pointer);

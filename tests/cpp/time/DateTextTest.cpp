@@ -208,7 +208,7 @@ TEST(Timezone, ReadsNameClockAndHours)
 {
     struct
     {
-        char const * spec;
+        char const * text;
         int result;
         char const * name;
         int pm;
@@ -232,10 +232,10 @@ TEST(Timezone, ReadsNameClockAndHours)
 
     for (auto const & row : cases) {
         Timezone zone("+OLD:1");
-        EXPECT_EQ(zone.set(row.spec), row.result);
+        EXPECT_EQ(zone.set(row.text), row.result);
         EXPECT_STREQ(zone.getName(), row.name);
-        EXPECT_EQ(zone.getPM(), row.pm) << row.spec;
-        EXPECT_EQ(zone.getOffset(), row.offset) << row.spec;
+        EXPECT_EQ(zone.getPM(), row.pm) << row.text;
+        EXPECT_EQ(zone.getOffset(), row.offset) << row.text;
         EXPECT_EQ(zone.isSet(), row.result == 1);
     }
 }

@@ -65,6 +65,15 @@ template <class T> struct ListOf
 
 struct Things : ListOf<Thing>
 {
+    int refer(Thing * thing)
+    {
+        referred = thing;
+        return 1;
+    }
+
+    [[nodiscard]] int getReferred() const { return referred != nullptr ? referred->number : -1; }
+
+    Thing * referred = nullptr;
 };
 
 struct Left
@@ -300,6 +309,8 @@ void bindThings(Module & m)
     Class<Things>(m, "Things")
         .constructor<>()
         .method("add", &Things::add)
+        .keeping("refer", &Things::refer)
+        .method("getReferred", &Things::getReferred)
         .method("get", &Things::get, [](Things & list) { return list.get(0); });
     Class<Left>(m, "Left").constructor<>().member("left", &Left::left);
     Class<Right>(m, "Right").constructor<>().member("right", &Right::right);

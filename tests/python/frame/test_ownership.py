@@ -191,6 +191,17 @@ def test_registering_and_attaching_check_their_arguments(function, arguments):
         function(*arguments)
 
 
+def test_objects_that_are_referred_to_stay_alive():
+    before, things = f.Thing_count(), f.new_Things()
+    for _ in range(3):
+        assert f.Things_refer(things, Thing(5)) == 1
+    gc.collect()
+    assert f.Things_getReferred(things) == 5 and f.Thing_count() == before + 3
+    assert f.Things_refer(things, None) == 1
+    f.delete_Things(things)
+    assert f.Thing_count() == before
+
+
 def test_instances_that_cannot_hold_this_are_refused():
     with pytest.raises(AttributeError):
         f.Thing_attach(object(), f.new_Thing(1))

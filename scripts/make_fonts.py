@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Makes the stroke font files of data/ from the outlines in glyphs.py.
 
-usage: tools/make_fonts.py [DIRECTORY]     (default: data/ beside tools/)
+usage: scripts/make_fonts.py [DIRECTORY]     (default: data/ beside scripts/)
 
 Arcs and curves become short straight strokes on an integer raster. The cell of a letter, from which the gap
 to its neighbours is measured, is its ink, moved outwards at upright sides and inwards where the side is open
@@ -22,11 +22,11 @@ STOP_RADII = (4.0, 2.0)
 
 UPRIGHT_MARGIN = 2.0  # what an upright side gets
 OPEN_LIMIT = 14.0  # a side counts as at most this deep
-OPEN_SHARE = 0.55  # of the mean depth that is taken off
+OPEN_SHARE = 0.47  # of the mean depth that is taken off
 
 HEADER = """YulFont 1
-# A light sans stroke font. The outlines were drawn for this file and are in tools/glyphs.py;
-# tools/make_fonts.py wrote it.
+# A light sans stroke font. The outlines were drawn for this file and are in scripts/glyphs.py;
+# scripts/make_fonts.py wrote it.
 #
 # name NAME
 # metrics BASELINE CAPITAL_HEIGHT
