@@ -332,7 +332,7 @@ private:
         float const h = plot.getLayout().text_height;
         float const letter_height = EXTREMUM_HEIGHT * h;
         float const value_height = VALUE_HEIGHT * h;
-        float const gap = 0.4F * h;
+        float const gap = 0.3F * h;
         char const * const letter = extremum.is_high ? "H" : "L";
         char const * const color = extremum.is_high ? "blue" : "red";
         std::string const value = numberText(extremum.value, step);
@@ -385,7 +385,8 @@ void tellFacts(Grid const & grid, Range const & range, float interval, Plot & pl
     facts.min = range.min;
     facts.max = range.max;
 
-    plot.proposeLabel(detail::UPPER_LEFT, "{%l }%v{ (%u)}");
+    bool const is_pressure = grid.getLevelType() == Level::PRES; // by habit it comes first
+    plot.proposeLabel(detail::UPPER_LEFT, is_pressure ? "{%l }%v{ (%u)}" : "%v{ (%u)}{, %l}");
     plot.proposeLabel(detail::UPPER_RIGHT, "%f");
     plot.proposeLabel(detail::LOWER_LEFT, detail::isMissing(interval) ? "" : "Contour interval %c{ %u}");
     plot.proposeLabel(detail::LOWER_RIGHT, "%m");

@@ -54,7 +54,7 @@ makeLambertConformal(double plat, double plon, double std_lat1, double std_lat2,
 [[nodiscard]] inline double apexDistance(LambertConformal const & k, double toward) noexcept
 {
     double const held = toward < -CONE_DEEPEST ? -CONE_DEEPEST : toward;
-    double const distance = k.scale * math::exp(k.cone * math::logTanHalfPolarDistance(held));
+    double const distance = k.scale * math::exp2(k.cone * math::log2TanHalfPolarDistance(held));
     return held == 90 ? k.at_pole : distance;
 }
 
@@ -70,7 +70,7 @@ makeLambertConformal(double plat, double plon, double std_lat1, double std_lat2,
     double const side = k.scale < 0 ? -1 : 1;
     double const turn = math::atan2(side * x, -k.sign * side * y) * k.inverse_cone;
     double const square = (x * x + y * y) * k.inverse_area;
-    double const tangent = math::exp(math::logRatio(square, 1) * (k.inverse_cone / 2));
+    double const tangent = math::exp2(math::log2Ratio(square, 1) * (k.inverse_cone / 2));
     double const apex = k.cone > 0 ? 0 : 1e300;
     double const angle = math::atan2(square > 1e-300 ? tangent : apex + square, 1);
     bool const inside = std::fabs(turn) <= 180 + CONE_SLACK;

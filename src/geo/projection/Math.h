@@ -6,7 +6,7 @@
 // the sine of 180 and the cosine of 90 degrees are zero, so poles and antipodes need no slack.
 //
 // The polynomials are near-minimax (Chebyshev interpolation in 60-digit arithmetic). Relative errors stay below
-// 2e-14, a millionth of what a float coordinate resolves. Not-a-number comes out wherever it goes in.
+// 1e-13, far under what a float coordinate resolves. Not-a-number comes out wherever it goes in.
 #pragma once
 
 #include <bit>
@@ -26,26 +26,20 @@ inline constexpr double RADIAN = 57.295779513082323;                     ///< de
 /// bits are that integer.
 inline constexpr double ROUNDER = 6755399441055744.0; // 1.5 * 2^52
 
-/// A polynomial in x, coefficients from the constant term up: even and odd powers by two chains of half the
-/// length, written without a loop, which the compiler would leave standing inside the loop over points.
+/// A polynomial in x, coefficients from the constant term up: neighbours are joined to a polynomial in x^2 of half
+/// the length, and so on, which is the shortest chain of operations that wait for each other.
 template <std::size_t N> [[nodiscard]] constexpr double polynomial(double const (&c)[N], double x) noexcept
 {
-    constexpr std::size_t EVEN = (N - 1) / 2 * 2; // index of the highest even power
-    constexpr std::size_t ODD = N / 2 * 2 - 1;
-    double const square = x * x;
-    double even = c[EVEN];
-    double odd = c[ODD];
-    [&]<std::size_t... I>(std::index_sequence<I...>)
-    {
-        ((even = even * square + c[EVEN - 2 - 2 * I]), ...);
-    }
-    (std::make_index_sequence<EVEN / 2>{});
-    [&]<std::size_t... I>(std::index_sequence<I...>)
-    {
-        ((odd = odd * square + c[ODD - 2 - 2 * I]), ...);
-    }
-    (std::make_index_sequence<ODD / 2>{});
-    return even + odd * x;
+    if constexpr (N == 1)
+        return c[0];
+    else
+        return [&]<std::size_t... I>(std::index_sequence<I...>)
+        {
+            double const joined[] = {
+                (2 * I + 1 < N ? c[2 * I] + c[2 * I + 1 < N ? 2 * I + 1 : 0] * x : c[2 * I])...};
+            return polynomial(joined, x * x);
+        }
+    (std::make_index_sequence<(N + 1) / 2>{});
 }
 
 /// The value held between two limits.
@@ -121,58 +115,60 @@ struct SinCos
     return square < -2e-12 ? NONE : angle;
 }
 
-/// Natural logarithm of the ratio of two positive normal numbers. With 0 above it is about -710, not infinite.
-[[nodiscard]] inline double logRatio(double above, double below) noexcept
+inline constexpr double LN2 = 0.6931471805599453;
+inline constexpr double LOG2_E = 1.4426950408889634;
+
+/// Logarithm to the base 2 of the ratio of two positive normal numbers. With 0 above it is about -1025, not infinite.
+[[nodiscard]] inline double log2Ratio(double above, double below) noexcept
 {
-    constexpr double LOG[] = {2.0000000000000036,  0.6666666666585537,  0.400000003191051,
-                              0.28571381591736655, 0.22225506464620925, 0.18064584772334968,
-                              0.17432914707286093};
-    constexpr double LN2 = 0.6931471805599453;
+    constexpr double LOG2[] = {2.8853900817779317, 0.961796693914271,   0.5770780209592988,
+                               0.4121979053374469, 0.32064627957754205, 0.26061686866765943,
+                               0.25150379596441924};
     constexpr double TWO_52 = 4503599627370496.0;
     constexpr std::uint64_t HALF = std::uint64_t{1} << 51;
     constexpr std::uint64_t BIAS = std::uint64_t{1024} << 52;
     constexpr std::uint64_t EXPONENT = 0xfff0000000000000;
     // e is the exponent of the ratio, rounded; below * 2^e lies within a factor of 1.5 of above
-    std::uint64_t const under = std::bit_cast<std::uint64_t>(below);
+    auto const under = std::bit_cast<std::uint64_t>(below);
     std::uint64_t const power = std::bit_cast<std::uint64_t>(above) - under + (HALF + BIAS);
-    double const scaled = std::bit_cast<double>(under + (power & EXPONENT) - BIAS);
+    auto const scaled = std::bit_cast<double>(under + (power & EXPONENT) - BIAS);
     double const e =
         std::bit_cast<double>((power >> 52) | std::bit_cast<std::uint64_t>(TWO_52)) - (TWO_52 + 1024);
     double const f = (above - scaled) / (above + scaled);
-    return e * LN2 + f * polynomial(LOG, f * f);
+    return e + f * polynomial(LOG2, f * f);
 }
 
 /// Natural logarithm of a positive normal number; none for anything else.
 [[nodiscard]] inline double log(double x) noexcept
 {
-    double const result = logRatio(x, 1);
+    double const result = LN2 * log2Ratio(x, 1);
     double const low = x >= std::numeric_limits<double>::min() ? result : NONE;
     return x <= std::numeric_limits<double>::max() ? low : NONE;
 }
 
-/// e to the power x. Powers beyond 700 count as 700.
+/// 2 to the power x. Powers beyond 1000 count as 1000.
+[[nodiscard]] inline double exp2(double x) noexcept
+{
+    constexpr double EXP2[] = {1.0,
+                               0.6931471805599453,
+                               0.24022650695812972,
+                               0.05550410866476042,
+                               0.009618129159408776,
+                               0.0013333558179047028,
+                               0.00015403455846485034,
+                               1.525268684250813e-05,
+                               1.3255226470378598e-06,
+                               1.0203122065960858e-07};
+    double const held = clamp(x, -1000, 1000);
+    double const shifted = held + ROUNDER;
+    auto const scale = std::bit_cast<double>((std::bit_cast<std::uint64_t>(shifted) + 1023) << 52);
+    return polynomial(EXP2, held - (shifted - ROUNDER)) * scale;
+}
+
+/// e to the power x, within 1e-13 for powers up to 600.
 [[nodiscard]] inline double exp(double x) noexcept
 {
-    constexpr double EXP[] = {1.0,
-                              1.0,
-                              0.5,
-                              0.1666666666664829,
-                              0.04166666666665136,
-                              0.008333333353729397,
-                              0.0013888888905881542,
-                              0.00019841208732536384,
-                              2.4801536388690766e-05,
-                              2.762511557828763e-06,
-                              2.761380686153829e-07};
-    constexpr double LOG2_E = 1.4426950408889634;
-    constexpr double LN2_HIGH = 0.693147180369123816490; // 32 bits, so that its multiples are exact
-    constexpr double LN2_LOW = 1.90821492927058770002e-10;
-    double const held = clamp(x, -700, 700);
-    double const shifted = held * LOG2_E + ROUNDER;
-    double const power = shifted - ROUNDER;
-    double const rest = (held - power * LN2_HIGH) - power * LN2_LOW;
-    auto const scale = std::bit_cast<double>((std::bit_cast<std::uint64_t>(shifted) + 1023) << 52);
-    return polynomial(EXP, rest) * scale;
+    return exp2(LOG2_E * x);
 }
 
 /// Sine and cosine of half the distance to the pole, 45 - lat / 2, for latitudes -90 to 90 counted towards that
@@ -190,11 +186,11 @@ struct SinCos
     return half.sin / half.cos;
 }
 
-/// The logarithm of that tangent; about -710 at the pole.
-[[nodiscard]] inline double logTanHalfPolarDistance(double lat) noexcept
+/// The logarithm of that tangent to the base 2; about -1025 at the pole.
+[[nodiscard]] inline double log2TanHalfPolarDistance(double lat) noexcept
 {
     SinCos const near = sinCosNearZero(45 - std::fabs(lat) / 2);
-    return std::copysign(logRatio(near.sin, near.cos), -lat);
+    return std::copysign(log2Ratio(near.sin, near.cos), -lat);
 }
 
 /// The same angle within half a turn, -180 to 180 degrees, for magnitudes below 1e9.

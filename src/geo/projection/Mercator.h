@@ -25,7 +25,8 @@ struct Mercator
 [[nodiscard]] inline Plane forward(Mercator const & k, double lat, double lon) noexcept
 {
     double const held = math::clamp(lat, -MERCATOR_HIGHEST, MERCATOR_HIGHEST);
-    return {k.degree * math::oneTurn(lon - k.ref_lon), -k.radius * math::logTanHalfPolarDistance(held)};
+    return {k.degree * math::oneTurn(lon - k.ref_lon),
+            -k.radius * (math::LN2 * math::log2TanHalfPolarDistance(held))};
 }
 
 [[nodiscard]] inline Position inverse(Mercator const & k, double x, double y) noexcept
@@ -67,8 +68,8 @@ makeMercatorEllipsoid(double plon, double std_lat, double major, double minor) n
 {
     double const held = math::clamp(lat, -MERCATOR_HIGHEST, MERCATOR_HIGHEST);
     double const s = k.e * math::sinCos(held).sin;
-    double const isometric = k.e / 2 * math::logRatio(1 - s, 1 + s) - math::logTanHalfPolarDistance(held);
-    return {k.degree * math::oneTurn(lon - k.ref_lon), k.scale * isometric};
+    double const isometric = k.e / 2 * math::log2Ratio(1 - s, 1 + s) - math::log2TanHalfPolarDistance(held);
+    return {k.degree * math::oneTurn(lon - k.ref_lon), k.scale * (math::LN2 * isometric)};
 }
 
 [[nodiscard]] inline Position inverse(MercatorEllipsoid const & k, double x, double y) noexcept
@@ -80,7 +81,7 @@ makeMercatorEllipsoid(double plon, double std_lat, double major, double minor) n
     auto const newton = [&](double tangent) {
         double const secant = std::sqrt(1 + tangent * tangent);
         double const s = k.e * tangent / secant;
-        double const shift = sinh(math::exp(k.e / 2 * math::logRatio(1 + s, 1 - s)));
+        double const shift = sinh(math::exp2(k.e / 2 * math::log2Ratio(1 + s, 1 - s)));
         double const now = tangent * std::sqrt(1 + shift * shift) - shift * secant;
         double const slope = (1 + flat * tangent * tangent) / (flat * secant * std::sqrt(1 + now * now));
         return tangent + (conformal - now) * slope;

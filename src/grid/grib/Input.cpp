@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace Yul::detail::grib {
 namespace {
@@ -43,7 +44,7 @@ Octets Input::view(std::uint64_t position, std::uint64_t length)
     if (position < base || position >= base + held)
         return {};
     std::uint64_t const offset = position - base;
-    return {buffer.data() + offset, static_cast<std::size_t>(std::min<std::uint64_t>(length, held - offset))};
+    return {buffer.get() + offset, static_cast<std::size_t>(std::min<std::uint64_t>(length, held - offset))};
 }
 
 bool Input::reaches(std::uint64_t position)
@@ -69,7 +70,7 @@ int Input::rewind()
 /// Makes the buffer hold the octets asked for, as far as the file has them.
 void Input::fill(std::uint64_t position, std::uint64_t length)
 {
-    if (file_size >= 0) {
+    if (canSeek()) {
         base = position;
         held = 0;
         if (file_position != position) {
@@ -81,35 +82,37 @@ void Input::fill(std::uint64_t position, std::uint64_t length)
                                                  static_cast<std::uint64_t>(file_size) - position)));
         return;
     }
-    std::uint64_t const keep_from = std::min(wanted_from, position);
-    if (keep_from > base) {
-        std::size_t const gone = static_cast<std::size_t>(std::min<std::uint64_t>(keep_from - base, held));
-        std::memmove(buffer.data(), buffer.data() + gone, held - gone);
-        held -= gone;
-        base += gone;
-    }
     while (!is_at_end && base + held < position + length) {
-        if (base < keep_from) { // not kept: make room again
-            base += held;
-            held = 0;
-        }
+        drop();
         append(
             static_cast<std::size_t>(std::min<std::uint64_t>(position + length - base - held, LARGE_PIECE)));
-        if (base < keep_from) {
-            std::size_t const gone =
-                static_cast<std::size_t>(std::min<std::uint64_t>(keep_from - base, held));
-            std::memmove(buffer.data(), buffer.data() + gone, held - gone);
-            held -= gone;
-            base += gone;
-        }
     }
 }
 
+/// On a pipe: takes octets that nobody wants any more off the front.
+void Input::drop() noexcept
+{
+    std::size_t const gone =
+        wanted_from > base ? static_cast<std::size_t>(std::min<std::uint64_t>(wanted_from - base, held)) : 0;
+    if (gone > 0)
+        std::memmove(buffer.get(), buffer.get() + gone, held - gone);
+    held -= gone;
+    base += gone;
+}
+
+/// Reads on behind what the buffer holds.
 void Input::append(std::size_t count)
 {
-    if (buffer.size() < held + count + SLACK)
-        buffer.resize(held + count + SLACK);
-    std::size_t const got = file.read(buffer.data() + held, count);
+    std::size_t const needed = held + count;
+    if (capacity < needed) {
+        std::size_t const larger = std::max(needed, held > 0 ? 2 * capacity : needed);
+        auto next = std::make_unique_for_overwrite<Octet[]>(larger);
+        if (held > 0)
+            std::memcpy(next.get(), buffer.get(), held);
+        buffer = std::move(next);
+        capacity = larger;
+    }
+    std::size_t const got = file.read(buffer.get() + held, count);
     file_position += got;
     held += got;
     is_at_end = got < count;

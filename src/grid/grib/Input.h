@@ -5,7 +5,7 @@
 #include "grid/grib/Octets.h"
 
 #include <cstdint>
-#include <vector>
+#include <memory>
 
 namespace Yul::detail::grib {
 
@@ -14,9 +14,6 @@ namespace Yul::detail::grib {
 class Input
 {
 public:
-    /// Octets that may be read, though they mean nothing, behind every view.
-    static constexpr std::size_t SLACK = 64;
-
     /// "-" is standard input. 1, or 0 when the file cannot be opened.
     int open(char const * name);
     int close();
@@ -25,8 +22,8 @@ public:
 
     [[nodiscard]] std::string const & name() const noexcept { return file.name(); }
 
-    /// The octets at a position: `length` of them, fewer at the end of the file. Valid until the next call.
-    /// `SLACK` readable octets follow. Nothing is allocated for octets that are not there, beyond one piece.
+    /// The octets at a position: `length` of them, fewer at the end of the file. Valid until the next call. Nothing is
+    /// allocated for octets that are not there, beyond one piece.
     [[nodiscard]] Octets view(std::uint64_t position, std::uint64_t length);
 
     /// True when the file has octets up to `position`; looks at the file's size, or reads a pipe.
@@ -43,6 +40,7 @@ public:
 
 private:
     void fill(std::uint64_t position, std::uint64_t length);
+    void drop() noexcept;
     void append(std::size_t count);
 
     File file;
@@ -52,7 +50,8 @@ private:
     std::size_t held = 0;            // octets in the buffer
     std::uint64_t wanted_from = 0;   // on a pipe: octets before this may go
     bool is_at_end = false;
-    std::vector<Octet> buffer;
+    std::size_t capacity = 0;
+    std::unique_ptr<Octet[]> buffer; // never filled before it is read into
 };
 
 } // namespace Yul::detail::grib

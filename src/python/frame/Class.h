@@ -69,7 +69,7 @@ public:
         module.addClass(name, recordOf<T>());
         if constexpr (std::is_destructible_v<T>) {
             recordOf<T>().destroy = &destroyObject<T>;
-            add<DeleteShape<T>>("delete_" + name, name, Kind::SPECIAL);
+            add<DeleteShape<T>>("delete_" + name, "delete", Kind::SPECIAL);
         }
         add<RegisterShape<T>>(name + "_registerclass", "registerclass", Kind::SPECIAL);
         add<AttachShape<T>>(name + "_attach", "attach", Kind::SPECIAL);
@@ -90,7 +90,7 @@ public:
     template <class... A> Class & constructor()
     {
         std::string_view const full_name = naming::BASIC_NAME<T>;
-        std::string const own_name(full_name.substr(full_name.rfind(':') + 1));
+        std::string_view const own_name = full_name.substr(full_name.rfind(':') + 1);
         add<ConstructorShape<T, A...>>("new_" + name, own_name, Kind::CONSTRUCTOR);
         return *this;
     }

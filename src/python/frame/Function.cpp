@@ -112,7 +112,7 @@ PyObject * Overload::raise(Fault fault, std::size_t index) const
 std::string Overload::prototype() const
 {
     bool const has_object = kind == Kind::METHOD || kind == Kind::CONST_METHOD;
-    std::string text = function->class_name + "::" + name + "(";
+    std::string text = std::string(function->class_name).append("::").append(name) + "(";
     for (std::size_t i = has_object ? 1 : 0; i < parameters.size(); ++i) {
         if (text.back() != '(')
             text += ',';
@@ -125,13 +125,14 @@ std::string Overload::prototype() const
 
 void Function::finish()
 {
-    attempts.clear();
+    bool const is_single = overloads.size() == 1;
     for (Overload & overload : overloads) {
         overload.function = this;
-        attempts.push_back(&overload);
+        if (!is_single)
+            attempts.push_back(&overload);
     }
     std::stable_sort(attempts.begin(), attempts.end(), isTriedBefore);
-    Overload::Entry const entry = overloads.size() == 1 ? overloads.front().entry : callOverloaded;
+    Overload::Entry const entry = is_single ? overloads.front().entry : callOverloaded;
     definition.ml_name = name.c_str();
     definition.ml_meth = reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(entry));
     definition.ml_flags = METH_FASTCALL;
@@ -139,14 +140,16 @@ void Function::finish()
 
 std::size_t Function::leastCount() const
 {
-    return attempts.front()->parameters.size();
+    return attempts.empty() ? overloads.front().parameters.size() : attempts.front()->parameters.size();
 }
 
 std::size_t Function::mostCount() const
 {
     bool const is_open = std::any_of(overloads.begin(), overloads.end(),
                                      [](Overload const & overload) { return overload.is_variadic; });
-    return is_open ? ANY_NUMBER : attempts.back()->parameters.size();
+    if (is_open)
+        return ANY_NUMBER;
+    return attempts.empty() ? overloads.front().parameters.size() : attempts.back()->parameters.size();
 }
 
 PyObject * Function::makeObject(PyObject * module_name)

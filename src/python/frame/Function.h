@@ -8,6 +8,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Yul::python {
@@ -30,7 +31,7 @@ struct Overload
 
     std::span<ParameterInfo const * const> parameters; ///< a method's object included
     std::string (*result_name)() = nullptr;
-    std::string name; ///< as declared, "getResrc" or "operator <"
+    std::string_view name; ///< as declared, "getResrc" or "operator <"; a static text
     Kind kind = Kind::STATIC;
     bool is_variadic = false;            ///< arguments beyond the parameters are ignored
     Entry entry = nullptr;               ///< the way in when the name has no other overload
@@ -65,9 +66,9 @@ struct Overload
 struct Function
 {
     std::string name;                       ///< "Yul_getResrc"
-    std::string class_name;                 ///< "Yul::Yul"
+    std::string_view class_name;            ///< "Yul::Yul", a static text
     std::vector<Overload> overloads;        ///< as declared
-    std::vector<Overload const *> attempts; ///< in the order in which they are tried
+    std::vector<Overload const *> attempts; ///< in the order in which they are tried; empty for a single one
     PyMethodDef definition{};
 
     /// Orders the attempts; to be called once, when all overloads are there.

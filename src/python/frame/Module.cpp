@@ -2,6 +2,7 @@
 
 #include "python/frame/OutputOrder.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace Yul::python {
@@ -90,12 +91,15 @@ PyObject * Module::make(char const * name, char const * documentation, std::span
 
 Function & Module::function(std::string name, std::string_view class_name)
 {
-    if (auto const found = index.find(name); found != index.end())
-        return *found->second;
+    auto const starts_class = [&](Function const & known) { return known.class_name != class_name; };
+    auto const end = std::find_if(functions.rbegin(), functions.rend(), starts_class);
+    auto const found =
+        std::find_if(functions.rbegin(), end, [&](Function const & known) { return known.name == name; });
+    if (found != end)
+        return *found;
     Function & added = functions.emplace_back();
     added.name = std::move(name);
     added.class_name = class_name;
-    index.emplace(added.name, &added);
     return added;
 }
 

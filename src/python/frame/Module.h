@@ -7,7 +7,6 @@
 #include <deque>
 #include <span>
 #include <string_view>
-#include <unordered_map>
 
 namespace Yul::python {
 
@@ -21,8 +20,8 @@ public:
     [[nodiscard]] static PyObject *
     make(char const * name, char const * documentation, std::span<Binder const> binders);
 
-    /// The module function of that name, added when it is new. `class_name` is the C++ class that prototypes
-    /// name.
+    /// The module function of that name, added when it is new to its class. `class_name` is the C++ class that
+    /// prototypes name, a static text.
     Function & function(std::string name, std::string_view class_name);
     void addClass(std::string name, TypeRecord const & record);
     /// A base, declared earlier, of the class that was added last.
@@ -56,7 +55,6 @@ private:
     [[nodiscard]] bool addVarLink(PyObject * module) const;
 
     std::deque<Function> functions; // a deque, so that functions stay where they are
-    std::unordered_map<std::string_view, Function *> index;
     std::vector<DeclaredClass> declared_classes;
     std::vector<Constant> constants;
     std::vector<Variable> variables;

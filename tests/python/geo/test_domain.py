@@ -1,0 +1,97 @@
+"""Domains from Python: the linked globals, the lists, what is handed out and what wrong input gives."""
+
+import math
+
+import pytest
+
+from Yul import (CityData, CityFile, Domain, DomainTool, DomainVal, EarthPoint, EarthPoints, EarthRange, GridPoint,
+                 GridPoints, Point, Points, Rect, String, Strings, cvar)
+
+MISS = -9999.0
+TEXT = 'lamb:40:-95:30:60,40,-95,101,81,0.5'
+
+
+@pytest.fixture
+def earth():
+    before = cvar.Domain_earth_rad, cvar.Domain_earth_maj, cvar.Domain_earth_min
+    yield
+    cvar.Domain_earth_rad, cvar.Domain_earth_maj, cvar.Domain_earth_min = before
+
+
+def test_the_earth_is_linked_and_reaches_every_conversion(earth):
+    assert (cvar.Domain_earth_rad, cvar.Domain_earth_maj, cvar.Domain_earth_min) == (63.7122, 63.78137, 63.56752)
+    assert cvar.Domain_OFFSET_LL == 360
+    assert cvar.Domain_OFFSET_MERC == pytest.approx(360 * math.radians(63.7122), rel=1e-6)
+    domain, point = Domain(TEXT), Point()
+    domain.tran(EarthPoint(50, -80), point)
+    x = point.x
+    cvar.Domain_earth_rad = 2 * 63.7122
+    domain.tran(EarthPoint(50, -80), point)
+    assert point.x == pytest.approx(2 * x, rel=1e-6)
+
+
+def test_all_planes_and_lists_meet():
+    domain = Domain(TEXT)
+    earth, plane, grid = EarthPoints(), Points(), GridPoints()
+    for position in ((50, -80), (MISS, 0), (30, -110)):
+        earth.add(EarthPoint(*position))
+    assert domain.tran(earth, plane) == 0  # one has no image
+    assert (plane.get(1).x, plane.get(1).y) == (MISS, MISS)
+    assert domain.tran(earth, grid) == 0
+    back, point, place = EarthPoints(), Point(), GridPoint()
+    domain.tran(grid, back)
+    assert back.get(0).lat == pytest.approx(50, abs=1e-4)
+    assert domain.tran(plane.get(2), place) == 1
+    assert place.x == pytest.approx(grid.get(2).x, abs=1e-4)
+    assert domain.tran(101 * 3 + 7, place) == 1
+    assert (place.x, place.y) == (7, 3)
+    assert domain.tran(101 * 81, point) == 0
+
+
+def test_records_and_texts():
+    val = DomainVal()
+    assert DomainTool.decode(TEXT, val) == 1
+    assert (val.proj, val.nx, val.getParam(1), val.getParam(9), val.ellipse) == (4, 101, 60, MISS, False)
+    assert val.setParam(2, 60.0) == 1 and val.setParam(4, 1.0) == 0
+    domain = Domain()
+    assert domain.set(Domain(TEXT).get()) == 1
+    assert domain.set(domain.get()) == 1
+    text = String()
+    domain.toString(text)
+    assert Domain(text.get()).compare(domain)
+    assert DomainTool.setParams(val, Strings('1,2', ','), 'clat,clon') == 1
+    assert Domain.getProj('mercator') == DomainTool.proj('me') == 3
+    assert domain.compareProj(domain) and domain.isMap()
+    limits = domain.getLimits()
+    assert limits.x2 == -limits.x1 == 25
+
+
+@pytest.mark.parametrize('text', ['nowhere', 'ps,1,2,3', '%s', 'x' * 5000, 'é', 'sat:0:0:1,0,0,5,5,1', ''])
+def test_no_text_and_no_number_brings_a_domain_down(text):
+    domain = Domain()
+    domain.set(text)
+    for value in (math.nan, math.inf, -math.inf, 1e30, 0, MISS):
+        point, place, back = Point(5, 5), GridPoint(5, 5), EarthPoint(5, 5)
+        if domain.tran(EarthPoint(value, value), point) == 0:
+            assert (point.x, point.y) == (MISS, MISS)
+        domain.tran(Point(value, value), back)
+        domain.tran(GridPoint(value, value), back)
+        domain.tran(Point(value, value), place)
+        domain.adjust(Point(value, value))
+        domain.set(EarthPoint(value, value), EarthPoint(value, value), 5, 5)
+        domain.zoom(EarthPoint(value, 0), value)
+        domain.where(Point(value, 0))
+        assert domain.adjustDir(value, EarthPoint(value, 0)) <= 360
+        Domain.calcEarthDist(EarthPoint(value, value), EarthPoint(1, 1))
+
+
+def test_stations_and_ranges():
+    cities, city = CityFile('sao.cty'), CityData()
+    assert cities.getNum() > 6000
+    assert cities.find('cyul', city) == 1
+    assert (city.getId(), city.getCountry()) == ('CYUL', 'Canada')
+    assert cities.find(None, city) == 0
+    tropics = EarthRange(-23.5, 170.0, 23.5, -170.0)
+    assert tropics.within(EarthPoint(0, 179)) == 1
+    assert tropics.within(EarthPoint(0, 160)) == 0
+    assert Rect(2, 4, 1, 3).x1 == 1
