@@ -7,6 +7,13 @@ stands for "not set", where the library itself speaks of -9999.
 import _Yul
 
 
+def text_of(write, *arguments):
+    """The text that a library operation writes into a String."""
+    text = _Yul.new_String()
+    write(*arguments, text)
+    return _Yul.String_get(text) or ''
+
+
 class _Record:
     """A few named numbers: prints as they are made, compares by value, unpacks."""
 
@@ -137,11 +144,7 @@ class Date:
     """
 
     def __format__(self, codes):
-        if not codes:
-            return str(self)
-        text = classes['String']()
-        self.toText(codes, text)
-        return str(text)
+        return text_of(self.toText, codes) if codes else str(self)
 
     def __eq__(self, other):
         return self.getSeconds() == other.getSeconds() if isinstance(other, classes['Date']) else NotImplemented
@@ -282,32 +285,25 @@ class Domain:
         return cf_mapping(self)
 
 
-class _Described:
-    """Prints as the text that reads back to the same."""
-
-    def __str__(self):
-        return _text(self.toString)
-
-    def __repr__(self):
-        return f'<Yul.{type(self).__name__} {_text(self.toString)}>'
-
-
-class Level(_Described):
+class Level:
     """A vertical level or a layer between two values; prints as a label."""
 
     def __str__(self):
-        return _text(self.toLabel)
+        return text_of(self.toLabel)
+
+    def __repr__(self):
+        return f'<Yul.Level {text_of(self.toString)}>'
 
 
-class Variable(_Described):
+class Variable:
     """What a grid holds: short name, long name, index and units."""
 
 
-class ModelSpec(_Described):
+class ModelSpec:
     """Which model: originating centre and generating process."""
 
 
-class GridSpec(_Described):
+class GridSpec:
     """What identifies a grid: "variable,level,forecast time,model", each part may be open."""
 
 

@@ -25,11 +25,7 @@ class Object:
 
     def __str__(self):
         write = getattr(self, 'toText', None) or getattr(self, 'toString', None)
-        if write is None:
-            return repr(self)
-        text = _Yul.new_String()
-        write(text)
-        return _Yul.String_get(text)
+        return repr(self) if write is None else _habits.text_of(write)
 
     def __repr__(self):
         is_text = hasattr(self, 'toText') or hasattr(self, 'toString')
