@@ -204,6 +204,12 @@ int Domain::setView(Rect const & rect)
     return 1;
 }
 
+float Domain::getStdLat(int number) const noexcept
+{
+    constexpr float MISS = Const::MISS;
+    return number == 1 ? std_lat1 : number == 2 ? std_lat2 : MISS;
+}
+
 float Domain::satelliteDistance(DomainVal const & val) noexcept
 {
     return isMissing(val.param[0]) ? GEOSTATIONARY : val.param[0];

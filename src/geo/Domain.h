@@ -124,6 +124,8 @@ public:
     /// The code of a projection keyword; -1 when there is none, -9999 for "miss".
     [[nodiscard]] static int getProj(char const * name);
 
+    /// Standard latitude 1 or 2 that the projection uses, degrees; Const::MISS for any other number.
+    [[nodiscard]] float getStdLat(int number) const noexcept;
     /// The distance of a satellite view's satellite from the earth's centre, units of 100 km.
     [[nodiscard]] static float satelliteDistance(DomainVal const & val) noexcept;
 

@@ -126,6 +126,9 @@ public:
     {
         float from = 0;
         Tiles const t = tilesOf(std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2));
+        if (t.first_row == t.last_row && t.first_column == t.last_column &&
+            tiles[index(t.first_column, t.first_row)].empty())
+            return draw(0.F, 1.F); // nearly every line: it is short, and no label is near
         std::vector<std::array<float, 2>> covered;
         for (int j = t.first_row; j <= t.last_row; ++j) {
             for (int i = t.first_column; i <= t.last_column; ++i) {

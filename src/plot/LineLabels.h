@@ -40,8 +40,8 @@ struct LabelRules
 {
     Rect frame; ///< labels stay inside
     float text_height = 0;
-    float spacing = 0;         ///< from one label of a level to the next
-    int most_candidates = 120; ///< places tried for each level
+    float spacing = 0;        ///< from one label of a level to the next
+    int most_candidates = 60; ///< places tried for each level
 };
 
 /// Finds places for labels: where a line runs straight enough for its text, inside the frame, clear of all

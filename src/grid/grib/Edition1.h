@@ -26,6 +26,7 @@ struct Presence
 /// Section 2, grid description.
 [[nodiscard]] std::string readGDB(Section section, Geometry & geometry);
 /// A grid that the message names by number instead of describing it.
+/// Source: NCEP Office Note 388, table B.
 [[nodiscard]] std::string predefinedGrid(int grid_id, Geometry & geometry);
 /// Section 4, the head of the binary data. `decimal` is D of the product definition.
 [[nodiscard]] std::string readBDB(Section section, int decimal, Packing & packing);

@@ -254,6 +254,36 @@ class NameConv:
 class Domain:
     """Where a grid or a plot lies, and the conversions between earth, projection plane and grid."""
 
+    @property
+    def lats(self):
+        """Latitudes of all grid points, an array (rows, columns) of float32; -9999 where there is no position. None
+        without a grid."""
+        return self._earth(0)
+
+    @property
+    def lons(self):
+        """Longitudes of all grid points, -180 to 180, as `lats`."""
+        return self._earth(1)
+
+    def _earth(self, i):
+        view = self.viewEarth()
+        if view is None:
+            return None
+        from numpy import asarray
+        return asarray(view)[i]
+
+    @property
+    def proj(self):
+        """The projection as a PROJ text whose plane is this domain's; None where PROJ has no such plane."""
+        from ._projections import proj_text
+        return proj_text(self)
+
+    @property
+    def cf(self):
+        """The projection as the attributes of a CF grid mapping, in metres and degrees; None where CF has none."""
+        from ._projections import cf_mapping
+        return cf_mapping(self)
+
 
 class Level:
     """A vertical level or a layer between two values; prints as a label."""

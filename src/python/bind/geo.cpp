@@ -5,7 +5,34 @@
 #include "geo/EarthRange.h"
 #include "python/bind/Bind.h"
 
+#include <cstddef>
+#include <memory>
+#include <vector>
+
 namespace Yul::python {
+
+namespace {
+
+/// Latitudes and longitudes of all grid points, shape (2, ny, nx); without dimensions where there is no grid.
+ArrayView viewEarth(Domain const & domain)
+{
+    // A field of more points than this is not a field; the domain's counts come from anywhere.
+    constexpr std::size_t MOST = std::size_t{1} << 28;
+    auto const nx = static_cast<std::size_t>(domain.getNx() > 0 ? domain.getNx() : 0);
+    auto const ny = static_cast<std::size_t>(domain.getNy() > 0 ? domain.getNy() : 0);
+    if (nx == 0 || ny == 0 || nx > MOST / ny)
+        return {};
+    auto const values = std::make_shared<std::vector<float>>(2 * nx * ny);
+    std::span<float> const all(*values);
+    if (domain.calcEarth(all.first(nx * ny), all.last(nx * ny)) == 0)
+        return {};
+    return {std::shared_ptr<void>(values, values->data()),
+            "f",
+            sizeof(float),
+            {2, static_cast<Py_ssize_t>(ny), static_cast<Py_ssize_t>(nx)}};
+}
+
+} // namespace
 
 void bindRect(Module & m)
 {
@@ -229,6 +256,9 @@ void bindDomain(Module & m)
         .method("getVert", &Domain::getVert)
         .method("isMap", &Domain::isMap)
         .method("isMiss", &Domain::isMiss)
+        .method("getStdLat", &Domain::getStdLat)
+        .staticMethod("satelliteDistance", &Domain::satelliteDistance)
+        .method("viewEarth", viewEarth)
         .staticMethod("getProj", &Domain::getProj)
         .method("tran", overload<int(EarthPoint const &, Point &) const>(&Domain::tran),
                 overload<int(Point const &, EarthPoint &) const>(&Domain::tran),

@@ -135,3 +135,27 @@ def test_scale_and_north_agree_with_the_peers_derivatives(text, peer, lats, lons
         assert 0 <= turned < 360
         assert abs((domain.unadjustDir(turned, earth) - 100 + 540) % 360 - 180) < 1e-3
     assert tried > 20
+
+
+@pytest.mark.parametrize('text', [case[0] for case in CASES])
+def test_exports_its_plane(text):
+    domain = Domain(text)
+    peer = pyproj.Proj(domain.proj)
+    point = Point()
+    for lat, lon in ((5, 3), (-3, -4)):
+        earth = EarthPoint(domain.get().clat + (lat if abs(domain.get().clat) < 80 else math.copysign(4, -domain.get().clat)),
+                           domain.get().clon + lon)
+        assert domain.tran(earth, point) == 1
+        assert list(point) == pytest.approx(peer(earth.lon, earth.lat), rel=2e-6, abs=2e-5)
+    if domain.cf is not None:
+        crs = pyproj.CRS.from_cf(domain.cf)
+        if domain.cf['grid_mapping_name'] != 'latitude_longitude':
+            assert pyproj.CRS.from_proj4(domain.proj.split(' +to_meter')[0]).to_dict()['proj'] == crs.to_dict()['proj']
+
+
+def test_gives_the_positions_of_its_grid():
+    domain = Domain('ll:0:0,10,20,41,21,.5')
+    assert domain.lats.shape == domain.lons.shape == (21, 41)
+    assert (domain.lats[20, 4], domain.lons[20, 4]) == (5, 12)
+    assert Domain().lats is None and Domain('ll,0,0,2000000000,2000000000,1').lons is None
+    assert Domain('skewt,500,0').proj is None and Domain('gnom,0,0,5,5,1').cf is None

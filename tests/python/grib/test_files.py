@@ -8,7 +8,7 @@ import numpy as np
 import pytest
 
 from gribwriter import LatLon, grib1, grib2
-from Yul import Filename, GribFile, Grid, Grids, GridSpec
+from Yul import EarthPoint, Filename, GribFile, Grid, GridPoint, Grids, GridSpec
 
 AREA = LatLon(50, 0, 40, 10)
 FIELD = np.arange(30.0).reshape(5, 6)
@@ -264,3 +264,41 @@ def test_an_inventory_comes_from_the_headers(write_grib):
         list(GribFile(name).select(colour=1))
     with pytest.raises(OSError):
         GribFile().inventory()
+
+
+# Grids named by number: size, and the corner opposite to the first point as the centre publishes it.
+PREDEFINED = {
+    2: (144, 73, -90, -2.5),
+    3: (360, 181, -90, -1),
+    204: (93, 68, 60.644, -109.129),
+    208: (29, 27, 28.092, -145.878),
+    210: (25, 25, 26.422, -58.625),
+    211: (93, 65, 57.290, -49.385),
+    212: (185, 129, 57.290, -49.385),
+    215: (369, 257, 57.290, -49.385),
+}
+
+
+@pytest.mark.parametrize('number', PREDEFINED)
+def test_a_grid_named_by_number_lies_where_its_centre_says(write_grib, number):
+    nx, ny, lat, lon = PREDEFINED[number]
+    octets = bytearray(grib1(np.zeros((ny, nx)) + 3, AREA))
+    del octets[36:36 + int.from_bytes(octets[36:39], 'big')]  # the grid description
+    octets[4:7] = len(octets).to_bytes(3, 'big')
+    octets[14], octets[15] = number, 0
+    grid = Grid()
+    assert GribFile(write_grib(octets)).read(grid) == 1
+    assert (grid.getNx(), grid.getNy(), grid.getType()) == (nx, ny, number)
+    earth = EarthPoint()
+    assert grid.tran(GridPoint(nx - 1, ny - 1 if number < 200 else 0), earth) == 1
+    assert (earth.lat, earth.lon) == pytest.approx((lat, lon), abs=2e-3)
+
+
+@pytest.mark.parametrize('number, text', [(37, 'rows of different lengths'), (21, 'pole'), (99, 'predefined grid 99')])
+def test_a_grid_named_by_another_number_is_refused(write_grib, capfd, number, text):
+    octets = bytearray(message(1, edition=1))
+    del octets[36:36 + int.from_bytes(octets[36:39], 'big')]
+    octets[4:7] = len(octets).to_bytes(3, 'big')
+    octets[14], octets[15] = number, 0
+    assert first_values(write_grib(octets)) == []
+    assert text in capfd.readouterr().err
