@@ -88,7 +88,7 @@ void bindEarthPoints(Module & m)
         .method("add", &EarthPoints::add)
         .method("clear", &EarthPoints::clear)
         .method("getNum", &EarthPoints::getNum)
-        .method("get", &EarthPoints::get);
+        .item<&EarthPoints::get>("get");
 }
 
 void bindGridPoint(Module & m)
@@ -113,7 +113,7 @@ void bindGridPoints(Module & m)
         .method("add", &GridPoints::add)
         .method("clear", &GridPoints::clear)
         .method("getNum", &GridPoints::getNum)
-        .method("get", &GridPoints::get);
+        .item<&GridPoints::get>("get");
 }
 
 void bindPoint(Module & m)
@@ -138,7 +138,7 @@ void bindPoints(Module & m)
         .method("add", &Points::add)
         .method("clear", &Points::clear)
         .method("getNum", &Points::getNum)
-        .method("get", &Points::get);
+        .item<&Points::get>("get");
 }
 
 void bindCityData(Module & m)

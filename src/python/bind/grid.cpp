@@ -326,7 +326,7 @@ void bindGrids(Module & m)
         .method("add", &Grids::add)
         .method("getNum", &Grids::getNum)
         .method("setNum", &Grids::setNum)
-        .method("get", &Grids::get)
+        .item<&Grids::get>("get")
         .method("clear", &Grids::clear)
         .method("find", &Grids::find)
         .print(&Grids::print);

@@ -111,6 +111,16 @@ public:
         return *this;
     }
 
+    /// The operation of a list that hands out an item by its index. The items may move in memory: what Python
+    /// holds finds its item again, and past the list's end the list says what it finds there.
+    template <auto GET> Class & item(char const * method_name)
+    {
+        using Item = std::remove_reference_t<decltype((std::declval<T &>().*GET)(0))>;
+        using S = ItemShape<T, Item, GET>;
+        add<S>(name + "_" + method_name, method_name, Kind::METHOD).setTarget(typename S::Target(GET));
+        return *this;
+    }
+
     template <class... F> Class & staticMethod(char const * method_name, F... functions)
     {
         (addStatic<IDENTITY>(name + "_" + method_name, method_name, functions), ...);

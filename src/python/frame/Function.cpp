@@ -51,7 +51,7 @@ bool isTriedBefore(Overload const * a, Overload const * b)
 PyObject * raiseNoMatch(Function const & function)
 {
     std::string text = "Wrong number or type of arguments for overloaded function '" + function.name +
-                       "'.\n  Possible C/C++ prototypes are:\n";
+                       "'.\n  Possible prototypes are:\n";
     for (Overload const & overload : function.overloads)
         text += "    " + overload.prototype() + "\n";
     if (PyErr_Occurred() == nullptr || PyErr_ExceptionMatches(PyExc_TypeError) == 0) {

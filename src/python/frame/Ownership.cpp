@@ -55,4 +55,22 @@ PyObject * keepArguments(Ref result, PyObject * const * arguments, std::size_t c
     return result.release();
 }
 
+PyObject * followItem(Ref result,
+                      PyObject * const * arguments,
+                      TypeRecord const & list,
+                      void * (*locate)(void * list, int index))
+{
+    Ref const item = result ? pointerBehind(result.get()) : Ref();
+    FoundPointer found;
+    int index = 0;
+    if (item && findPointer(arguments[0], list, found) == Fault::NONE &&
+        readNumber(arguments[1], index) == Fault::NONE) {
+        auto & view = *reinterpret_cast<PointerObject *>(item.get());
+        view.live = found.object;
+        view.locate = locate;
+        view.index = index;
+    }
+    return result.release();
+}
+
 } // namespace Yul::python

@@ -3,6 +3,8 @@
 
 #include "python/frame/Shape.h"
 
+#include <functional>
+
 namespace Yul::python {
 
 PyObject * deleteObject(Overload const & overload, PyObject * const * arguments);
@@ -69,12 +71,35 @@ template <class T> using AttachShape = SpecialShape<attach, ProxyInstance, T *>;
 /// call, or null with an exception set.
 PyObject * keepArguments(Ref result, PyObject * const * arguments, std::size_t count);
 
+/// Makes the result of a call, a view of one item of a list, find that item anew at each use; the result, or null
+/// with an exception set. The arguments are the list and the item's index.
+PyObject * followItem(Ref result,
+                      PyObject * const * arguments,
+                      TypeRecord const & list,
+                      void * (*locate)(void * list, int index));
+
 /// An operation whose object remembers the objects that it is given.
 template <class Inner> struct KeepingShape : Inner
 {
     static PyObject * call(Overload const & overload, PyObject * const * arguments)
     {
         return keepArguments(Ref(Inner::call(overload, arguments)), arguments, Inner::COUNT);
+    }
+};
+
+/// GET, an operation of the list T that hands out the item of an index.
+template <class T, class Item, auto GET> struct ItemShape : MethodShape<T, Item &, int>
+{
+    static void * locate(void * list, int index)
+    {
+        T & items = *static_cast<T *>(list);
+        return &std::invoke(GET, items, index);
+    }
+
+    static PyObject * call(Overload const & overload, PyObject * const * arguments)
+    {
+        Ref result(MethodShape<T, Item &, int>::call(overload, arguments));
+        return followItem(std::move(result), arguments, *record_of<T>, &locate);
     }
 };
 

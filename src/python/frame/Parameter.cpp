@@ -22,7 +22,7 @@ bool isPlain(PyObject * object)
 PointerObject * matchingView(PyObject * pointer, TypeRecord const & wanted, void *& object)
 {
     for (auto * view = reinterpret_cast<PointerObject *>(pointer); view != nullptr; view = view->next) {
-        object = view->address;
+        object = view->isAlive() ? view->place() : view->address;
         if (adjustPointer(*view->type, wanted, object))
             return view;
     }

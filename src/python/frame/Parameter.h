@@ -143,7 +143,7 @@ template <class Declared, class T, bool TAKES_NONE> struct ObjectParameter
         if (isPointerObject(object)) [[likely]] {
             auto * const pointer = reinterpret_cast<PointerObject *>(object);
             if (pointer->type == record_of<Class> && pointer->isAlive()) [[likely]] {
-                found.object = pointer->live;
+                found.object = pointer->place();
                 found.source = pointer;
                 return Fault::NONE;
             }

@@ -70,8 +70,11 @@ PyObject * disown(PyObject * pointer, PyObject *)
     Py_RETURN_NONE;
 }
 
+/// An item of a list stays the list's.
 PyObject * acquire(PyObject * pointer, PyObject *)
 {
+    if (self(pointer).locate != nullptr)
+        Py_RETURN_NONE;
     self(pointer).own = self(pointer).live != nullptr;
     self(pointer).is_borrowed = false;
     Py_RETURN_NONE;
@@ -184,14 +187,14 @@ PyObject * newView(TypeRecord const & type, void * object_of, PointerObject * pa
 
 int appendView(PyObject * pointer, PyObject * added)
 {
-    for (PointerObject const * link = &self(added); link != nullptr; link = link->next)
-        if (link == &self(pointer)) {
-            PyErr_SetString(PyExc_ValueError, "append would close a ring");
-            return -1;
-        }
     PointerObject * last = &self(pointer);
     while (last->next != nullptr)
         last = last->next;
+    for (PointerObject const * link = &self(added); link != nullptr; link = link->next)
+        if (link == last) { // also when both chains share their end
+            PyErr_SetString(PyExc_ValueError, "append would close a ring");
+            return -1;
+        }
     Py_INCREF(added);
     last->next = &self(added);
     return 0;

@@ -11,22 +11,27 @@ namespace Yul::python {
 /// it wherever the object is wanted. Compares, hashes and converts to int as the pointer value.
 struct PointerObject
 {
-    PyObject_HEAD            // the interpreter's fields
-        void * live;         ///< the object; null once it has been destroyed through this PointerObject
-    void * address;          ///< its place, kept for repr, int and comparison
+    PyObject_HEAD    // the interpreter's fields
+        void * live; ///< the object, or the list that holds it; null once it has been destroyed through this
+    void * address;  ///< its place, kept for repr, int and comparison
     TypeRecord const * type; ///< of *live
     PointerObject * next;    ///< a further base view of the same Python object, or null
     PointerObject * owner; ///< whose part the object is; kept alive as long as this, null for a whole object
     PyObject * kept;       ///< a list of what the object refers to and does not own, or null
-    std::size_t extent;    ///< number of plain values in the array that live points to; 0 where not known
-    bool own;              ///< Python frees the object
-    bool is_borrowed;      ///< handed out by the library, which frees it
+    void * (*locate)(void * list, int index); ///< finds an item of the list *live; null for other objects
+    int index;                                ///< of that item
+    std::size_t extent; ///< number of plain values in the array that live points to; 0 where not known
+    bool own;           ///< Python frees the object
+    bool is_borrowed;   ///< handed out by the library, which frees it
 
     /// The object can still be used: neither it nor the one it is a part of has been destroyed.
     [[nodiscard]] bool isAlive() const noexcept
     {
         return live != nullptr && (owner == nullptr || owner->live != nullptr);
     }
+
+    /// Where the object is now, while it is alive: a list that grows moves its items.
+    [[nodiscard]] void * place() const { return locate == nullptr ? live : locate(live, index); }
 };
 
 [[nodiscard]] inline bool isPointerObject(PyObject * object) noexcept

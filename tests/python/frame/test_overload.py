@@ -3,7 +3,7 @@
 import _frametest as f
 import pytest
 
-HEAD = "Wrong number or type of arguments for overloaded function 'Picks_pick'.\n  Possible C/C++ prototypes are:\n"
+HEAD = "Wrong number or type of arguments for overloaded function 'Picks_pick'.\n  Possible prototypes are:\n"
 PROTOTYPES = ''.join(f'    frametest::Picks::pick{arguments}\n' for arguments in [
     '(char const *)', '(double)', '(int)', '(frametest::Left const &)', '(frametest::Both const &)', '(bool)',
     '(frametest::Thing *)', '(float)', '() const', '(int,float)', '(int,int)', '(float,char const *)',

@@ -178,6 +178,11 @@ def test_a_second_attach_appends_a_view():
         two.this.next().append(two.this)
     with pytest.raises(ValueError):
         two.this.append(two.this)
+    last, other = two.this.next(), f.new_Thing(6)
+    other.append(last)
+    for pointer, added in ((two.this, last), (last, last), (two.this, other), (other, two.this)):
+        with pytest.raises(ValueError):
+            pointer.append(added)
 
 
 @pytest.mark.parametrize('function, arguments', [

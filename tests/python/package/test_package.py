@@ -197,6 +197,26 @@ def test_an_item_of_a_list_is_the_lists_own():
     assert points[0].x == 5
 
 
+def test_an_item_stays_good_when_its_list_grows_or_empties():
+    points, grids = Points(), Grids()
+    points.append(Point(1, 2))
+    grids.append(Grid(4, 3))
+    point, grid = points[0], grids[0]
+    points.extend(Point(i, i) for i in range(1000))
+    grids.extend(Grid(2, 2) for _ in range(100))
+    point.x = 5
+    grid.setValue(0, 0, 7)
+    assert points[0].x == 5 and point.y == 2
+    assert grids[0].getValue(0, 0) == 7 and grid.getNx() == 4
+    point.this.acquire()
+    assert not point.this.own()
+    points.clear()
+    grids.clear()
+    assert point.x == Point().x and grid.getNx() == Grid().getNx()
+    del points, grids
+    assert point.y == Point().y
+
+
 def test_texts_read_as_texts():
     assert str(String('500 hPa ä')) == '500 hPa ä' and len(String('abc')) == 3
     assert list(Strings('a,b,c', ',')) == ['a', 'b', 'c']
