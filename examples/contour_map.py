@@ -2,7 +2,7 @@
 """Draws a contour map of one field of a GRIB file to a PostScript page.
 
     contour_map.py FILE [--match TEXT] [--domain TEXT] [--interval N] [--device ps|eps] [--output NAME]
-                        [--portrait] [--color NAME] [--labels]
+                        [--portrait] [--color NAME] [--no-labels]
 
 The field is the first of the file, or the first whose description holds the text of --match. The map is the
 field's own area, or the one that --domain describes, for example stereo:90:-25,53,-25,57,43,1.5 (polar
@@ -10,10 +10,20 @@ stereographic, 25 W upright, centred at 53 N 25 W, 57 x 43 points of 150 km).
 """
 
 import argparse
+import math
 import os
 import sys
 
-from Yul import ContPlot, Domain, DomainTool, GribFile, Plot, PlotAttr, Yul
+from Yul import ContPlot, Domain, DomainTool, GribFile, Plot, PlotAttr, Range, Yul
+
+
+# How the page lies, and on an upright sheet its printable area in inches. A picture to embed stands upright in
+# the fixed box that its header names.
+LYING, UPRIGHT, EMBEDDED = 'land', 'port,sz=8:10.5', 'port'
+
+LONGEST_NAME = 60  # octets that the device takes
+CONTOURS = 12  # about as many when no interval is given
+ROUND = 1, 2, 4, 5, 10
 
 
 class Failure(Exception):
@@ -25,12 +35,13 @@ def parse_arguments():
     parser.add_argument('file', help='GRIB file, edition 1 or 2')
     parser.add_argument('--match', metavar='TEXT', default='', help='take the first field whose description has it')
     parser.add_argument('--domain', metavar='TEXT', help='area of the map (default: that of the field)')
-    parser.add_argument('--interval', metavar='N', type=float, help='between two contours (default: automatic)')
+    parser.add_argument('--interval', metavar='N', type=float, help='between two contours (default: a round one)')
     parser.add_argument('--device', choices=('ps', 'eps'), default='ps', help='a page, or a picture to embed')
     parser.add_argument('--output', metavar='NAME', help='default: yul.ps or yul.eps')
-    parser.add_argument('--portrait', action='store_true', help='the long side of the page upright')
+    parser.add_argument('--portrait', action='store_true', help='upright page (ps)')
     parser.add_argument('--color', metavar='NAME', help='draw in colour, contours in this one')
-    parser.add_argument('--labels', action='store_true', help='label the contours, mark highs and lows')
+    parser.add_argument('--labels', action=argparse.BooleanOptionalAction, default=True,
+                        help='label the contours, mark highs and lows')
     return parser.parse_args()
 
 
@@ -62,16 +73,30 @@ def find_domain(text, grid):
     return domain
 
 
+def round_interval(grid):
+    """A round number that gives about a dozen contours; 0, which leaves the choice open, for a flat field."""
+    values = Range()
+    spread = (values.max - values.min) / CONTOURS if grid.getRange(values) else 0
+    if not 0 < spread < math.inf:
+        return 0
+    power = 10.0 ** math.floor(math.log10(spread))
+    return power * next(digit for digit in ROUND if digit * power >= spread or digit == ROUND[-1])
+
+
 def draw(grid, domain, arguments, page):
     """Draws the map to the file `page`."""
-    Yul.setResrc('device', ','.join(['postscript', page, 'port' if arguments.portrait else 'land',
-                                     'eps' if arguments.device == 'eps' else 'noeps',
+    is_eps = arguments.device == 'eps'
+    Yul.setResrc('device', ','.join(['postscript', page,
+                                     EMBEDDED if is_eps else UPRIGHT if arguments.portrait else LYING,
+                                     'eps' if is_eps else 'noeps',
                                      'color' if arguments.color else 'gray']))
     plot, contours = Plot(), ContPlot()
+    if arguments.interval is None:
+        contours.setInterval(round_interval(grid))
+    elif not (arguments.interval > 0 and contours.setInterval(arguments.interval)):
+        raise Failure(f'not an interval: {arguments.interval}')
     if not plot.open():
         raise Failure('the output cannot be opened')
-    if arguments.interval is not None and not (arguments.interval > 0 and contours.setInterval(arguments.interval)):
-        raise Failure(f'not an interval: {arguments.interval}')
     if arguments.color:
         if plot.getColorMap().getInd(arguments.color) < 0:
             raise Failure(f'not a colour: {arguments.color}')
@@ -89,6 +114,13 @@ def draw(grid, domain, arguments, page):
         raise Failure('the output could not be written to its end')
 
 
+def part_name(name):
+    """What a page is called until it is finished: its name and more, where device parameters can carry that."""
+    ending = f'.{os.getpid()}.part'
+    is_plain = ',' not in name and name[:1] not in '+|' and len(os.fsencode(name + ending)) <= LONGEST_NAME
+    return (name if is_plain else 'contour_map') + ending
+
+
 def main():
     arguments = parse_arguments()
     Yul.setProgramName('contour_map')
@@ -97,11 +129,9 @@ def main():
         grid = find_field(arguments.file, arguments.match)
         domain = find_domain(arguments.domain, grid)
         output = os.path.abspath(arguments.output or f'yul.{arguments.device}')
-        folder = os.path.dirname(output)
-        # A page gets its name when it is finished.
-        page = f'contour_map-{os.getpid()}.part'
+        page = part_name(os.path.basename(output))
         try:
-            os.chdir(folder)
+            os.chdir(os.path.dirname(output))
             open(page, 'xb').close()
             draw(grid, domain, arguments, page)
             os.replace(page, output)

@@ -48,7 +48,7 @@ def test_the_shipped_file_becomes_a_finished_page(draw, root):
     ((), 'yul.ps', '90 rotate', 'setrgbcolor'),
     (('--portrait',), 'yul.ps', '.25 inch .25 inch translate', '90 rotate'),
     (('--device', 'eps'), 'yul.eps', '%%BoundingBox', 'setrgbcolor'),
-    (('--labels',), 'yul.ps', '%%PL:2', 'setrgbcolor'),
+    (('--no-labels',), 'yul.ps', '%%PL:2', 'setrgbcolor'),
     (('--color', 'red'), 'yul.ps', '1.00 0.00 0.00 setrgbcolor', 'setgray'),
     (('--domain', 'stereo:90:-15,50,-15,21,15,1'), 'yul.ps', '%%PL:2', 'setrgbcolor'),
     (('--domain', 'lambert:45:-15,50,-15,21,15,1'), 'yul.ps', '%%PL:2', 'setrgbcolor'),
@@ -59,6 +59,29 @@ def test_options_show_on_the_page(draw, write_grib, options, name, has, has_not)
     assert (result.returncode, result.stderr, result.files) == (0, '', [name])
     page = (result.folder / name).read_text()
     assert has in page and has_not not in page
+
+
+@pytest.mark.parametrize('options, name, width, height', [
+    ((), 'yul.ps', 756, 576),
+    (('--portrait',), 'yul.ps', 576, 756),
+    (('--device', 'eps'), 'yul.eps', 756, 576),
+])
+def test_the_picture_lies_within_its_sheet_or_box(draw, write_grib, options, name, width, height):
+    page = (draw(write_grib(gribwriter.grib2(FIELD, AREA)), *options).folder / name).read_text()
+    places = np.array(re.findall(r'^(\S+) (\S+) (?:mv|ln)$', page, re.MULTILINE), float)
+    assert np.all(places >= 0) and np.all(places <= (width, height))
+    assert np.ptp(places[:, 0]) > 0.8 * width
+    if name == 'yul.eps':
+        assert f'%%BoundingBox: 0 0 {width} {height}\n' in page and 'rotate' not in page
+
+
+def test_contours_have_labels_and_a_round_interval(draw, write_grib):
+    name = write_grib(gribwriter.grib2(FIELD * 1.07, AREA))
+    labelled, bare = ((draw(name, *options).folder / 'yul.ps').read_text() for options in ((), ('--no-labels',)))
+    strokes = [len(re.findall(r'^%%PL:(?!2$)', page, re.MULTILINE)) for page in (labelled, bare)]
+    assert strokes[0] > 1.2 * strokes[1]
+    given = (draw(name, '--no-labels', '--interval', 40).folder / 'yul.ps').read_text()  # above 278 / 12
+    assert given.partition('%%Begin plot')[2] == bare.partition('%%Begin plot')[2]
 
 
 def test_a_smaller_interval_draws_more(draw, write_grib):
