@@ -30,8 +30,13 @@ class Failure(Exception):
     """What to tell the user; nothing was drawn."""
 
 
+class Parser(argparse.ArgumentParser):
+    def error(self, message):
+        sys.exit(f'contour_map: {message}')
+
+
 def parse_arguments():
-    parser = argparse.ArgumentParser(description=__doc__.split('\n')[0])
+    parser = Parser(description=__doc__.split('\n')[0])
     parser.add_argument('file', help='GRIB file, edition 1 or 2')
     parser.add_argument('--match', metavar='TEXT', default='', help='take the first field whose description has it')
     parser.add_argument('--domain', metavar='TEXT', help='area of the map (default: that of the field)')
@@ -48,7 +53,10 @@ def parse_arguments():
 def find_field(name, text):
     """The first field of the file whose description holds the text."""
     try:
-        if os.path.getsize(name) == 0:
+        size = os.path.getsize(name)
+        if not os.path.isfile(name):
+            raise Failure(f'{name}: not a file')
+        if size == 0:
             raise Failure(f'{name}: the file is empty')
     except OSError as error:
         raise Failure(f'{name}: {error.strerror}')
@@ -59,7 +67,7 @@ def find_field(name, text):
             if text.lower() in grid.info.lower():
                 return grid
     if not descriptions:
-        raise Failure(f'{name}: no complete GRIB field in the file')
+        raise Failure(f'{name}: no GRIB field that can be read in the file')
     raise Failure(f'{name}: no field matches "{text}"; there is: ' + ', '.join(dict.fromkeys(descriptions)))
 
 
@@ -114,6 +122,16 @@ def draw(grid, domain, arguments, page):
         raise Failure('the output could not be written to its end')
 
 
+def find_output(arguments):
+    """The full name of the page. It may replace a file, but neither the field's nor a device."""
+    output = os.path.realpath(arguments.output or f'yul.{arguments.device}')
+    if os.path.exists(output) and not os.path.isfile(output):
+        raise Failure(f'{output}: not a file to write to')
+    if output == os.path.realpath(arguments.file):
+        raise Failure(f'{output}: the page would replace the field')
+    return output
+
+
 def part_name(name):
     """What a page is called until it is finished: its name and more, where device parameters can carry that."""
     ending = f'.{os.getpid()}.part'
@@ -128,7 +146,7 @@ def main():
     try:
         grid = find_field(arguments.file, arguments.match)
         domain = find_domain(arguments.domain, grid)
-        output = os.path.abspath(arguments.output or f'yul.{arguments.device}')
+        output = find_output(arguments)
         page = part_name(os.path.basename(output))
         try:
             os.chdir(os.path.dirname(output))

@@ -2,6 +2,7 @@
 
 import os
 import re
+import stat
 import subprocess
 import sys
 
@@ -135,14 +136,22 @@ def test_a_bad_file_gives_one_message_and_no_page(draw, write_grib, octets):
     (['{file}', '--domain', 'lambert:x,1,2,3'], 'lambert:x,1,2,3'),
     (['{file}', '--output', '{folder}/nowhere/map.ps'], 'nowhere/map.ps'),
     (['{file}', '--output', '{folder}'], '{folder}'),
+    (['{file}', '--output', '{pipe}'], 'not a file to write to'),
+    (['{file}', '--output', '{file}'], 'replace the field'),
+    (['{pipe}'], 'not a file'),
     (['{file}', '--interval', 'nan'], 'interval'),
+    (['{file}', '--interval', 'wide'], 'wide'),
     (['{file}', '--interval', '-5'], 'interval'),
     (['{file}', '--color', 'nocolour'], 'nocolour'),
 ])
 def test_a_bad_request_gives_one_message_and_no_page(draw, write_grib, tmp_path, arguments, word):
-    places = {'file': write_grib(MESSAGE), 'folder': str(tmp_path / 'elsewhere')}
+    places = {'file': write_grib(MESSAGE), 'folder': str(tmp_path / 'elsewhere'), 'pipe': str(tmp_path / 'pipe')}
     os.mkdir(places['folder'])
+    os.mkfifo(places['pipe'])
     result = draw(*(argument.format(**places) for argument in arguments))
+    with open(places['file'], 'rb') as file:
+        assert file.read() == MESSAGE
+    assert stat.S_ISFIFO(os.stat(places['pipe']).st_mode)
     assert result.returncode == 1 and result.files == [] and os.listdir(places['folder']) == []
     assert len(result.stderr.splitlines()) == 1 and word.format(**places) in result.stderr
 
