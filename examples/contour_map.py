@@ -27,7 +27,7 @@ ROUND = 1, 2, 4, 5, 10
 
 
 class Failure(Exception):
-    """What to tell the user; nothing was drawn."""
+    """What to tell the user, unless the library did; nothing was drawn."""
 
 
 class Parser(argparse.ArgumentParser):
@@ -104,7 +104,7 @@ def draw(grid, domain, arguments, page):
     elif not (arguments.interval > 0 and contours.setInterval(arguments.interval)):
         raise Failure(f'not an interval: {arguments.interval}')
     if not plot.open():
-        raise Failure('the output cannot be opened')
+        raise Failure()
     if arguments.color:
         if plot.getColorMap().getInd(arguments.color) < 0:
             raise Failure(f'not a colour: {arguments.color}')
@@ -119,7 +119,7 @@ def draw(grid, domain, arguments, page):
     plot.drawBorder()
     plot.drawLabels()
     if not plot.close():
-        raise Failure('the output could not be written to its end')
+        raise Failure()
 
 
 def find_output(arguments):
@@ -159,7 +159,7 @@ def main():
             if os.path.exists(page):
                 os.remove(page)
     except Failure as failure:
-        sys.exit(f'contour_map: {failure}')
+        sys.exit(f'contour_map: {failure}' if failure.args else 1)
     print(f'{arguments.output or output}: {grid.info}')
 
 

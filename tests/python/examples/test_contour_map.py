@@ -2,6 +2,7 @@
 
 import os
 import re
+import resource
 import stat
 import subprocess
 import sys
@@ -21,9 +22,9 @@ def draw(root, tmp_path):
     folder = tmp_path / 'out'
     folder.mkdir()
 
-    def draw(*arguments):
+    def draw(*arguments, **options):
         result = subprocess.run([sys.executable, root / 'examples' / 'contour_map.py', *map(str, arguments)],
-                                cwd=folder, capture_output=True, text=True, timeout=60)
+                                cwd=folder, capture_output=True, text=True, timeout=60, **options)
         result.files = sorted(os.listdir(folder))
         result.folder = folder
         return result
@@ -162,6 +163,12 @@ def test_a_folder_that_may_not_be_written_to_gives_one_message(draw, write_grib,
     folder.mkdir(mode=0o500)
     result = draw(write_grib(MESSAGE), '--output', folder / 'map.ps')
     assert result.returncode == 1 and len(result.stderr.splitlines()) == 1 and os.listdir(folder) == []
+
+
+def test_a_page_that_does_not_fit_on_the_disk_gives_one_message(draw, write_grib):
+    few = resource.RLIMIT_FSIZE, (20000, 20000)
+    result = draw(write_grib(MESSAGE), '--interval', 1, preexec_fn=lambda: resource.setrlimit(*few))
+    assert (result.returncode, len(result.stderr.splitlines()), result.files) == (1, 1, [])
 
 
 def test_a_page_that_was_there_stays_when_drawing_fails(draw, write_grib, tmp_path):
