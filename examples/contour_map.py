@@ -81,10 +81,9 @@ def find_domain(text, grid):
     return domain
 
 
-def round_interval(grid):
+def round_interval(values):
     """A round number that gives about a dozen contours; 0, which leaves the choice open, for a flat field."""
-    values = Range()
-    spread = (values.max - values.min) / CONTOURS if grid.getRange(values) else 0
+    spread = (values.max - values.min) / CONTOURS
     if not 0 < spread < math.inf:
         return 0
     power = 10.0 ** math.floor(math.log10(spread))
@@ -98,13 +97,17 @@ def draw(grid, domain, arguments, page):
                                      EMBEDDED if is_eps else UPRIGHT if arguments.portrait else LYING,
                                      'eps' if is_eps else 'noeps',
                                      'color' if arguments.color else 'gray']))
-    plot, contours = Plot(), ContPlot()
+    plot, contours, values = Plot(), ContPlot(), Range()
+    grid.getRange(values)
     if arguments.interval is None:
-        contours.setInterval(round_interval(grid))
+        contours.setInterval(round_interval(values))
     elif not (arguments.interval > 0 and contours.setInterval(arguments.interval)):
         raise Failure(f'not an interval: {arguments.interval}')
     if not plot.open():
         raise Failure()
+    if values.min == values.max:  # a level on that value would draw the sides of all cells
+        contours.setLow(values.max + abs(values.max) / 100 + 1)
+        plot.setLabel('ll', '%a{ %u} everywhere')
     if arguments.color:
         if plot.getColorMap().getInd(arguments.color) < 0:
             raise Failure(f'not a colour: {arguments.color}')

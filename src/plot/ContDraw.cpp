@@ -377,6 +377,8 @@ void tellFacts(Grid const & grid, Range const & range, float interval, Plot & pl
     grid.getLevel().toLabel(level);
     facts.level = level.get();
     facts.units = grid.getUnits();
+    if (facts.units == "1") // pure numbers need none
+        facts.units.clear();
     facts.model = grid.getGenName();
     facts.date = grid.getDate();
     facts.fore = grid.getForeTime();

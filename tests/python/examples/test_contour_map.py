@@ -86,6 +86,12 @@ def test_contours_have_labels_and_a_round_interval(draw, write_grib):
     assert given.partition('%%Begin plot')[2] == bare.partition('%%Begin plot')[2]
 
 
+@pytest.mark.parametrize('value', [0, 5500, -40])
+def test_a_flat_field_has_no_contours(draw, write_grib, value):
+    name = write_grib(gribwriter.grib2(0 * FIELD + value, AREA))
+    assert segments((draw(name, '--interval', 10).folder / 'yul.ps').read_text()) < 200
+
+
 def test_a_smaller_interval_draws_more(draw, write_grib):
     name = write_grib(gribwriter.grib2(FIELD, AREA))
     counts = []
