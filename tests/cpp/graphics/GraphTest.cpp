@@ -172,7 +172,6 @@ constexpr MarkCase MARK_CASES[] = {
     {8, "0,0 1,1"},
     {9, "-10,10 10,10 0,-10 -10,10"},
     {10, "0,10 5,0 -5,0 0,-10"},
-    {11, ""},
 };
 
 TEST(Graph, DrawsTheFiguresOfTheMarks)
