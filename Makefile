@@ -24,7 +24,7 @@ export PYTHON CXX
 configure = cmake -S . -B $(1) -G Ninja -DPython3_EXECUTABLE=$$(command -v $(PYTHON)) \
             --log-level=WARNING $(2) $(CMAKE_OPTIONS) >/dev/null
 run_python = PYTHONPATH=$(CURDIR)/$(1)/python PYTHONDONTWRITEBYTECODE=1 $(PYTHON)
-demo_map = --domain stereo:90:-25,53,-25,57,43,1.5 --interval 60 --color blue --labels
+demo_map = --domain stereo:90:-25,53,-25,57,43,1.5 --interval 60 --color blue
 sources = $(shell git ls-files '*.h' '*.cpp')
 
 .PHONY: all demo test sanitize bench fuzz docs format check-format clean

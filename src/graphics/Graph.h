@@ -191,7 +191,7 @@ public:
     int setMarkColor(int color);
     int setMarkSize(float size); ///< window units
     /// 1 point, 2 plus, 3 star, 4 circle, 5 cross, 6 square, 7 triangle, 8 dot, 9 inverted triangle,
-    /// 10 lightning
+    /// 10 lightning; marks of other types draw nothing
     int setMarkType(int type);
     int setMarkWeight(float weight);
     int drawMark(float x, float y);

@@ -76,7 +76,7 @@ int Graph::setMarkSize(float size)
 
 int Graph::setMarkType(int type)
 {
-    return type >= 1 && type <= detail::NUM_MARKS ? change(mark_type, type, [] {}) : 0;
+    return change(mark_type, type, [] {});
 }
 
 // ---- lines and fills ----

@@ -28,7 +28,9 @@ public:
     /// "file,item,...": the first item is the output file (cut to FILE_NAME_SIZE characters; empty: as
     /// before), "+name" appends to it, "|command" pipes into a command. Items, in any case and on a prefix:
     /// port, land, eps, noeps, color, gray, scale=S, lwidth=F, sz=W:H (inches), letter, legal, 11x17, a4, a3,
-    /// ansid. Unknown items, and numbers that are not positive, are passed over.
+    /// ansid. Unknown items, and numbers that are not positive, are passed over. "port" leaves the page's width
+    /// and height as they are: an upright sheet asks for "port,sz=8:10.5". The box of an EPS picture is fixed:
+    /// "eps,port" fills it upright, a lying picture stands out of it by half an inch at its foot.
     int setParam(char const * params) override;
     /// Says on standard output where the page goes, and writes header and prolog.
     int open() override;

@@ -91,8 +91,9 @@ struct Pen
 class ContPlot::Drawer
 {
 public:
-    Drawer(ContPlot & contours, Plot & on_plot, Grid const & of_grid)
-        : cont(contours), plot(on_plot), graph(on_plot.getGraph()), grid(of_grid), frame(on_plot.getFrame())
+    Drawer(ContPlot & contours, Plot & on_plot, float const * of_values)
+        : cont(contours), plot(on_plot), graph(on_plot.getGraph()), values(of_values),
+          frame(on_plot.getFrame())
     {
         // A hair larger: a line on the frame is not cut by rounding.
         float const slack = 1e-5F * std::max(frame.getWidth(), frame.getHeight());
@@ -105,7 +106,7 @@ public:
     {
         if (detail::isSamePlane(domain, plot.getDomain())) {
             for (auto const & set : detail::columnRowCoordinates(domain, plot.getDomain(), frame)) {
-                FieldView const view = set.view(grid.data(), frame);
+                FieldView const view = set.view(values, frame);
                 detail::ColumnRowPlaces const places(set.x, set.y);
                 auto const find = [&](int column, int row, float & x, float & y) {
                     x = set.x[static_cast<std::size_t>(column)];
@@ -123,8 +124,8 @@ public:
             Yul::outWarning("ContPlot::draw: The grid has no place on the plot\n");
             return 0;
         }
-        FieldView const view{grid.data(), grid.getNx(),    grid.getNy(), 0, grid.getNx() - 1,
-                             0,           grid.getNy() - 1};
+        FieldView const view{values, domain.getNx(),    domain.getNy(), 0, domain.getNx() - 1,
+                             0,      domain.getNy() - 1};
         auto const find = [&](int column, int row, float & x, float & y) {
             return places.find(column, row, x, y);
         };
@@ -356,7 +357,7 @@ private:
     ContPlot & cont;
     Plot & plot;
     Graph & graph;
-    Grid const & grid;
+    float const * values; // as many as the domain has points
     Rect frame;
     std::vector<Pen> pens; // by level
     int pen_level = -1;
@@ -376,6 +377,8 @@ void tellFacts(Grid const & grid, Range const & range, float interval, Plot & pl
     grid.getLevel().toLabel(level);
     facts.level = level.get();
     facts.units = grid.getUnits();
+    if (facts.units == "1") // pure numbers need none
+        facts.units.clear();
     facts.model = grid.getGenName();
     facts.date = grid.getDate();
     facts.fore = grid.getForeTime();
@@ -402,6 +405,32 @@ bool findDomain(Grid const & grid, Domain & domain)
            !detail::isMissing(domain.getLimits().x1);
 }
 
+/// True for a grid that goes round the earth and ends one column before it began.
+bool isClosed(Domain const & domain)
+{
+    DomainVal const & val = domain.get();
+    constexpr double SLACK = 1e-3; // of a column
+    double const gap = 360 / static_cast<double>(val.dx) - val.nx;
+    return val.proj == Domain::LATLON && val.nx > 1 && std::abs(gap) < SLACK;
+}
+
+/// The values with the first column once more behind the last one; the domain grows with them.
+std::vector<float> closedValues(Grid const & grid, Domain & domain)
+{
+    DomainVal val = domain.get();
+    val.nx += 1;
+    val.clon += val.dx / 2;
+    domain.set(val);
+    std::vector<float> values;
+    values.reserve(static_cast<std::size_t>(val.nx) * static_cast<std::size_t>(val.ny));
+    auto const width = static_cast<std::ptrdiff_t>(grid.getNx());
+    for (auto row = grid.getValues().begin(); row != grid.getValues().end(); row += width) {
+        values.insert(values.end(), row, row + width);
+        values.push_back(*row);
+    }
+    return values;
+}
+
 } // namespace
 
 int ContPlot::draw(Plot & plot, Grid const & grid)
@@ -419,7 +448,11 @@ int ContPlot::draw(Plot & plot, Grid const & grid)
     tellFacts(grid, range, scale.interval, plot);
     if (!plot.isDrawn(detail::DRAW_PLOT) && !plot.isDrawn(detail::DRAW_DATA))
         return 1;
-    return Drawer(*this, plot, grid).draw(domain);
+    if (!isClosed(domain) || plot.getDomain().get().compare(domain.get()))
+        return Drawer(*this, plot, grid.data()).draw(domain);
+    // A map other than the grid's own may show the seam, and the field has none there.
+    std::vector<float> const values = closedValues(grid, domain);
+    return Drawer(*this, plot, values.data()).draw(domain);
 }
 
 } // namespace Yul

@@ -25,16 +25,16 @@ constexpr Keyword LINE_STYLES[] = {
 };
 
 constexpr Keyword FILL_STYLES[] = {
-    {"sol", 0},                                      // solid
-    {"st", 1},                                       // stipples
-    {"ost", 2}, {"rst", 3},  {"lst", 4}, {"vln", 5}, // vertical lines
-    {"||", 5},  {"dlr", 6},                          // diagonals down to the right
-    {"\\", 6},  {"drl", 7},                          // diagonals down to the left
-    {"//", 7},  {"hln", 8},                          // horizontal lines
-    {"--", 8},  {"hat", 9},                          // cross hatch
-    {"XX", 9},  {"clr", 10},                         // clear
-    {"0%", 10}, {"1%", 11},                          // densities
-    {"2%", 12}, {"3%", 13},  {"4%", 14}, {"5%", 15}, {"6%", 16}, {"7%", 17}, {"8%", 18}, {"9%", 19},
+    {"sol", 0},                                       // solid
+    {"st", 1},                                        // stipples
+    {"ost", 2},  {"rst", 3},  {"lst", 4}, {"vln", 5}, // vertical lines
+    {"||", 5},   {"dlr", 6},                          // diagonals down to the right
+    {"\\\\", 6}, {"\\", 6},   {"drl", 7},             // diagonals down to the left
+    {"//", 7},   {"hln", 8},                          // horizontal lines
+    {"--", 8},   {"hat", 9},                          // cross hatch
+    {"XX", 9},   {"clr", 10},                         // clear
+    {"0%", 10},  {"1%", 11},                          // densities
+    {"2%", 12},  {"3%", 13},  {"4%", 14}, {"5%", 15}, {"6%", 16}, {"7%", 17}, {"8%", 18}, {"9%", 19},
 };
 
 constexpr Keyword MARKERS[] = {

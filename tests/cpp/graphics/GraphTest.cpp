@@ -46,7 +46,7 @@ constexpr StateCase STATE_CASES[] = {
     {"mark color", [](Graph & g) { return g.setMarkColor(3); }, 1},
     {"mark type 1", [](Graph & g) { return g.setMarkType(1); }, 0},
     {"mark type", [](Graph & g) { return g.setMarkType(10); }, 1},
-    {"mark type 11", [](Graph & g) { return g.setMarkType(11); }, 0},
+    {"mark type 11", [](Graph & g) { return g.setMarkType(11); }, 1},
     {"mark size", [](Graph & g) { return g.setMarkSize(3); }, 1},
     {"mark weight", [](Graph & g) { return g.setMarkWeight(3); }, 1},
     {"font modern.fnt", [](Graph & g) { return g.setFont("modern.fnt"); }, 0},

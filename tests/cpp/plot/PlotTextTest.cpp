@@ -86,6 +86,7 @@ TEST(PlotAttr, KnowsFillsAndMarkers)
                                       {"lst", 4},
                                       {"||", 5},
                                       {"\\", 6},
+                                      {"\\\\", 6},
                                       {"//", 7},
                                       {"--", 8},
                                       {"xx", 9},

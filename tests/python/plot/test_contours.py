@@ -35,6 +35,31 @@ def wavy(text):
     return grid
 
 
+def finish(plot, page):
+    """Closes the plot; its lines as ((x1, y1), (x2, y2)), and a function from such a place to an earth position."""
+    frame = plot.getFrame()
+    window = frame.x1, frame.y1, frame.x2, frame.y2
+    domain = Domain(plot.getDomain().get())
+    graph = plot.getGraph()
+    graph.setTran(0)
+    view = graph.getDeviceViewport()
+    device = view.x1, view.y1, view.x2, view.y2
+    assert plot.close() == 1
+
+    def to_earth(x, y):
+        point = Point(window[0] + (x - device[0]) / (device[2] - device[0]) * (window[2] - window[0]),
+                      window[1] + (y - device[1]) / (device[3] - device[1]) * (window[3] - window[1]))
+        earth = EarthPoint()
+        assert domain.tran(point, earth) == 1
+        return earth
+
+    lines = []
+    for found in LINE.findall(page.read_text()):
+        x1, y1, x2, y2 = (float(number) for number in found[1:])
+        lines.append(((x1, y1), (x2, y2)))
+    return lines, to_earth
+
+
 @pytest.mark.parametrize('grid_text, plot_text', [
     ('ll,45,0,61,41,1,1', ''),
     ('ll,45,180,61,41,1,1', 'lambert:45:180:30:60,45,180,61,41,1,1'),
@@ -49,30 +74,31 @@ def test_contours_lie_where_the_field_has_the_level(page, grid_text, plot_text):
     contours = ContPlot()
     contours.setInterval(INTERVAL)
     assert contours.draw(plot, grid) == 1
-    frame = plot.getFrame()
-    window = frame.x1, frame.y1, frame.x2, frame.y2
-    domain = Domain(plot.getDomain().get())
-    graph = plot.getGraph()
-    graph.setTran(0)
-    view = graph.getDeviceViewport()
-    device = view.x1, view.y1, view.x2, view.y2
-    assert plot.close() == 1
-
-    lines = LINE.findall(page.read_text())
+    lines, to_earth = finish(plot, page)
     assert len(lines) > 200
     seen = 0
-    for found in lines:
-        numbers = [float(number) for number in found[1:]]
-        for x, y in (numbers[:2], numbers[2:]):
-            point = Point(window[0] + (x - device[0]) / (device[2] - device[0]) * (window[2] - window[0]),
-                          window[1] + (y - device[1]) / (device[3] - device[1]) * (window[3] - window[1]))
-            earth = EarthPoint()
-            assert domain.tran(point, earth) == 1
-            value = grid.getValue(earth)
+    for line in lines:
+        for place in line:
+            value = grid.getValue(to_earth(*place))
             if value != -9999:
                 assert abs(value - INTERVAL * round(value / INTERVAL)) < INTERVAL / 100
                 seen += 1
     assert seen > 1.8 * len(lines)
+
+
+@pytest.mark.parametrize('map_text', ['', 'latlon,0,0,71,37,5,5', 'stereo:90:0,90,0,40,40,2.5', 'merc,20,0,41,31,1,1'])
+def test_a_field_round_the_earth_has_no_seam(page, map_text):
+    grid = wavy('latlon,0,177.5,72,37,5,5')
+    plot = Plot()
+    assert plot.open('page.ps') == 1
+    if map_text:
+        assert plot.setDomain(Domain(map_text)) == 1
+    contours = ContPlot()
+    contours.setInterval(INTERVAL)
+    assert contours.draw(plot, grid) == 1
+    lines, to_earth = finish(plot, page)
+    in_gap = sum(-5 < to_earth((x1 + x2) / 2, (y1 + y2) / 2).lon < 0 for (x1, y1), (x2, y2) in lines)
+    assert (in_gap > 1) == (map_text != '')  # its own area ends before the seam
 
 
 def test_names_that_scripts_rely_on(page):
