@@ -18,6 +18,8 @@ constexpr double MOST_MERIDIANS = 12;
 constexpr double FLATNESS = 1e-4; // of the frame: how far a drawn line may be from the true one
 constexpr double JUMP = 0.2;      // of the frame: two samples this far apart are not joined
 
+constexpr double HALF_ROUND = 180 - 1e-9; // degrees, so that both ends stay on their side of a seam
+
 constexpr double DEGREE_STEPS[] = {.01, .02, .05, .1, .2, .5, 1, 2, 5, 10, 15, 20, 30, 45, 90};
 
 struct Spread
@@ -287,6 +289,23 @@ void addMapLine(Domain const & domain,
     cutter.cut(kind, static_cast<float>(value), x, y);
 }
 
+/// Whether two meridians are one line in the plane; on both sides of a seam they are not.
+bool areSame(
+    Domain const & domain, Rect const & frame, std::vector<double> const & lat, double lon, double other)
+{
+    std::vector<double> x(lat.size());
+    std::vector<double> y(lat.size());
+    std::vector<double> other_x(lat.size());
+    std::vector<double> other_y(lat.size());
+    domain.forward(lat, std::vector<double>(lat.size(), lon), x, y);
+    domain.forward(lat, std::vector<double>(lat.size(), other), other_x, other_y);
+    double const near = FLATNESS * static_cast<double>(std::max(frame.getWidth(), frame.getHeight()));
+    for (std::size_t i = 0; i < lat.size(); ++i)
+        if (std::hypot(x[i] - other_x[i], y[i] - other_y[i]) > near)
+            return false;
+    return true;
+}
+
 void addMapLines(Domain const & domain, Rect const & frame, GraticuleStep const & step, Cutter & cutter)
 {
     View const view = lookOver(domain, frame);
@@ -301,7 +320,7 @@ void addMapLines(Domain const & domain, Rect const & frame, GraticuleStep const 
     Spread const lat = {std::max(view.lat.min - lat_slack, -90.), std::min(view.lat.max + lat_slack, 90.)};
     bool const is_round = view.lon.width() + lon_slack >= 360;
     Spread const lon =
-        is_round ? Spread{view.mid_lon - 180, view.mid_lon + 180}
+        is_round ? Spread{view.mid_lon - HALF_ROUND, view.mid_lon + HALF_ROUND}
                  : Spread{view.mid_lon + view.lon.min - lon_slack, view.mid_lon + view.lon.max + lon_slack};
 
     for (double const value : multiples(lat, lat_step))
@@ -311,13 +330,15 @@ void addMapLines(Domain const & domain, Rect const & frame, GraticuleStep const 
 
     double const end_lat = 90 - lat_step; // where most meridians end before a pole
     for (double const value : multiples(lon, lon_step)) {
-        if (is_round && value >= lon.min + 360 - lon_step / 2 && view.has_pole)
-            continue; // the same meridian as the first
         bool const is_through = !view.has_pole || std::remainder(value, 90.) == 0;
         Spread const reach =
             is_through ? lat : Spread{std::max(lat.min, -end_lat), std::min(lat.max, end_lat)};
-        addMapLine(domain, LineKind::MERIDIAN, halfTurn(value), samples(reach.min, reach.max),
-                   std::vector<double>(SAMPLES + 1, value), cutter);
+        std::vector<double> const along = samples(reach.min, reach.max);
+        double const drawn = std::clamp(value, lon.min, lon.max);
+        bool const is_second = value > lon.min + 360 - lon_step / 2;
+        if (!is_second || !areSame(domain, frame, along, drawn, lon.min))
+            addMapLine(domain, LineKind::MERIDIAN, halfTurn(value), along,
+                       std::vector<double>(SAMPLES + 1, drawn), cutter);
     }
 }
 

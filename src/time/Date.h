@@ -161,11 +161,7 @@ public:
     [[nodiscard]] static long getCurrentSeconds();
 
 private:
-    struct Missing;
-
-    void fillCalendar();
     int shift(long amount);
-    int setName(char const * name);
 
     int day_of_week = Const::MISS;
     int julian = Const::MISS;

@@ -272,6 +272,25 @@ class Domain:
         from numpy import asarray
         return asarray(view)[i]
 
+    def forward(self, lat, lon):
+        """The plane coordinates x and y of latitudes and longitudes, numbers or arrays that broadcast: two arrays,
+        -9999 where there is no image. They are float32 when both inputs are, else float64."""
+        return self._convert(_Yul.Domain_forward, lat, lon)
+
+    def inverse(self, x, y):
+        """The latitudes and longitudes of plane coordinates, as `forward`."""
+        return self._convert(_Yul.Domain_inverse, x, y)
+
+    def _convert(self, convert, *inputs):
+        import numpy as np
+        inputs = [np.asarray(values) for values in inputs]
+        shape = np.broadcast_shapes(*(values.shape for values in inputs))
+        real = np.float32 if all(values.dtype == np.float32 for values in inputs) else np.float64
+        inputs = [np.require(np.broadcast_to(values, shape), real, 'CA') for values in inputs]
+        outputs = tuple(np.empty(shape, real) for _ in inputs)
+        convert(self, *inputs, *outputs)
+        return outputs
+
     @property
     def proj(self):
         """The projection as a PROJ text whose plane is this domain's; None where PROJ has no such plane."""

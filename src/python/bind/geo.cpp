@@ -7,11 +7,17 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace Yul::python {
 
 namespace {
+
+/// A conversion of whole arrays.
+template <class Real>
+using Converted =
+    std::size_t(std::span<Real const>, std::span<Real const>, std::span<Real>, std::span<Real>) const;
 
 /// Latitudes and longitudes of all grid points, shape (2, ny, nx); without dimensions where there is no grid.
 ArrayView viewEarth(Domain const & domain)
@@ -275,6 +281,10 @@ void bindDomain(Module & m)
                 overload<int(Points const &, GridPoints &) const>(&Domain::tran),
                 overload<int(GridPoints const &, EarthPoints &) const>(&Domain::tran),
                 overload<int(GridPoints const &, Points &) const>(&Domain::tran))
+        .method("forward", overload<Converted<float>>(&Domain::forward),
+                overload<Converted<double>>(&Domain::forward))
+        .method("inverse", overload<Converted<float>>(&Domain::inverse),
+                overload<Converted<double>>(&Domain::inverse))
         .method("within", overload<int(Point const &) const>(&Domain::within),
                 overload<int(EarthPoint const &) const>(&Domain::within))
         .method("withinExt", &Domain::withinExt)

@@ -1,11 +1,13 @@
 // One parameter of a library operation: what it accepts from Python and how it is converted.
 #pragma once
 
+#include "python/frame/ArrayBuffer.h"
 #include "python/frame/PackedObject.h"
 #include "python/frame/PointerObject.h"
 #include "python/frame/Value.h"
 
 #include <memory>
+#include <span>
 
 namespace Yul::python {
 
@@ -217,6 +219,47 @@ template <class Declared> struct PackedParameter
     Declared value{};
 };
 
+/// std::span, by value: the values of an object with a buffer, which stay where they are; a span of values that
+/// are not const is written to.
+template <class V> struct SpanParameter
+{
+    using Item = std::remove_const_t<V>;
+    static constexpr Rank RANK = Rank::OBJECT;
+    static constexpr TypeRecord & (*RECORD)() = nullptr;
+
+    static std::string name() { return typeName<V>() + " []"; }
+
+    static bool accepts(PyObject * object)
+    {
+        SpanParameter ignored;
+        return ignored.load(object) == Fault::NONE;
+    }
+
+    Fault load(PyObject * object)
+    {
+        return buffer.hold(object, BUFFER_FORMAT<Item>, sizeof(Item), !std::is_const_v<V>);
+    }
+
+    std::span<V> get() const { return {static_cast<V *>(buffer.data()), buffer.size() / sizeof(Item)}; }
+
+    ArrayBuffer buffer;
+};
+
+template <class T> struct SpanItem
+{
+};
+
+template <class V> struct SpanItem<std::span<V>>
+{
+    using Item = V;
+};
+
+template <class T>
+concept Span = requires
+{
+    typename SpanItem<T>::Item;
+};
+
 template <class V>
 concept PlainNumber = std::is_arithmetic_v<V> || std::is_enum_v<V>;
 
@@ -232,6 +275,8 @@ template <class P> struct ParameterChoice
             return std::type_identity<NumberParameter<P, Bare>>{};
         else if constexpr (std::is_same_v<Bare, std::string> && BY_VALUE)
             return std::type_identity<StringParameter<P>>{};
+        else if constexpr (Span<P>)
+            return std::type_identity<SpanParameter<typename SpanItem<P>::Item>>{};
         else if constexpr (std::is_class_v<Bare>)
             return std::type_identity<ObjectParameter<P, std::remove_reference_t<P>, false>>{};
         else if constexpr (std::is_same_v<P, char const *>)

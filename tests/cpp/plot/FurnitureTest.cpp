@@ -26,6 +26,29 @@ constexpr char const * DOMAINS[] = {
     "albers:23:-96:29:45,40,-96,61,41,1,1",
 };
 
+TEST(Graticule, ASeamHasItsMeridianOnBothSides)
+{
+    struct
+    {
+        char const * text;
+        int count; ///< of meridians at the seam, both from pole to pole
+    } constexpr CASES[] = {
+        {"moll:0:0,0,0,185,94,2,2", 2},
+        {"moll:0:30,0,30,185,94,2,2", 2}, // 150 W
+        {"pstereo:90:0,90,0,121,121,2,2", 1},
+    };
+
+    for (auto const & [text, count] : CASES) {
+        Domain const domain(text);
+        float const seam = domain.get().plon == 30 ? -150.F : -180.F;
+        Graticule const graticule = makeGraticule(domain, domain.getLimits(), {30, 30});
+        auto const is_seam = [&](GraticuleLine const & line) {
+            return line.kind == LineKind::MERIDIAN && line.value == seam;
+        };
+        EXPECT_EQ(std::count_if(graticule.lines.begin(), graticule.lines.end(), is_seam), count) << text;
+    }
+}
+
 TEST(Graticule, LinesHoldTheirLatitudeOrLongitude)
 {
     for (char const * text : DOMAINS) {

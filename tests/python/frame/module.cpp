@@ -1,8 +1,11 @@
 // A module of classes that exist to show the frame: every kind of parameter, result, member and ownership.
 #include "python/frame/Class.h"
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
+#include <numeric>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -279,6 +282,15 @@ struct Field
 
     float get(int i, int j) const { return (*values)[static_cast<std::size_t>(j * nx + i)]; }
 
+    /// Doubles as many values as both arrays have; returns their number.
+    template <class Real> static std::size_t twice(std::span<Real const> in, std::span<Real> out)
+    {
+        std::size_t const count = std::min(in.size(), out.size());
+        for (std::size_t i = 0; i < count; ++i)
+            out[i] = 2 * in[i];
+        return count;
+    }
+
     int nx;
     int ny;
     std::shared_ptr<std::vector<float>> values;
@@ -419,6 +431,9 @@ void bindMembers(Module & m)
             "columns", [](Field const & field) { return field.nx; },
             [](Field & field, int n) { field.nx = n; })
         .readOnly("rows", [](Field const & field) { return field.ny; })
+        .staticMethod("twice", &Field::twice<float>, &Field::twice<double>)
+        .staticMethod("sum",
+                      [](std::span<double const> in) { return std::accumulate(in.begin(), in.end(), 0.0); })
         .method("view", [](Field & field) {
             return ArrayView{{field.values, field.values->data()}, "f", sizeof(float), {field.ny, field.nx}};
         });

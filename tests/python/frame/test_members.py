@@ -1,6 +1,7 @@
 """Data members, arrays and linked global variables."""
 
 import gc
+from array import array
 
 import _frametest as f
 import pytest
@@ -86,6 +87,29 @@ def test_views_share_the_values_and_outlive_the_object():
     gc.collect()
     assert view[1, 2] == 7.5
     assert f.Field_view(f.new_Field(0, 2)).tolist() == [[], []]
+
+
+def test_arrays_are_read_and_written_in_place():
+    for letter, size in (('f', 4), ('d', 8)):
+        values = array(letter, [1.5, -2, 3])
+        out = array(letter, [0] * 4)
+        assert f.Field_twice(values, out) == 3
+        assert out.tolist() == [3, -4, 6, 0]
+        assert f.Field_twice(memoryview(values).cast('B').cast(letter, (1, 3)), out) == 3
+        assert f.Field_twice(array(letter), out) == 0
+        out.append(1)  # nothing holds the buffer any more
+        blank = memoryview(bytearray(8 * size + 1))
+        refused = [None, 1.5, 'text', [1.5], b'12345678', array('i', [1]), array('fd'[letter == 'f'], [1]),
+                   memoryview(out)[::2], blank[1:].cast(letter)]
+        for wrong in refused:
+            with pytest.raises((TypeError, NotImplementedError)):
+                f.Field_twice(wrong, out)
+        for wrong in (*refused, memoryview(values).toreadonly()):
+            with pytest.raises((TypeError, NotImplementedError)):
+                f.Field_twice(values, wrong)
+    assert f.Field_sum(memoryview(array('d', [1, 2])).toreadonly()) == 3
+    with pytest.raises(TypeError, match=r"in method 'Field_sum', argument 1 of type 'double const \[\]'"):
+        f.Field_sum(None)
 
 
 def test_variables_are_read_and_written():

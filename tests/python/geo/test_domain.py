@@ -95,3 +95,35 @@ def test_stations_and_ranges():
     assert tropics.within(EarthPoint(0, 179)) == 1
     assert tropics.within(EarthPoint(0, 160)) == 0
     assert Rect(2, 4, 1, 3).x1 == 1
+
+
+def test_arrays_of_any_shape_convert_in_one_call():
+    np = pytest.importorskip('numpy')
+    domain, point, back = Domain(TEXT), Point(), EarthPoint()
+    lat = np.linspace(20, 60, 12).reshape(3, 4)
+    lon = np.linspace(-130, -60, 12).reshape(3, 4)
+    x, y = domain.forward(lat, lon)
+    assert x.shape == y.shape == (3, 4) and x.dtype == np.float64
+    for i in np.ndindex(3, 4):
+        domain.tran(EarthPoint(lat[i], lon[i]), point)
+        assert (x[i], y[i]) == pytest.approx((point.x, point.y), abs=1e-4)
+    again = domain.inverse(x, y)
+    assert np.allclose(again, (lat, lon), atol=1e-9)
+    domain.tran(Point(x[0, 0], y[0, 0]), back)
+    assert back.lat == pytest.approx(lat[0, 0], abs=1e-4)
+
+    single = domain.forward(lat.astype('f4'), lon.astype('f4'))
+    assert single[0].dtype == np.float32 and np.allclose(single, (x, y), atol=1e-4)
+    for same in (domain.forward(lat.T, lon.T), domain.forward(lat.astype('>f8').T, lon.astype('f4').T)):
+        assert np.allclose(same, (x.T, y.T), atol=1e-4)
+    grid_x, _ = domain.forward(lat[:, :1], lon[0])
+    assert grid_x.shape == (3, 4)
+    assert [a.shape for a in domain.forward(40, -95)] == [(), ()]
+    assert [a.size for a in domain.forward([], [])] == [0, 0]
+    bad_x, bad_y = domain.forward([91, math.nan, math.inf, MISS, 40], [0, 0, 0, 0, 1e9])
+    assert bad_x.tolist() == bad_y.tolist() == [MISS] * 5
+    with pytest.raises(ValueError):
+        domain.forward([1, 2, 3], [1, 2])
+    with pytest.raises(ValueError):
+        domain.forward('here', 'there')
+    assert np.all(np.array(Domain().forward(lat, lon)) == MISS)
