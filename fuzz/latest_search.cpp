@@ -13,8 +13,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t siz
     std::string const text(reinterpret_cast<char const *>(data), size);
     std::size_t const newline = std::min(text.find('\n'), text.size());
     std::string when = text.substr(std::min(newline + 1, text.size()));
-    std::size_t const limit = when.rfind('#');
-    if (limit != std::string::npos && limit > 0)
+    std::size_t const limit = when.find('#', when.find_first_of("lL"));
+    if (limit != std::string::npos)
         when.resize(std::min(when.size(), limit + 4));
 
     Yul::Yul::setInitTime(1794676980);

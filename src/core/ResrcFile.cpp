@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::size_t MAX_SYMBOLS = 10;
 constexpr std::size_t MAX_SYMBOL = 19;
+constexpr std::size_t MAX_PROG = 30;
 constexpr std::size_t MAX_BARE_NAME = 30;
 constexpr std::size_t MAX_VALID_NAME = 60;
 constexpr char const * DEFAULT_FILE = "yul.cfg";
@@ -47,6 +48,14 @@ bool matches(std::string_view pattern, std::string_view text)
     return text.empty();
 }
 
+/// The names that qualify a setting in a file.
+detail::ProgramNames namesFor(Resrc const & store)
+{
+    detail::ProgramNames names = detail::programNames(store);
+    names.prog.resize(std::min(names.prog.size(), MAX_PROG));
+    return names;
+}
+
 /// The text between the first quote behind the name and the next one.
 std::string quotedValue(std::string const & line)
 {
@@ -71,14 +80,14 @@ ResrcFile::Directive const ResrcFile::DIRECTIVES[] = {
     {"elif", &ResrcFile::elseIf}, {"else", &ResrcFile::otherwise}, {"end", &ResrcFile::endIf},
 };
 
-ResrcFile::ResrcFile(Resrc & settings) : store(settings), names(detail::programNames(settings)) {}
+ResrcFile::ResrcFile(Resrc & settings) : store(settings), names(namesFor(settings)) {}
 
 int ResrcFile::open(char const * path)
 {
     close();
     symbols.clear();
     branches.clear();
-    names = detail::programNames(store);
+    names = namesFor(store);
     if (!StrLib::valid(path))
         return file.open(DEFAULT_FILE, "r");
     if (file.open(path, "r"))

@@ -20,7 +20,8 @@ class Resrc;
 class ResrcFile
 {
 public:
-    /// store  the settings that name the program ("prog") and its use ("name"); must outlive this object.
+    /// store  the settings that name the program ("prog", cut to 30 characters) and its use ("name"); must
+    /// outlive this object.
     explicit ResrcFile(Resrc & store);
 
     /// Opens the file; null or empty is "yul.cfg" in the current directory, a directory is searched for

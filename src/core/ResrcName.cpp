@@ -4,16 +4,10 @@
 #include "core/StrLib.h"
 
 namespace Yul::detail {
-namespace {
-
-constexpr std::size_t MAX_PROG = 30;
-
-} // namespace
 
 ProgramNames programNames(Resrc const & store)
 {
-    return {std::string(viewOf(store.get("prog")).substr(0, MAX_PROG)),
-            std::string(viewOf(store.get("name")))};
+    return {std::string(viewOf(store.get("prog"))), std::string(viewOf(store.get("name")))};
 }
 
 std::string qualifiedName(ProgramNames const & names, std::string_view key, char separator)

@@ -17,7 +17,7 @@ struct ProgramNames
     std::string use;
 };
 
-/// The resources "prog" (cut to 30 characters) and "name"; empty texts where they are not set.
+/// The resources "prog" and "name"; empty texts where they are not set.
 [[nodiscard]] ProgramNames programNames(Resrc const & store);
 
 /// The qualified form of a setting: program, use name and key when the use name begins with "+" (which is

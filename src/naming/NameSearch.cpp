@@ -87,10 +87,10 @@ long takeOffset(std::string_view & text)
     return direction * (days * DAY_SECONDS + hours * HOUR_SECONDS + minutes * MINUTE_SECONDS);
 }
 
-/// Four-digit years: a search that leaves them ends.
+/// Years 1 to 9999: a search that leaves them ends.
 bool isInCalendar(Date const & date)
 {
-    return date.getYear() >= 0 && date.getYear() <= 9999;
+    return date.getYear() >= 1 && date.getYear() <= 9999;
 }
 
 bool isFixed(int value)
@@ -321,15 +321,18 @@ int NameConv::setLatest(char const * when, NameConvFile & result)
 
     Date start = startDate(text);
     applyFixedDate(start);
-    if (long const offset = takeOffset(text))
+    if (long const offset = takeOffset(text)) {
         start.set(start.getSeconds() + offset);
+        if (!isInCalendar(start))
+            return 0;
+    }
     if (text.empty())
         return findExact(start, result) ? 1 : 0;
 
     int const direction = takeSign(text) == '+' ? 1 : -1;
-    if (!text.starts_with('l'))
+    if (!detail::startsIgnoringCase(text, "l"))
         return 0;
-    text.remove_prefix(text.starts_with("la") ? 2 : 1);
+    text.remove_prefix(detail::startsIgnoringCase(text, "la") ? 2 : 1);
     long limit = stepLimit();
     if (text.starts_with('#')) {
         text.remove_prefix(1);

@@ -70,9 +70,9 @@ void takeCode(NameTemplate & pieces, std::string_view & text)
         appendText(pieces, '%');
     } else if (letter == '{') {
         std::string_view const name = text.substr(0, text.find('}'));
-        text.remove_prefix(std::min(name.size() + 1, text.size()));
-        if (!name.empty())
+        if (!text.empty())
             pieces.push_back({NameCode::DIRECTORY, count, std::string(name.substr(0, MAX_RESOURCE))});
+        text.remove_prefix(std::min(name.size() + 1, text.size()));
     } else if (CodeRow const * const row = findCode(letter)) {
         pieces.push_back({row->code, count, row->resource != nullptr ? row->resource : ""});
     } else {

@@ -1,5 +1,6 @@
 #include "program/ResrcDB.h"
 
+#include "core/Clamp.h"
 #include "core/Format.h"
 #include "core/Output.h"
 #include "core/Resrc.h"
@@ -101,15 +102,16 @@ void storeSetting(ResrcFile const & file, Options const & options, String const 
 
 void readFiles(Options const & options)
 {
-    std::string const path = Yul::getResrc("default", DEFAULT_PATH);
+    Strings const path(Yul::getResrc("default", DEFAULT_PATH), ':');
     std::string tag;
     ResrcFile file(Yul::resrc());
-    for (std::string_view const element : detail::split(path, ':')) {
-        if (element.starts_with('+')) {
-            tag = element.substr(1);
+    for (int i = 0; i < path.getNum(); ++i) {
+        char const * const element = path.getString(i);
+        if (*element == '+') {
+            tag = element + 1;
             continue;
         }
-        if (element.empty() || file.open(std::string(element).c_str()) == 0)
+        if (file.open(element) == 0)
             continue;
         if (!tag.empty())
             file.setTag(tag.c_str());
@@ -163,7 +165,7 @@ void applySettings()
     if (char const * const path = Yul::getResrc("file_path"))
         Yul::setDatabasePath(path);
     if (char const * const time = Yul::getResrc("cur_time"))
-        Yul::setInitTime(static_cast<int>(DateTool::getSeconds(time)));
+        Yul::setInitTime(detail::clampToInt(DateTool::getSeconds(time)));
     if (Yul::isDebug(5))
         Yul::printAllResrc();
 }
