@@ -20,6 +20,16 @@ def root():
     return HERE.parent.parent
 
 
+@pytest.fixture(autouse=True)
+def _state_kept():
+    """What the library holds for the whole process is after a test as it was before it, but for named settings."""
+    path, time = _Yul.Yul_getDatabasePath(), _Yul.Yul_getInitTime()
+    yield
+    _Yul.Yul_setDatabasePath(path)
+    _Yul.Yul_setInitTime(time)
+    _Yul.Yul_setMessageLevel(_Yul.Yul_OUT2)
+
+
 @pytest.fixture
 def write_grib(tmp_path):
     """Writes messages (or any octets) to a file and returns its name."""
