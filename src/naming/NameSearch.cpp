@@ -274,7 +274,8 @@ long NameConv::stepLimit() const
 bool NameConv::searchDirectory(Date const & start, int direction, long limit, NameConvFile & result)
 {
     bool const is_debug = Yul::isDebug(3);
-    long const tries = step > 0 ? limit : std::min(limit, 1L); // without a step every try has the same name
+    // A template with no code finer than a month gives nothing to step by.
+    long const tries = step > 0 ? limit : std::min(limit, 1L);
     Date date = start;
     std::string name;
     for (long i = 0; i < tries && isInCalendar(date); ++i) {
