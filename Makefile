@@ -7,6 +7,7 @@
 #   make sanitize    the same tests under the address and undefined-behaviour sanitizers
 #   make bench   measures our jobs beside other software and prints one table
 #   make fuzz    feeds the readers of outside bytes damaged input (FUZZ_SECONDS each, 60 unless given)
+#   make gallery renders the scripts of examples/gallery to docs/gallery (GALLERY: the names of some)
 #   make docs    the reference and the figures in build/docs
 #   make format  formats the C++ sources in place; make check-format only compares
 #   make clean   removes what all of these made
@@ -27,7 +28,7 @@ run_python = PYTHONPATH=$(CURDIR)/$(1)/python PYTHONDONTWRITEBYTECODE=1 $(PYTHON
 demo_map = --domain stereo:90:-25,53,-25,57,43,1.5 --interval 60 --color blue
 sources = $(shell git ls-files '*.h' '*.cpp')
 
-.PHONY: all demo test sanitize bench fuzz docs format check-format clean
+.PHONY: all demo test sanitize bench fuzz gallery docs format check-format clean
 
 all:
 	@scripts/install-deps build
@@ -68,6 +69,12 @@ fuzz:
 	@CXX=$(FUZZ_CXX) $(call configure,build-fuzz,-DYUL_FUZZ=ON -DYUL_TESTS=OFF -DYUL_PYTHON=OFF)
 	@cmake --build build-fuzz
 	@scripts/run-fuzz build-fuzz $(FUZZ_SECONDS)
+
+gallery:
+	@scripts/install-deps build demo
+	@$(call configure,build)
+	@cmake --build build --target package_tree
+	@$(call run_python,build) scripts/make_gallery.py docs/gallery $(GALLERY)
 
 docs:
 	@scripts/install-deps build docs
