@@ -165,6 +165,16 @@ PyObject * Function::makeObject(PyObject * module_name)
     return PyCFunction_NewEx(&definition, handle.get(), module_name);
 }
 
+bool Function::document(PyObject * text)
+{
+    char const * const octets = PyUnicode_AsUTF8AndSize(text, nullptr);
+    if (octets == nullptr)
+        return false;
+    definition.ml_doc = octets;
+    documentation = Ref::borrow(text);
+    return true;
+}
+
 PyObject * raiseCount(Function const & function, std::size_t count)
 {
     std::size_t const least = function.leastCount();

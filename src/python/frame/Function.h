@@ -70,6 +70,7 @@ struct Function
     std::vector<Overload> overloads;        ///< as declared
     std::vector<Overload const *> attempts; ///< in the order in which they are tried; empty for a single one
     PyMethodDef definition{};
+    Ref documentation; ///< the str that `definition` takes its text from
 
     /// Orders the attempts; to be called once, when all overloads are there.
     void finish();
@@ -80,6 +81,9 @@ struct Function
 
     /// The Python function; null with an exception set.
     [[nodiscard]] PyObject * makeObject(PyObject * module_name);
+
+    /// Makes the str the function's documentation; false with an exception set for anything else.
+    bool document(PyObject * text);
 };
 
 /// What a Python function carries as its self: a short way to its only overload.

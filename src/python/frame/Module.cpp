@@ -9,7 +9,7 @@ namespace Yul::python {
 namespace {
 
 /// The module that Python's "_signatures" asks; the newest of this library.
-Module const * the_module = nullptr;
+Module * the_module = nullptr;
 
 PyObject * signaturesOf(PyObject *, PyObject *)
 {
@@ -21,10 +21,19 @@ PyObject * classesOf(PyObject *, PyObject *)
     return the_module->classes();
 }
 
+PyObject * document(PyObject *, PyObject * texts)
+{
+    if (!the_module->document(texts))
+        return nullptr;
+    Py_RETURN_NONE;
+}
+
 PyMethodDef methods[] = {
     {"_signatures", signaturesOf, METH_NOARGS,
      "name of a function -> its overloads in order, each (kind, result type, parameter types)"},
     {"_classes", classesOf, METH_NOARGS, "name of a class -> the names of its base classes"},
+    {"_document", document, METH_O,
+     "gives functions the documentation of a dict: name of a function -> text"},
     {nullptr, nullptr, 0, nullptr},
 };
 
@@ -64,8 +73,12 @@ PyObject * textOf(std::string const & text)
 
 PyObject * signatureOf(Overload const & overload)
 {
-    Ref const parameters = tupleOf(overload.parameters,
-                                   [](ParameterInfo const * parameter) { return textOf(parameter->name()); });
+    std::vector<std::string> names;
+    for (ParameterInfo const * const parameter : overload.parameters)
+        names.push_back(parameter->name());
+    if (overload.is_variadic)
+        names.emplace_back("...");
+    Ref const parameters = tupleOf(names, textOf);
     return parameters ? Py_BuildValue("(ssO)", nameOf(overload.kind), overload.result_name().c_str(),
                                       parameters.get())
                       : nullptr;
@@ -146,6 +159,19 @@ PyObject * Module::classes() const
             return nullptr;
     }
     return dict.release();
+}
+
+bool Module::document(PyObject * texts)
+{
+    if (PyDict_Check(texts) == 0) {
+        PyErr_SetString(PyExc_TypeError, "the documentation is no dict");
+        return false;
+    }
+    for (Function & function : functions)
+        if (PyObject * const text = PyDict_GetItemString(texts, function.name.c_str()))
+            if (!function.document(text))
+                return false;
+    return true;
 }
 
 PyObject * Module::create(char const * name, char const * documentation)

@@ -30,10 +30,14 @@ public:
     void addVariable(Variable variable);
 
     /// For makers of wrappers and stubs: function name -> overloads, each (kind, result type, parameter
-    /// types); kinds are "constructor", "method" (its object is the first parameter), "static" and "special".
+    /// types, "..." behind those of a variadic one); kinds are "constructor", "method" (its object is the first
+    /// parameter), "static" and "special".
     [[nodiscard]] PyObject * signatures() const;
     /// Class name -> names of its declared bases, in the order of declaration.
     [[nodiscard]] PyObject * classes() const;
+    /// Gives functions their documentation: a dict of texts by function name; names that no function has are
+    /// passed over. False with an exception set.
+    bool document(PyObject * texts);
 
 private:
     struct DeclaredClass
