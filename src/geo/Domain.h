@@ -129,6 +129,11 @@ public:
     /// The distance of a satellite view's satellite from the earth's centre, units of 100 km.
     [[nodiscard]] static float satelliteDistance(DomainVal const & val) noexcept;
 
+    /// Converts a position. earth: latitude and longitude, degrees, north and east positive; point: x to the right
+    /// and y upward in the plane, units of 100 km (degrees for latlon, radians for the satellite view); grid:
+    /// fractional column and row, row 0 in the north. The last argument is the result.
+    /// return  1; 0, and Const::MISS in every coordinate of the result, when the input is missing, not finite or
+    ///         has no image. Prints nothing.
     int tran(EarthPoint const & earth, Point & point) const;
     int tran(Point const & point, EarthPoint & earth) const;
     int tran(GridPoint const & grid, Point & point) const;

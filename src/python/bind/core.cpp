@@ -163,6 +163,7 @@ void bindYul(Module & m)
         .staticMethod("sleep", &Yul::sleep)
         .staticMethod("pause", &Yul::pause)
         .staticMethod("getVersion", &Yul::getVersion)
+        .staticMethod("resrc", &Yul::resrc)
         .staticMethod("getResrc", overload<char const *(char const *)>(&Yul::getResrc),
                       overload<int(char const *, int)>(&Yul::getResrc),
                       overload<float(char const *, float)>(&Yul::getResrc),
@@ -184,7 +185,8 @@ void bindFileTool(Module & m)
         .constructor<>()
         .staticMethod("addPath", &FileTool::addPath)
         .staticMethod("exist", &FileTool::exist)
-        .staticMethod("getSize", &FileTool::getSize);
+        .staticMethod("getSize", &FileTool::getSize)
+        .staticMethod("isDirectory", &FileTool::isDirectory);
 }
 
 } // namespace Yul::python

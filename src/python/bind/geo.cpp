@@ -158,7 +158,12 @@ void bindCityData(Module & m)
         .method("getLocation", &CityData::getLocation)
         .method("getLat", &CityData::getLat)
         .method("getLon", &CityData::getLon)
-        .method("getElev", &CityData::getElev);
+        .method("getElev", &CityData::getElev)
+        .member("id", &CityData::id)
+        .member("name", &CityData::name)
+        .member("country", &CityData::country)
+        .member("location", &CityData::location)
+        .member("elevation", &CityData::elevation);
 }
 
 void bindCityFile(Module & m)
@@ -265,6 +270,8 @@ void bindDomain(Module & m)
         .method("getStdLat", &Domain::getStdLat)
         .staticMethod("satelliteDistance", &Domain::satelliteDistance)
         .method("viewEarth", viewEarth)
+        .method("calcEarth", &Domain::calcEarth)
+        .method("calcPlane", &Domain::calcPlane)
         .staticMethod("getProj", &Domain::getProj)
         .method("tran", overload<int(EarthPoint const &, Point &) const>(&Domain::tran),
                 overload<int(Point const &, EarthPoint &) const>(&Domain::tran),

@@ -246,6 +246,8 @@ void bindGTran(Module & m)
         .method("tranPlotWindowY", &GTran::tranPlotWindowY)
         .method("tranNdcPlotX", &GTran::tranNdcPlotX)
         .method("tranNdcPlotY", &GTran::tranNdcPlotY)
+        .method("getPlotPerWindowX", &GTran::getPlotPerWindowX)
+        .method("getPlotPerWindowY", &GTran::getPlotPerWindowY)
         .staticMethod("tranWindowX", &GTran::tranWindowX)
         .staticMethod("tranWindowY", &GTran::tranWindowY)
         .method("isPointsInWindow",

@@ -151,7 +151,14 @@ void bindVarNameItem(Module & m)
         .method("getGrib1", &VarNameItem::getGrib1)
         .method("getDiscipline", &VarNameItem::getDiscipline)
         .method("getCategory", &VarNameItem::getCategory)
-        .method("getNumber", &VarNameItem::getNumber);
+        .method("getNumber", &VarNameItem::getNumber)
+        // read-only: items of the library's table lie in constant memory
+        .readOnly("index", [](VarNameItem const & item) { return item.index; })
+        .readOnly("alternate", [](VarNameItem const & item) { return item.alternate; })
+        .readOnly("grib1", [](VarNameItem const & item) { return item.grib1; })
+        .readOnly("name", [](VarNameItem const & item) { return item.name; })
+        .readOnly("long_name", [](VarNameItem const & item) { return item.long_name; })
+        .readOnly("units", [](VarNameItem const & item) { return item.units; });
 }
 
 void bindVarName(Module & m)
