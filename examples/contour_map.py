@@ -13,8 +13,9 @@ import argparse
 import math
 import os
 import sys
+from typing import NoReturn
 
-from Yul import ContPlot, Domain, DomainTool, GribFile, Plot, PlotAttr, Range, Yul
+from Yul import ContPlot, Domain, DomainTool, GribFile, Grid, Plot, PlotAttr, Range, Yul
 
 
 # How the page lies, and on an upright sheet its printable area in inches. A picture to embed stands upright in
@@ -31,11 +32,11 @@ class Failure(Exception):
 
 
 class Parser(argparse.ArgumentParser):
-    def error(self, message):
+    def error(self, message: str) -> NoReturn:
         sys.exit(f'contour_map: {message}')
 
 
-def parse_arguments():
+def parse_arguments() -> argparse.Namespace:
     parser = Parser(description=__doc__.split('\n')[0])
     parser.add_argument('file', help='GRIB file, edition 1 or 2')
     parser.add_argument('--match', metavar='TEXT', default='', help='take the first field whose description has it')
@@ -50,7 +51,7 @@ def parse_arguments():
     return parser.parse_args()
 
 
-def find_field(name, text):
+def find_field(name: str, text: str) -> Grid:
     """The first field of the file whose description holds the text."""
     try:
         size = os.path.getsize(name)
@@ -71,7 +72,7 @@ def find_field(name, text):
     raise Failure(f'{name}: no field matches "{text}"; there is: ' + ', '.join(dict.fromkeys(descriptions)))
 
 
-def find_domain(text, grid):
+def find_domain(text: str | None, grid: Grid) -> Domain:
     """The area of the map: the text's, or the grid's own."""
     if text is None:
         return grid.getDomain()
@@ -81,16 +82,16 @@ def find_domain(text, grid):
     return domain
 
 
-def round_interval(values):
+def round_interval(values: Range) -> float:
     """A round number that gives about a dozen contours; 0, which leaves the choice open, for a flat field."""
     spread = (values.max - values.min) / CONTOURS
     if not 0 < spread < math.inf:
         return 0
-    power = 10.0 ** math.floor(math.log10(spread))
+    power = math.pow(10, math.floor(math.log10(spread)))
     return power * next(digit for digit in ROUND if digit * power >= spread or digit == ROUND[-1])
 
 
-def draw(grid, domain, arguments, page):
+def draw(grid: Grid, domain: Domain, arguments: argparse.Namespace, page: str) -> None:
     """Draws the map to the file `page`."""
     is_eps = arguments.device == 'eps'
     Yul.setResrc('device', ','.join(['postscript', page,
@@ -125,7 +126,7 @@ def draw(grid, domain, arguments, page):
         raise Failure()
 
 
-def find_output(arguments):
+def find_output(arguments: argparse.Namespace) -> str:
     """The full name of the page. It may replace a file, but neither the field's nor a device."""
     output = os.path.realpath(arguments.output or f'yul.{arguments.device}')
     if os.path.exists(output) and not os.path.isfile(output):
@@ -135,14 +136,14 @@ def find_output(arguments):
     return output
 
 
-def part_name(name):
+def part_name(name: str) -> str:
     """What a page is called until it is finished: its name and more, where device parameters can carry that."""
     ending = f'.{os.getpid()}.part'
     is_plain = ',' not in name and name[:1] not in '+|' and len(os.fsencode(name + ending)) <= LONGEST_NAME
     return (name if is_plain else 'contour_map') + ending
 
 
-def main():
+def main() -> None:
     arguments = parse_arguments()
     Yul.setProgramName('contour_map')
     Yul.setMessageLevel('error')

@@ -21,5 +21,10 @@ globals().update(_proxy.classes)
 cvar = _module.cvar
 __all__ = [*_proxy.classes, 'cvar', 'settings', 'start']
 
+
+def __dir__():
+    return __all__
+
+
 if not _module.Yul_getDatabasePath():
     _module.Yul_setDatabasePath(_path.join(_path.dirname(__file__), 'data'))

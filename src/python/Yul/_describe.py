@@ -1,10 +1,7 @@
 """What the module says of itself, in the form that the package needs.
 
-The build calls `write` once and keeps the answer as `_tables.py` beside this file: reading it there takes a fraction
-of the time of asking anew at every import.
+The build keeps the same in `_tables.py`, with the comments of the headers; this serves where it could not.
 """
-
-import pprint
 
 import _Yul
 
@@ -15,17 +12,11 @@ def _prototype(kind, result, parameters):
 
 
 def describe():
-    """The bases of each class, the functions that take no object, and the prototypes of each function."""
-    static, prototypes = set(), {}
+    """The bases of each class, the comments of classes (none), the functions' documentation, and the functions that
+    take no object."""
+    static, texts = set(), {}
     for name, overloads in _Yul._signatures().items():
-        prototypes[name] = '\n'.join(_prototype(*overload) for overload in overloads)
+        texts[name] = '\n'.join(_prototype(*overload) for overload in overloads)
         if all(kind == 'static' for kind, *_ in overloads):
             static.add(name)
-    return {'BASES': _Yul._classes(), 'STATIC': static, 'PROTOTYPES': prototypes}
-
-
-def write(name):
-    """Keeps the answer as a Python file."""
-    with open(name, 'w', encoding='utf-8') as file:
-        for table, content in describe().items():
-            file.write(f'{table} = {pprint.pformat(content, width=120)}\n')
+    return _Yul._classes(), {}, texts, static

@@ -1,10 +1,21 @@
 """What Python users expect of the library's classes beyond the library's own operations, class by class.
 
 The names of a class here join the class of the same name; where both have a name, the one here holds. `None`
-stands for "not set", where the library itself speaks of -9999.
+stands for "not set", where the library itself speaks of -9999. The build copies the annotations into the type stubs; `Item`
+there is what a list holds.
 """
 
+from __future__ import annotations
+
 import _Yul
+
+TYPE_CHECKING = False  # as type checkers know it; importing typing would take as long as the whole package
+if TYPE_CHECKING:
+    from collections.abc import Iterable, Iterator
+    from datetime import datetime as DateTime, timedelta as TimeDelta
+    from typing import Any, Self, overload
+    import numpy as np
+    from numpy.typing import ArrayLike, NDArray
 
 
 def text_of(write, *arguments):
@@ -19,13 +30,13 @@ class _Record:
 
     fields = ()
 
-    def __iter__(self):
+    def __iter__(self) -> Iterator[float]:
         return iter([getattr(self, name) for name in self.fields])
 
-    def __repr__(self):
+    def __repr__(self) -> str:
         return f'{type(self).__name__}({", ".join(format(value, "g") for value in self)})'
 
-    def __eq__(self, other):
+    def __eq__(self, other: object) -> bool:
         return isinstance(other, type(self)) and list(self) == list(other) or NotImplemented
 
     __hash__ = None
@@ -34,8 +45,15 @@ class _Record:
 class _Sequence:
     """A growable list of the library as a Python sequence. Items are the list's own, not copies."""
 
-    def __len__(self):
+    def __len__(self) -> int:
         return self.getNum()
+
+    if TYPE_CHECKING:
+        @overload
+        def __getitem__(self, index: int) -> Item: ...
+
+        @overload
+        def __getitem__(self, index: slice) -> list[Item]: ...
 
     def __getitem__(self, index):
         count = self.getNum()
@@ -45,45 +63,52 @@ class _Sequence:
             raise IndexError(f'index {index} in a list of {count}')
         return self.get(index % count)
 
-    def __iter__(self):
+    def __iter__(self) -> Iterator[Item]:
         i = 0
         while i < self.getNum():
             yield self.get(i)
             i += 1
 
-    def append(self, item):
+    def append(self, item: Item) -> None:
         self.add(item)
 
-    def extend(self, items):
+    def extend(self, items: Iterable[Item]) -> None:
         for item in items:
             self.add(item)
 
-    def __repr__(self):
+    def __repr__(self) -> str:
         return f'<Yul.{type(self).__name__} of {len(self)}>'
 
 
 class _Closing:
     """Closed at the end of a `with` block."""
 
-    def __enter__(self):
+    def __enter__(self) -> Self:
         return self
 
-    def __exit__(self, *exception):
+    def __exit__(self, *exception: object) -> None:
         self.close()
 
 
 class String:
-    def __str__(self):
+    def __str__(self) -> str:
         return self.get() or ''
 
-    def __len__(self):
+    def __len__(self) -> int:
         return self.length()
 
-    def __repr__(self):
+    def __repr__(self) -> str:
         return f'String({str(self)!r})'
 
 
 class Strings(_Sequence):
+    if TYPE_CHECKING:
+        @overload
+        def __getitem__(self, index: int) -> str: ...
+
+        @overload
+        def __getitem__(self, index: slice) -> list[str]: ...
+
     def __getitem__(self, index):
         if isinstance(index, slice):
             return [self.getString(i) for i in range(*index.indices(len(self)))]
@@ -91,7 +116,7 @@ class Strings(_Sequence):
             raise IndexError(f'index {index} in a list of {len(self)}')
         return self.getString(index % len(self))
 
-    def __iter__(self):
+    def __iter__(self) -> Iterator[str]:
         return (self.getString(i) for i in range(len(self)))
 
 
@@ -143,20 +168,27 @@ class Date:
     that are missing. `f'{date:%Y-%m-%d}'` formats with the codes of `toText`.
     """
 
-    def __format__(self, codes):
+    def __format__(self, codes: str) -> str:
         return text_of(self.toText, codes) if codes else str(self)
 
-    def __eq__(self, other):
+    def __eq__(self, other: object) -> bool:
         return self.getSeconds() == other.getSeconds() if isinstance(other, classes['Date']) else NotImplemented
 
-    def __le__(self, other):
+    def __le__(self, other: Date) -> bool:
         return self.getSeconds() <= other.getSeconds() if isinstance(other, classes['Date']) else NotImplemented
 
-    def __ge__(self, other):
+    def __ge__(self, other: Date) -> bool:
         return self.getSeconds() >= other.getSeconds() if isinstance(other, classes['Date']) else NotImplemented
 
-    def __hash__(self):
+    def __hash__(self) -> int:
         return hash(self.getSeconds())
+
+    if TYPE_CHECKING:
+        @overload
+        def __sub__(self, other: TimeDelta) -> Date: ...
+
+        @overload
+        def __sub__(self, other: Date) -> TimeDelta: ...
 
     def __sub__(self, other):
         """The timedelta from another date, or the date a timedelta earlier."""
@@ -169,7 +201,7 @@ class Date:
             raise ValueError('a date that is not set has no distance')
         return timedelta(seconds=self.getSeconds() - other.getSeconds())
 
-    def __add__(self, step):
+    def __add__(self, step: TimeDelta) -> Self:
         """The date a timedelta later, to the second; missing fields stay missing."""
         from datetime import timedelta
         if not isinstance(step, timedelta):
@@ -182,7 +214,7 @@ class Date:
     __radd__ = __add__
 
     @property
-    def datetime(self):
+    def datetime(self) -> DateTime | None:
         """The moment as an aware datetime in UTC, to a tenth of a millisecond; None when the date is not set.
 
         Missing fields count as their first: a date without an hour is at midnight.
@@ -196,7 +228,7 @@ class Date:
         return epoch + timedelta(seconds=self.getSeconds() - self.getZoneOffset() + fraction)
 
     @classmethod
-    def fromDatetime(cls, moment):
+    def fromDatetime(cls, moment: DateTime) -> Self:
         """The date of a datetime; one without a time zone counts as UTC."""
         from datetime import datetime, timezone
         if moment.tzinfo is None:
@@ -207,7 +239,7 @@ class Date:
         return date
 
     @property
-    def datetime64(self):
+    def datetime64(self) -> np.datetime64:
         """The moment in UTC as numpy.datetime64 in milliseconds, not-a-time when the date is not set."""
         from numpy import datetime64
         if not self.isSet():
@@ -217,7 +249,7 @@ class Date:
         return datetime64((self.getSeconds() - self.getZoneOffset()) * 1000 + fraction, 'ms')
 
     @classmethod
-    def fromDatetime64(cls, moment):
+    def fromDatetime64(cls, moment: np.datetime64) -> Self:
         """The date of a numpy.datetime64, unset for not-a-time."""
         from numpy import datetime64, isnat
         if isnat(moment):
@@ -228,7 +260,8 @@ class Date:
         return date
 
     @staticmethod
-    def range(start, stop, *, days=0, hours=0, minutes=0, seconds=0):
+    def range(start: Date, stop: Date, *, days: float = 0, hours: float = 0, minutes: float = 0,
+              seconds: float = 0) -> Iterator[Date]:
         """Dates from `start` on in equal steps, as long as they lie before `stop` (after it, in steps back)."""
         from datetime import timedelta
         step = timedelta(days=days, hours=hours, minutes=minutes, seconds=seconds)
@@ -243,7 +276,7 @@ class Date:
 class NameConv:
     """A file name convention: turns a data type and a time into a file, and finds the latest one."""
 
-    def latest(self, when='la'):
+    def latest(self, when: str = 'la') -> tuple[str, DateTime | None] | None:
         """The path and the datetime of the file that `when` asks for (see setLatest); None when there is none."""
         found = classes['NameConvFile']()
         if not self.setLatest(when, found):
@@ -255,13 +288,13 @@ class Domain:
     """Where a grid or a plot lies, and the conversions between earth, projection plane and grid."""
 
     @property
-    def lats(self):
+    def lats(self) -> NDArray[np.float32] | Any:
         """Latitudes of all grid points, an array (rows, columns) of float32; -9999 where there is no position. None
         without a grid."""
         return self._earth(0)
 
     @property
-    def lons(self):
+    def lons(self) -> NDArray[np.float32] | Any:
         """Longitudes of all grid points, -180 to 180, as `lats`."""
         return self._earth(1)
 
@@ -272,12 +305,12 @@ class Domain:
         from numpy import asarray
         return asarray(view)[i]
 
-    def forward(self, lat, lon):
+    def forward(self, lat: ArrayLike, lon: ArrayLike) -> tuple[NDArray[Any], NDArray[Any]]:
         """The plane coordinates x and y of latitudes and longitudes, numbers or arrays that broadcast: two arrays,
         -9999 where there is no image. They are float32 when both inputs are, else float64."""
         return self._convert(_Yul.Domain_forward, lat, lon)
 
-    def inverse(self, x, y):
+    def inverse(self, x: ArrayLike, y: ArrayLike) -> tuple[NDArray[Any], NDArray[Any]]:
         """The latitudes and longitudes of plane coordinates, as `forward`."""
         return self._convert(_Yul.Domain_inverse, x, y)
 
@@ -292,13 +325,13 @@ class Domain:
         return outputs
 
     @property
-    def proj(self):
+    def proj(self) -> str | None:
         """The projection as a PROJ text whose plane is this domain's; None where PROJ has no such plane."""
         from ._projections import proj_text
         return proj_text(self)
 
     @property
-    def cf(self):
+    def cf(self) -> dict[str, Any] | None:
         """The projection as the attributes of a CF grid mapping, in metres and degrees; None where CF has none."""
         from ._projections import cf_mapping
         return cf_mapping(self)
@@ -307,10 +340,10 @@ class Domain:
 class Level:
     """A vertical level or a layer between two values; prints as a label."""
 
-    def __str__(self):
+    def __str__(self) -> str:
         return text_of(self.toLabel)
 
-    def __repr__(self):
+    def __repr__(self) -> str:
         return f'<Yul.Level {text_of(self.toString)}>'
 
 
@@ -330,7 +363,7 @@ class Grid:
     """One two-dimensional field on the regular grid of a domain; row 0 in the north, column 0 in the west."""
 
     @property
-    def values(self):
+    def values(self) -> NDArray[np.float32] | Any:
         """The values as a writable NumPy array (rows, columns) of float32 that shares the grid's memory.
 
         Missing values are -9999. None when the grid has no values. The array stays valid, on the old values,
@@ -343,33 +376,33 @@ class Grid:
         return asarray(view)
 
     @values.setter
-    def values(self, values):
+    def values(self, values: ArrayLike) -> None:
         self.values[...] = values
 
     @property
-    def masked(self):
+    def masked(self) -> np.ma.MaskedArray[Any, np.dtype[np.float32]]:
         """The same array with the missing values masked."""
         from numpy.ma import masked_equal
         return masked_equal(self.values, _Yul.cvar.Const_MISS, copy=False)
 
     @property
-    def date(self):
+    def date(self) -> Date:
         """The initial time of the field."""
         return self.getInitDate()
 
     @property
-    def valid(self):
+    def valid(self) -> Date:
         """The time for which the field holds: the initial time moved by the forecast time."""
         date = classes['Date']()
         self.getValidDate(date)
         return date
 
     @property
-    def info(self):
+    def info(self) -> str:
         """What the field is, with its units in brackets."""
         return self.getInfo() or ''
 
-    def __repr__(self):
+    def __repr__(self) -> str:
         return f'<Yul.Grid {self.getNx()}x{self.getNy()} {self.getLevel()} {self.info}, {self.valid}>'
 
 
@@ -380,7 +413,7 @@ class GribFile(_Closing):
         if not self.isOpen():
             raise OSError('GribFile: no file is open')
 
-    def __iter__(self):
+    def __iter__(self) -> Iterator[Grid]:
         self._check_open()
         while self.read(grid := classes['Grid']()):
             yield grid
@@ -391,7 +424,7 @@ class GribFile(_Closing):
         while self.peek(grid):
             yield grid
 
-    def inventory(self):
+    def inventory(self) -> Any:
         """What the file holds from here on, from headers alone: a record a field, as a pandas DataFrame where pandas
         is there, else as a list of dictionaries."""
         self._check_open()
@@ -405,7 +438,7 @@ class GribFile(_Closing):
             return records
         return DataFrame.from_records(records)
 
-    def select(self, **wanted):
+    def select(self, **wanted: Any) -> Iterator[Grid]:
         """The fields from here on whose record (see inventory) has these values; only they are unpacked.
 
             for grid in file.select(name="HGT", level=500, hours=24): ...

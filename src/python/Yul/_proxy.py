@@ -11,10 +11,11 @@ import _Yul
 from . import _habits
 
 try:
-    from ._tables import BASES, PROTOTYPES, STATIC
+    from ._tables import BASES, CLASS_DOCS, DOCS, STATIC
 except ImportError:  # the build has not written them, or could not run what it built
     from ._describe import describe
-    BASES, STATIC, PROTOTYPES = describe().values()
+    BASES, CLASS_DOCS, DOCS, STATIC = describe()
+_Yul._document(DOCS)
 
 
 class Object:
@@ -22,6 +23,11 @@ class Object:
 
     def __init__(self, *arguments):
         raise TypeError(f'{type(self).__name__} has no constructor')
+
+    def __dir__(self):
+        """What there is to use: operations and data members, no enumerators (they are the class's) and no machinery."""
+        return [name for name in dir(type(self))
+                if (name[0] != '_' or name.startswith('__')) and type(getattr(type(self), name, None)) is not int]
 
     def __str__(self):
         write = getattr(self, 'toText', None) or getattr(self, 'toString', None)
@@ -42,7 +48,7 @@ def _operation(function, class_name, name):
 
     operation.__name__ = name
     operation.__qualname__ = f'{class_name}.{name}'
-    operation.__doc__ = PROTOTYPES[function.__name__]
+    operation.__doc__ = DOCS[function.__name__]
     return operation
 
 
@@ -50,7 +56,7 @@ def _constructor(new, attach):
     def __init__(self, *arguments):
         attach(self, new(*arguments))
 
-    __init__.__doc__ = PROTOTYPES[new.__name__]
+    __init__.__doc__ = DOCS[new.__name__]
     return __init__
 
 
@@ -67,6 +73,8 @@ def _attributes(name, flat):
     """What a class has by its flat names, those without the class in front."""
     attributes = {}
     for rest, value in flat.items():
+        if rest in ('registerclass', 'attach'):
+            continue
         if rest.endswith('_get'):
             attributes[rest[:-4]] = property(value, flat.get(f'{rest[:-4]}_set'))
         elif rest == '__iadd__':
@@ -77,7 +85,6 @@ def _attributes(name, flat):
             attributes[rest] = value
         elif not rest.endswith('_set'):
             attributes[rest] = _operation(value, name, rest)
-    del attributes['registerclass'], attributes['attach']
     return attributes
 
 
@@ -93,7 +100,8 @@ def _make(name, flat, made):
     habits = vars(_habits).get(name)
     for source in reversed(habits.__mro__[:-1] if habits else ()):
         attributes.update((key, value) for key, value in vars(source).items()
-                          if key not in ('__module__', '__dict__', '__weakref__', '__qualname__'))
+                          if key not in ('__module__', '__dict__', '__weakref__', '__qualname__', '__doc__'))
+    attributes['__doc__'] = CLASS_DOCS.get(name) or habits and habits.__doc__
     made[name] = type(name, bases, attributes)
     flat[name]['registerclass'](made[name])
     return made[name]
