@@ -15,7 +15,7 @@ import Yul
 import _Yul
 
 PACKAGE = Path(Yul.__file__).parent
-EXAMPLES = sorted((Path(__file__).resolve().parents[3] / 'examples').glob('*.py'))
+EXAMPLES = sorted((Path(__file__).resolve().parents[3] / 'examples').rglob('*.py'))
 
 pytestmark = pytest.mark.skipif(not (PACKAGE / '__init__.pyi').exists(),
                                 reason='a build with sanitizers cannot write stubs and tables')
