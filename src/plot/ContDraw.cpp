@@ -1,17 +1,20 @@
 // Drawing the contour lines of a grid, with their labels and the field's highs and lows.
-#include "core/Format.h"
 #include "core/Yul.h"
 #include "grid/Grid.h"
+#include "plot/BandPainter.h"
 #include "plot/Clip.h"
 #include "plot/ContPlot.h"
 #include "plot/Extrema.h"
 #include "plot/GridPlaces.h"
+#include "plot/LevelText.h"
 #include "plot/LineLabels.h"
 #include "plot/Plot.h"
 
+#include <algorithm>
 #include <cmath>
-#include <cstdlib>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Yul {
@@ -32,28 +35,7 @@ constexpr float LABEL_SPACING = 0.24F;     // of the page's longer side
 constexpr float EXTREMUM_SPACING = 0.085F; // of the frame, in points of the grid
 constexpr float LEAST_PROMINENCE = 0.5F;   // of the contour interval
 constexpr float WIDE = 2.2F;               // how much wider every nth line is
-
-/// Decimals that tell the levels apart.
-int decimalsOf(float interval)
-{
-    double scaled = std::abs(static_cast<double>(interval));
-    int decimals = 0;
-    while (decimals < 6 && std::abs(scaled - std::round(scaled)) > 1e-3 * std::min(scaled, 1.)) {
-        scaled *= 10;
-        ++decimals;
-    }
-    return decimals;
-}
-
-/// A level or value as it is written on the map.
-std::string numberText(float value, float interval)
-{
-    if (detail::isMissing(interval))
-        return detail::plainNumber(value);
-    std::string text = detail::format("%.*f", decimalsOf(interval), static_cast<double>(value));
-    bool const is_zero = text.find_first_not_of("-0.") == std::string::npos;
-    return is_zero && text.front() == '-' ? text.substr(1) : text;
-}
+constexpr float FINENESS = 1.5e-4F; // of the page's longer side: corners of bands that need not be told apart
 
 /// From the plane of the map to page measure (NDC), and to nothing else.
 struct PageScale
@@ -100,54 +82,100 @@ public:
         frame = Rect(frame.x1 - slack, frame.y1 - slack, frame.x2 + slack, frame.y2 + slack);
         for (int i = 0; i < cont.getNumLevels(); ++i)
             pens.push_back(penOf(i));
+        has_lines = std::any_of(pens.begin(), pens.end(), [](Pen const & pen) { return pen.color >= 0; });
     }
 
     int draw(Domain const & domain)
     {
         if (detail::isSamePlane(domain, plot.getDomain())) {
-            for (auto const & set : detail::columnRowCoordinates(domain, plot.getDomain(), frame)) {
-                FieldView const view = set.view(values, frame);
-                detail::ColumnRowPlaces const places(set.x, set.y);
-                auto const find = [&](int column, int row, float & x, float & y) {
-                    x = set.x[static_cast<std::size_t>(column)];
-                    y = set.y[static_cast<std::size_t>(row)];
-                    return true;
-                };
-                double const cells = static_cast<double>(view.end_column - view.first_column) *
-                                     static_cast<double>(view.end_row - view.first_row);
-                drawView(view, places, find, cells);
-            }
+            auto const sets = detail::columnRowCoordinates(domain, plot.getDomain(), frame);
+            if (sets.empty())
+                return warnOutside();
+            for (bool const is_bands : {true, false})
+                for (auto const & set : sets)
+                    drawSet(set, is_bands);
             return 1;
         }
         detail::PointPlaces places;
-        if (!places.locate(domain, plot.getDomain(), frame)) {
-            Yul::outWarning("ContPlot::draw: The grid has no place on the plot\n");
-            return 0;
-        }
+        if (!places.locate(domain, plot.getDomain(), frame))
+            return warnOutside();
         FieldView const view{values, domain.getNx(),    domain.getNy(), 0, domain.getNx() - 1,
                              0,      domain.getNy() - 1};
         auto const find = [&](int column, int row, float & x, float & y) {
             return places.find(column, row, x, y);
         };
+        paintBands(view, places, find);
         drawView(view, places, find, places.getNumVisible());
-        return 1;
+        return places.isOnMap() ? 1 : warnOutside();
+    }
+
+    /// What the plot's colour bar shows of the scale; empty without one.
+    [[nodiscard]] detail::ColorBar colorBar(std::string const & units) const
+    {
+        detail::ColorBar bar;
+        for (auto const & [level, color] : bands()) {
+            bar.levels.push_back(level);
+            bar.colors.push_back(color);
+        }
+        if (std::all_of(bar.colors.begin(), bar.colors.end(), [](int color) { return color < 0; }))
+            return {};
+        bar.interval = cont.scale.interval;
+        bar.is_open = detail::isMissing(bar.interval) || cont.range.max > bar.levels.back() + bar.interval;
+        bar.units = units;
+        return bar;
+    }
+
+    static int warnOutside()
+    {
+        Yul::outWarning("ContPlot::draw: The grid has no place on the plot\n");
+        return 0;
     }
 
 private:
     [[nodiscard]] Pen penOf(int i)
     {
-        PlotAttr attr = cont.line;
-        if (char const * const color = cont.fill.getColor(i))
-            attr.setColor(color);
+        PlotAttr const & attr = cont.line;
         Pen pen{};
         bool const is_index = attr.color_name[0] == '\0' && !detail::isMissing(attr.color);
-        pen.color =
-            is_index ? plot.getColorMap().getValue(attr.color) : plot.findColor(attr.color_name, "black");
+        std::optional<int> const own = cont.is_filled ? std::nullopt : colorOf(i);
+        bool const is_off = attr.color_name[0] != '\0' && !attr.validColor();
+        pen.color = own        ? *own
+                    : is_off   ? -1
+                    : is_index ? plot.getColorMap().getValue(attr.color)
+                               : plot.findColor(attr.color_name, "black");
         pen.width = detail::isMissing(attr.width) ? 0.F : attr.width;
         if (isWide(i))
             pen.width = WIDE * std::max(pen.width, 1.F);
         pen.style = detail::isMissing(attr.style) ? dashStyle(cont.getLevel(i)) : attr.style;
         return pen;
+    }
+
+    /// The levels that the field reaches with their colours, ascending.
+    [[nodiscard]] std::vector<detail::Band> bands() const
+    {
+        std::vector<detail::Band> all;
+        for (int i = 0; i < cont.getNumLevels(); ++i)
+            if (cont.getLevel(i) <= cont.range.max)
+                all.push_back({cont.getLevel(i), colorOf(i).value_or(-1)});
+        std::stable_sort(all.begin(), all.end(),
+                         [](detail::Band const & a, detail::Band const & b) { return a.from < b.from; });
+        return all;
+    }
+
+    /// The device's colour for a level in the scale of colours; none where there is no scale, -1 for "off".
+    [[nodiscard]] std::optional<int> colorOf(int i) const
+    {
+        if (char const * const name = cont.fill.getColor(i))
+            return PlotAttr(name).validColor() ? plot.findColor(name, "black") : -1;
+        ColorMap const & table = plot.getColorMap();
+        if ((!cont.is_filled && !cont.has_table_colors) || table.getNumFill() < 1)
+            return std::nullopt;
+        // Spread over the levels that the field reaches.
+        auto const & levels = cont.scale.levels;
+        auto const reached =
+            std::count_if(levels.begin(), levels.end(), [&](float level) { return level < cont.range.max; });
+        double const share = reached > 1 ? std::min(1., i / static_cast<double>(reached - 1)) : 0.5;
+        return table.getValue(static_cast<int>(std::lround(share * (table.getNumFill() - 1))));
     }
 
     [[nodiscard]] int dashStyle(float level) const
@@ -198,18 +226,53 @@ private:
                       kept.from > 0 ? -1 : l.side1, kept.to < 1 ? -1 : l.side2});
     }
 
+    void drawSet(detail::ColumnRowCoordinates const & set, bool is_bands)
+    {
+        FieldView const view = set.view(values, frame);
+        detail::ColumnRowPlaces const places(set.x, set.y);
+        auto const find = [&](int column, int row, float & x, float & y) {
+            x = set.x[static_cast<std::size_t>(column)];
+            y = set.y[static_cast<std::size_t>(row)];
+            return true;
+        };
+        if (is_bands)
+            return paintBands(view, places, find);
+        double const cells = static_cast<double>(view.end_column - view.first_column) *
+                             static_cast<double>(view.end_row - view.first_row);
+        drawView(view, places, find, cells);
+    }
+
+    template <class Places, class Find>
+    void paintBands(FieldView const & view, Places const & places, Find const & find)
+    {
+        if (!cont.is_filled)
+            return;
+        PageScale const page(graph);
+        graph.setTran(Plot::MAP_TRAN);
+        detail::BandPainter(graph, bands(), frame,
+                            {FINENESS / std::abs(page.x_factor), FINENESS / std::abs(page.y_factor)})
+            .paint(view, places, find);
+    }
+
     template <class Places, class Find>
     void drawView(FieldView const & view, Places const & places, Find const & find, double visible_points)
     {
         float const tweak = (cont.range.max - cont.range.min) / 10000;
         std::span<float const> const levels = cont.scale.levels;
         graph.setTran(Plot::MAP_TRAN);
+        if (!has_lines && !cont.has_extrema)
+            return;
+        auto const sweep = [&](auto const & draw) {
+            detail::sweepCells(view, levels, tweak, places,
+                               [&](int column, int row, int k, CellLine const & line) {
+                                   if (pens[static_cast<std::size_t>(k)].color >= 0)
+                                       clipped(line, [&](CellLine const & l) { draw(column, row, k, l); });
+                               });
+        };
         if (!cont.has_labels && !cont.has_extrema) {
-            detail::sweepCells(view, levels, tweak, places, [&](int, int, int k, CellLine const & line) {
-                clipped(line, [&](CellLine const & l) {
-                    usePen(k);
-                    graph.drawLine(l.x1, l.y1, l.x2, l.y2);
-                });
+            sweep([&](int, int, int k, CellLine const & l) {
+                usePen(k);
+                graph.drawLine(l.x1, l.y1, l.x2, l.y2);
             });
             return;
         }
@@ -217,14 +280,12 @@ private:
         PageScale const page(graph);
         std::vector<CellLine> plane_lines;
         std::vector<DrawnLine> lines;
-        detail::sweepCells(
-            view, levels, tweak, places, [&](int column, int row, int k, CellLine const & line) {
-                clipped(line, [&](CellLine const & l) {
-                    plane_lines.push_back(l);
-                    lines.push_back({page.x(l.x1), page.y(l.y1), page.x(l.x2), page.y(l.y2), column, row,
-                                     static_cast<std::int16_t>(k), static_cast<std::int8_t>(l.side1),
-                                     static_cast<std::int8_t>(l.side2)});
-                });
+        if (has_lines)
+            sweep([&](int column, int row, int k, CellLine const & l) {
+                plane_lines.push_back(l);
+                lines.push_back({page.x(l.x1), page.y(l.y1), page.x(l.x2), page.y(l.y2), column, row,
+                                 static_cast<std::int16_t>(k), static_cast<std::int8_t>(l.side1),
+                                 static_cast<std::int8_t>(l.side2)});
             });
         Rect const viewport = graph.getTransform(Plot::MAP_TRAN).getViewport();
         detail::LabelBoxes boxes(viewport.x1, viewport.y1, viewport.x2, viewport.y2);
@@ -275,7 +336,7 @@ private:
         std::vector<std::string> texts;
         std::vector<detail::LevelLabel> labels;
         for (float const level : cont.scale.levels) {
-            texts.push_back(numberText(level, cont.scale.interval));
+            texts.push_back(detail::levelText(level, cont.scale.interval));
             labels.push_back({graph.getTextWidth(texts.back().c_str())});
         }
         detail::LabelRules rules;
@@ -300,6 +361,14 @@ private:
         graph.drawText(box.x - up_x * height / 2, box.y - up_y * height / 2, text.c_str());
     }
 
+    /// A power of ten that the range holds some dozens of times.
+    [[nodiscard]] float plainStep() const
+    {
+        constexpr float PARTS = 12;
+        float const step = (cont.range.max - cont.range.min) / PARTS;
+        return step > 0 ? std::pow(10.F, std::floor(std::log10(step))) : 1.F;
+    }
+
     template <class Find>
     void drawExtrema(FieldView const & view,
                      Find const & find,
@@ -308,10 +377,7 @@ private:
                      PageScale const & page,
                      detail::LabelBoxes & boxes)
     {
-        float const spread = cont.range.max - cont.range.min;
-        float const step = detail::isMissing(cont.scale.interval)
-                               ? spread / static_cast<float>(std::max(cont.getNumLevels(), 1))
-                               : cont.scale.interval;
+        float const step = detail::isMissing(cont.scale.interval) ? plainStep() : cont.scale.interval;
         int const reach =
             std::max(2, static_cast<int>(std::sqrt(visible_points) * static_cast<double>(EXTREMUM_SPACING)));
         for (Extremum const & extremum : detail::findExtrema(view, reach, LEAST_PROMINENCE * step)) {
@@ -336,7 +402,7 @@ private:
         float const gap = 0.3F * h;
         char const * const letter = extremum.is_high ? "H" : "L";
         char const * const color = extremum.is_high ? "blue" : "red";
-        std::string const value = numberText(extremum.value, step);
+        std::string const value = detail::levelText(extremum.value, step);
 
         setText(value_height, 1.5F, color);
         LabelBox box;
@@ -349,9 +415,25 @@ private:
         if (!is_inside || !boxes.isFree(box))
             return;
         boxes.add(box);
-        graph.drawText(x, y - letter_height / 2 - gap - value_height, value.c_str());
-        setText(letter_height, 3.F, color);
-        graph.drawText(x, y - letter_height / 2, letter);
+        drawClear(x, y - letter_height / 2 - gap - value_height, value.c_str(), {value_height, 1.5F, color});
+        drawClear(x, y - letter_height / 2, letter, {letter_height, 3.F, color});
+    }
+
+    struct TextLook
+    {
+        float height;
+        float weight;
+        char const * color;
+    };
+
+    /// Text that stands clear of what is behind it.
+    void drawClear(float x, float y, char const * text, TextLook const & look)
+    {
+        constexpr float HALO = 5; // dots
+        setText(look.height, look.weight + HALO, "white");
+        graph.drawText(x, y, text);
+        setText(look.height, look.weight, look.color);
+        graph.drawText(x, y, text);
     }
 
     ContPlot & cont;
@@ -359,7 +441,8 @@ private:
     Graph & graph;
     float const * values; // as many as the domain has points
     Rect frame;
-    std::vector<Pen> pens; // by level
+    std::vector<Pen> pens; // by level; a negative colour draws nothing
+    bool has_lines = false;
     int pen_level = -1;
 };
 
@@ -448,11 +531,13 @@ int ContPlot::draw(Plot & plot, Grid const & grid)
     tellFacts(grid, range, scale.interval, plot);
     if (!plot.isDrawn(detail::DRAW_PLOT) && !plot.isDrawn(detail::DRAW_DATA))
         return 1;
-    if (!isClosed(domain) || plot.getDomain().get().compare(domain.get()))
-        return Drawer(*this, plot, grid.data()).draw(domain);
     // A map other than the grid's own may show the seam, and the field has none there.
-    std::vector<float> const values = closedValues(grid, domain);
-    return Drawer(*this, plot, values.data()).draw(domain);
+    bool const is_closing = isClosed(domain) && !plot.getDomain().get().compare(domain.get());
+    std::vector<float> const closed = is_closing ? closedValues(grid, domain) : std::vector<float>();
+    Drawer drawer(*this, plot, is_closing ? closed.data() : grid.data());
+    if (detail::ColorBar bar = drawer.colorBar(plot.getFacts().units); !bar.isEmpty())
+        plot.setColorBar(std::move(bar));
+    return drawer.draw(domain);
 }
 
 } // namespace Yul

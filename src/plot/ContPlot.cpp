@@ -105,6 +105,12 @@ int ContPlot::setFill(ColorFill const & value)
     return 1;
 }
 
+int ContPlot::setFilled(bool is_on)
+{
+    is_filled = is_on;
+    return 1;
+}
+
 int ContPlot::setEvery(int n)
 {
     if (n < 0)
@@ -134,8 +140,12 @@ int ContPlot::setParam(char const * params)
             setValues(value.c_str());
         else if (is("ncol"))
             setNumColors(detail::toInt(value));
-        else if (is("col"))
+        else if (is("col") || is("fill")) {
+            is_filled = is_filled || is("fill");
+            has_table_colors = value.empty();
             fill.setColors(value.c_str());
+        } else if (is("nofill"))
+            is_filled = false;
         else if (is("dash"))
             setDash(detail::toInt(value));
         else if (is("every"))

@@ -12,7 +12,7 @@ namespace Yul {
 class Grid;
 class Plot;
 
-/// Draws a grid as contour lines on a plot. Levels come from an interval (and a base), or from a list of
+/// Draws a grid as contour lines on a plot, on request with the bands between them filled. Levels come from an interval (and a base), or from a list of
 /// values; without either the range is cut into about as many plain steps as there are colours.
 ///
 /// Every contour is drawn cell by cell as lines of two points, in whatever plane the plot has; on request
@@ -44,17 +44,27 @@ public:
     /// How the line labels look: colour (else that of the line), text height (in heights of the plot's
     /// labels) and weight. Switches them on.
     int setLabel(PlotAttr const & attr);
+    /// The scale of colours: they fill the bands where `setFilled` says so, else they colour the lines.
     int setFill(ColorFill const & value);
 
     [[nodiscard]] ColorFill const & getFill() const noexcept { return fill; }
+
+    /// Whether the bands between levels are filled: from each level up to the next in the level's colour,
+    /// above the last one in the last colour; below the first one nothing is painted. Without a list of
+    /// colours they are those of the colour table, spread over the levels that the field reaches. A colour
+    /// "off" leaves its band open.
+    int setFilled(bool is_on);
 
     /// Every nth level, counted from the base, is drawn with wider lines; 0 for none.
     int setEvery(int n);
 
     /// Settings as a list separated by commas; unknown items are passed over:
     ///   int=N  base=N  low=N  high=N   as above           val=A:B:C    explicit levels
-    ///   ncol=N   number of colours                        col=A:B:C    line colours from the lowest level up
-    ///   dash=N   dash mode                                line=ATTR    attribute text, colons between items
+    ///   ncol=N   number of colours                        col=A:B:C    colours of the lines from the lowest
+    ///                                                     level up; "col" alone: those of the colour table
+    ///   fill, fill=A:B:C, nofill   bands filled, with these colours or those of the colour table
+    ///   dash=N   dash mode                                line=ATTR    attribute text, colons between items;
+    ///                                                     "line=off" draws none
     ///   every=N  wide lines                               lab or lab=ATTR, nolab   labels in the lines
     ///   hilo, nohilo   highs and lows marked
     int setParam(char const * params);
@@ -78,7 +88,8 @@ public:
     [[nodiscard]] float getHigh() const noexcept { return scale.highest; }
 
     /// Draws the grid on an open plot, in the plot's domain or, where it has none, in the grid's own, which
-    /// it then takes. Proposes labels for the plot: variable and level, time, interval, model.
+    /// it then takes: first the bands, then lines, labels, highs and lows. Proposes labels for the plot
+    /// (variable and level, time, interval, model) and tells it what its colour bar shows.
     /// return 0 with a warning when the plot is not open, or the grid has no values or no place on the plot.
     int draw(Plot & plot, Grid const & grid);
 
@@ -93,6 +104,8 @@ private:
     int every = 0;
     bool has_labels = false;
     bool has_extrema = false;
+    bool is_filled = false;
+    bool has_table_colors = false; // those of the colour table, for lines; bands have them anyway
     PlotAttr line;
     PlotAttr label;
     ColorFill fill;

@@ -100,6 +100,8 @@ columnRowCoordinates(Domain const & grid, Domain const & plane, Rect const & fra
     if (!shift)
         return sets;
     Rect const & limits = grid.getLimits();
+    if (limits.y2 <= frame.y1 || limits.y1 >= frame.y2)
+        return sets;
     double const turn = turnWidth(val);
     for (int k = turn > 0 ? -2 : 0; k <= (turn > 0 ? 2 : 0); ++k) {
         double const offset = *shift + k * turn;
@@ -138,6 +140,7 @@ bool PointPlaces::locate(Domain const & grid, Domain const & plane, Rect const &
 {
     frame = plot_frame;
     nx = grid.getNx();
+    ny = grid.getNy();
     auto const count = static_cast<std::size_t>(grid.getNx()) * static_cast<std::size_t>(grid.getNy());
     try {
         x.resize(count);
@@ -170,6 +173,16 @@ bool PointPlaces::find(int column, int row, float & px, float & py) const
     px = x[k];
     py = y[k];
     return !isMissing(px) && !isMissing(py);
+}
+
+bool PointPlaces::isOnMap() const
+{
+    CellPlaces places;
+    for (int row = 0; visible == 0 && row + 1 < ny; ++row)
+        for (int column = 0; column + 1 < nx; ++column)
+            if ((*this)(column, row, places))
+                return true;
+    return visible > 0;
 }
 
 bool PointPlaces::operator()(int column, int row, CellPlaces & places) const

@@ -29,6 +29,9 @@ public:
     /// Points inside the frame.
     [[nodiscard]] int getNumVisible() const noexcept { return visible; }
 
+    /// True when a cell reaches into the frame.
+    [[nodiscard]] bool isOnMap() const;
+
 private:
     /// Longitude from the middle of the plane, 127 is half a turn.
     using Turn = std::int8_t;
@@ -40,6 +43,7 @@ private:
     }
 
     int nx = 0;
+    int ny = 0;
     Rect frame;
     std::vector<float> x;
     std::vector<float> y;
@@ -58,7 +62,7 @@ struct ColumnRowCoordinates
 };
 
 /// The places of a grid whose columns and rows are straight in the plot's plane: one set, or one for each
-/// turn of a latlon or Mercator plane that reaches into the frame. Empty when the planes differ.
+/// turn of a latlon or Mercator plane that reaches into the frame. Empty when the planes differ or nothing does.
 [[nodiscard]] std::vector<ColumnRowCoordinates>
 columnRowCoordinates(Domain const & grid, Domain const & plane, Rect const & frame);
 

@@ -4,25 +4,80 @@
 #include "core/StrLib.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
+#include <string_view>
 
 namespace Yul::detail {
 namespace {
 
 constexpr float TEXT_HEIGHT = 0.0105F; // of a page with one panel, 8 points on the standard page
 
-/// Room round the frame in text heights: tick labels on every side, two lines of labels above, one below.
+/// In text heights: from the frame to the nearest corner label, beyond the tick labels or without them.
+constexpr float UPPER_DISTANCE = 3.F;
+constexpr float LOWER_DISTANCE = 3.2F;
+constexpr float CLOSE_DISTANCE = 1.F;
+
+/// Room round the frames in text heights: tick labels on every side, two lines of labels above, one below.
 constexpr float SIDE_ROOM = 5.5F;
 constexpr float UPPER_ROOM = 7.F;
 constexpr float LOWER_ROOM = 5.5F;
+constexpr float TITLE_ROOM = 3.F;
+
+/// Between two panels that share their tick labels.
+constexpr float COLUMN_GAP = 2.F;
+constexpr float ROW_GAP =
+    UPPER_ROOM + LOWER_ROOM - UPPER_DISTANCE - LOWER_DISTANCE + 2 * CLOSE_DISTANCE - 1.F;
+
+constexpr float BAR_ROOM_RIGHT = 7.5F;
+constexpr float BAR_ROOM_BOTTOM = 4.5F;
 
 bool isCount(int n)
 {
     return n >= 1 && n <= MOST_PANELS;
 }
 
+struct Room
+{
+    float left, right, bottom, top;
+};
+
+Rect inside(Rect const & area, Room const & room)
+{
+    return {area.x1 + room.left, area.y1 + room.bottom, area.x2 - room.right, area.y2 - room.top};
+}
+
+struct PlaceName
+{
+    std::string_view name;
+    BarPlace place;
+};
+
+constexpr PlaceName PLACES[] = {{"r", BarPlace::RIGHT}, {"b", BarPlace::BOTTOM}};
+
 } // namespace
+
+BarPlace decodeBarPlace(char const * text)
+{
+    std::string_view const wanted = viewOf(text);
+    if (wanted.empty())
+        return BarPlace::RIGHT;
+    for (auto const & [name, place] : PLACES)
+        if (startsIgnoringCase(wanted, name))
+            return place;
+    return BarPlace::NONE;
+}
+
+float PanelLayout::upperDistance() const
+{
+    return (has_top ? UPPER_DISTANCE : CLOSE_DISTANCE) * text_height;
+}
+
+float PanelLayout::lowerDistance() const
+{
+    return (has_bottom ? LOWER_DISTANCE : CLOSE_DISTANCE) * text_height;
+}
 
 bool decodePanels(char const * text, PanelGrid & panels)
 {
@@ -43,22 +98,57 @@ bool decodePanels(char const * text, PanelGrid & panels)
     return true;
 }
 
-PanelLayout layOut(Rect const & page, PanelGrid const & panels, int panel, bool is_full)
+PanelLayout layOut(Rect const & page, PageStyle const & style, int panel)
 {
+    PanelGrid const & panels = style.panels;
     int const index = std::max(panel, 0) % panels.count();
-    auto const column = static_cast<float>(index % panels.columns);
-    auto const row = static_cast<float>(index / panels.columns);
-    float const width = page.getWidth() / static_cast<float>(panels.columns);
-    float const height = page.getHeight() / static_cast<float>(panels.rows);
+    int const column = index % panels.columns;
+    int const row = index / panels.columns;
+    bool const is_shared = !style.is_full && !style.has_full_labels && panels.count() > 1;
+    bool const is_right = style.bar == BarPlace::RIGHT;
+    bool const is_bottom = style.bar == BarPlace::BOTTOM;
 
     PanelLayout layout;
     float const share = 1.F / static_cast<float>(std::max(panels.rows, panels.columns));
-    layout.text_height = TEXT_HEIGHT * std::pow(share, 0.6F); // smaller panels, not quite as small texts
-    layout.area = Rect(page.x1 + column * width, page.y2 - (row + 1) * height, page.x1 + (column + 1) * width,
-                       page.y2 - row * height);
-    float const h = is_full ? 0.F : layout.text_height;
-    layout.map = Rect(layout.area.x1 + SIDE_ROOM * h, layout.area.y1 + LOWER_ROOM * h,
-                      layout.area.x2 - SIDE_ROOM * h, layout.area.y2 - UPPER_ROOM * h);
+    float const h = TEXT_HEIGHT * std::pow(share, 0.6F); // smaller panels, not quite as small texts
+    layout.text_height = h;
+
+    Room const frame =
+        style.is_full ? Room{} : Room{SIDE_ROOM * h, SIDE_ROOM * h, LOWER_ROOM * h, UPPER_ROOM * h};
+    Room const bar = {0, is_right ? BAR_ROOM_RIGHT * h : 0, is_bottom ? BAR_ROOM_BOTTOM * h : 0, 0};
+    Rect room = page;
+    if (style.has_title && panels.count() > 1)
+        room.y2 -= TITLE_ROOM * h;
+    if (is_shared)
+        room = inside(inside(room, bar), frame);
+    float const column_gap = is_shared ? COLUMN_GAP * h : 0;
+    float const row_gap = is_shared ? ROW_GAP * h : 0;
+    float const width = (room.getWidth() - column_gap * static_cast<float>(panels.columns - 1)) /
+                        static_cast<float>(panels.columns);
+    float const height =
+        (room.getHeight() - row_gap * static_cast<float>(panels.rows - 1)) / static_cast<float>(panels.rows);
+    float const x1 = room.x1 + static_cast<float>(column) * (width + column_gap);
+    float const y2 = room.y2 - static_cast<float>(row) * (height + row_gap);
+    Rect const cell(x1, y2 - height, x1 + width, y2);
+
+    if (!is_shared) {
+        layout.area = cell;
+        layout.map = inside(inside(cell, bar), frame);
+        layout.maps = layout.map;
+        layout.has_bar = style.bar != BarPlace::NONE;
+        return layout;
+    }
+    layout.has_left = column == 0;
+    layout.has_right = column == panels.columns - 1;
+    layout.has_top = row == 0;
+    layout.has_bottom = row == panels.rows - 1;
+    layout.map = cell;
+    layout.area = inside(cell, {-(layout.has_left ? frame.left : column_gap / 2),
+                                -(layout.has_right ? frame.right : column_gap / 2),
+                                -(layout.has_bottom ? frame.bottom : row_gap / 2),
+                                -(layout.has_top ? frame.top : row_gap / 2)});
+    layout.maps = room;
+    layout.has_bar = style.bar != BarPlace::NONE && index == 0;
     return layout;
 }
 

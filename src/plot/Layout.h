@@ -2,6 +2,7 @@
 #pragma once
 
 #include "geo/Rect.h"
+#include "plot/ColorBar.h"
 
 namespace Yul::detail {
 
@@ -14,12 +15,35 @@ struct PanelGrid
     [[nodiscard]] int count() const { return rows * columns; }
 };
 
+/// What a page has to leave room for.
+struct PageStyle
+{
+    PanelGrid panels;
+    bool is_full = false;          ///< the map fills its panel: no room is left for texts
+    bool has_full_labels = false;  ///< every panel has tick labels on all sides; else those inside are shared
+    bool has_title = false;        ///< one over all panels
+    BarPlace bar = BarPlace::NONE; ///< of each panel with full labels, else one for all
+};
+
 /// One panel: all measures in NDC.
 struct PanelLayout
 {
     Rect area;             ///< the whole panel
     Rect map;              ///< the room for the frame: what is left inside the labels
     float text_height = 0; ///< of labels; other texts are in proportion
+
+    /// Sides with tick labels.
+    bool has_left = true;
+    bool has_right = true;
+    bool has_bottom = true;
+    bool has_top = true;
+
+    bool has_bar = false; ///< the bar is drawn with this panel
+    Rect maps;            ///< the room of all maps that the bar is for
+
+    /// In the other panels of a row, and over those below the first, texts stand closer.
+    [[nodiscard]] float upperDistance() const;
+    [[nodiscard]] float lowerDistance() const;
 };
 
 /// How many panels a page may have each way.
@@ -31,7 +55,6 @@ bool decodePanels(char const * text, PanelGrid & panels);
 
 /// page   the NDC rectangle
 /// panel  a panel number; numbers beyond the last start over
-/// is_full  the frame fills the panel: no room is left for labels
-[[nodiscard]] PanelLayout layOut(Rect const & page, PanelGrid const & panels, int panel, bool is_full);
+[[nodiscard]] PanelLayout layOut(Rect const & page, PageStyle const & style, int panel);
 
 } // namespace Yul::detail

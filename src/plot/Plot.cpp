@@ -47,10 +47,11 @@ int Plot::init()
     graph.close();
     colors.init(COLOR_CAPACITY);
     draw.reset();
-    has_draw_list = is_inverse = is_full = has_inner_labels = has_domain = false;
+    has_draw_list = is_inverse = has_domain = false;
     logo.clear();
     border_color.clear();
-    panels = {};
+    style = {};
+    color_bar = {};
     panel = 0;
     layout = {};
     domain.init();
@@ -119,6 +120,7 @@ int Plot::setParam(char const * params)
         auto const is = [&key = key](std::string_view name) { return detail::sameIgnoringCase(key, name); };
         if (is("ti")) {
             facts.title = text;
+            style.has_title = !text.empty();
             graph.setTitle(text.c_str());
         } else if (is("bg")) {
             graph.setBackground(text.c_str());
@@ -127,13 +129,13 @@ int Plot::setParam(char const * params)
         } else if (is("col")) {
             border_color = text;
         } else if (is("pan")) {
-            if (detail::decodePanels(text.c_str(), panels) && graph.isOpen())
-                setUpPanel();
-        } else if (is("full") || is("full_lab")) {
-            is_full = true;
-            has_inner_labels = is("full_lab");
-            if (graph.isOpen())
-                setUpPanel();
+            detail::decodePanels(text.c_str(), style.panels);
+        } else if (is("full")) {
+            style.is_full = true;
+        } else if (is("full_lab")) {
+            style.has_full_labels = true;
+        } else if (is("bar")) {
+            style.bar = detail::decodeBarPlace(text.c_str());
         } else if (is("inv")) {
             is_inverse = true;
             graph.setInverse(true);
@@ -143,7 +145,7 @@ int Plot::setParam(char const * params)
             facts.zone.set(text.c_str());
         }
     }
-    return 1;
+    return graph.isOpen() ? setUpPanel() : 1;
 }
 
 int Plot::setDomain(Domain const & value)
@@ -179,7 +181,7 @@ int Plot::showDomain()
 int Plot::setUpPanel()
 {
     graph.setTran(PAGE_TRAN);
-    layout = detail::layOut(graph.getMaxViewport(), panels, panel, is_full);
+    layout = detail::layOut(graph.getMaxViewport(), style, panel);
     graph.setTran(MAP_TRAN);
     return hasExtent(domain.getLimits()) ? showDomain() : 1;
 }
@@ -187,10 +189,11 @@ int Plot::setUpPanel()
 int Plot::newPanel(char const * params)
 {
     setParam(params);
-    panel = (panel + 1) % panels.count();
+    panel = (panel + 1) % style.panels.count();
     domain.init();
     has_domain = false;
     labels = {};
+    color_bar = {};
     return graph.isOpen() ? setUpPanel() : 0;
 }
 

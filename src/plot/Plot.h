@@ -6,6 +6,7 @@
 #include "graphics/ColorMap.h"
 #include "graphics/Graph.h"
 #include "graphics/Listener.h"
+#include "plot/ColorBar.h"
 #include "plot/DrawList.h"
 #include "plot/GeomBox.h"
 #include "plot/Graticule.h"
@@ -86,10 +87,15 @@ public:
     int decodeGeometryStr(char const * text, GeomBox & box) const;
 
     /// Plot parameters, separated by commas; others are passed over:
-    ///   ti=TEXT   title            bg=COLOR  background         ic        iconic window
-    ///   col=COLOR border colour    inv       white on black     tz=ZONE   zone of label times
-    ///   pan=RxC   panels           full      the map fills its panel
-    ///   full_lab  the same, with the labels inside the map      lo=FILE   logo
+    ///   ti=TEXT    title, over all panels where there are several
+    ///   bg=COLOR   background               ic         iconic window       inv   white on black
+    ///   col=COLOR  colour of the border     tz=ZONE    zone of label times
+    ///   pan=RxC    panels; those inside the page share the tick labels of the outer ones
+    ///   full_lab   every panel has tick labels on all sides and a colour bar of its own
+    ///   full       the map fills its panel, corner labels stand inside it
+    ///   bar[=right|bottom|off]   a bar with the colours of the layer that fills or colours by level
+    ///   lo=FILE[:POS]   logo in a corner of the map ("lr" unless given)
+    ///   trans_col=COLOR   colour of logos that is not drawn
     int setParam(char const * params);
 
     /// The plane and the part of it that is drawn. 0, and nothing changes, for a domain without limits.
@@ -129,9 +135,19 @@ public:
     /// out  at least `size` octets; what does not fit is cut off. 0 when there is no room at all.
     int formatLabel(char const * in, char * out, int size) const;
     int formatLabel(char const * in, String & out) const;
+    /// A label may also be a picture: "im:NAME" or "if:NAME", or "im:NAME:X:Y" for another place, see
+    /// drawImage.
+    /// Draws the six labels, the colour bar, the logo and the title over all panels.
     int drawLabels();
     /// Forgets all labels.
     int clearLabels();
+
+    /// What the colour bar shows: a layer tells it. `drawBar` draws it where the parameters have asked for one.
+    int setColorBar(detail::ColorBar value);
+
+    [[nodiscard]] detail::ColorBar const & getColorBar() const noexcept { return color_bar; }
+
+    int drawBar();
 
     /// What the codes of labels stand for: layers fill it in.
     [[nodiscard]] detail::LabelFacts & getFacts() noexcept { return facts; }
@@ -161,19 +177,24 @@ private:
     int setUpPanel();
     int showDomain();
     void drawTicks();
+    void drawTickLabel(detail::GraticuleTick const & tick, Point const & place, float & free_from);
     void drawLabelRow(int first, Rect const & view);
+    void drawTitle();
+    void drawBarAt(Rect const & place, bool is_upright);
+    void startText(float height, float weight);
     [[nodiscard]] char const * labelColor() const;
+
+    [[nodiscard]] char const * plainColor() const { return is_inverse ? "white" : "black"; }
 
     Graph graph;
     ColorMap colors{COLOR_CAPACITY};
     detail::DrawSwitches draw;
     bool has_draw_list = false;
     bool is_inverse = false;
-    bool is_full = false;
-    bool has_inner_labels = false;
     std::string logo;
     std::string border_color;
-    detail::PanelGrid panels;
+    detail::PageStyle style;
+    detail::ColorBar color_bar;
     int panel = 0;
     detail::PanelLayout layout;
     Domain domain;

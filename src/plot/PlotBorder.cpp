@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <vector>
 
 namespace Yul {
@@ -15,6 +16,7 @@ using detail::LineKind;
 constexpr char const * GRATICULE_ATTR = "gray:wi=1:st=5";
 constexpr float FRAME_WIDTH = 3; // dots
 constexpr float TICK_WIDTH = 2;
+constexpr float TICK_WEIGHT = 1.5F;
 
 /// In text heights.
 constexpr float TICK_LENGTH = 0.55F;
@@ -45,6 +47,21 @@ std::vector<GraticuleTick> labelledTicks(Graticule const & graticule, GraticuleT
         return isAcross(edge) ? a.x < b.x : a.y < b.y;
     });
     return chosen;
+}
+
+/// The side of the frame has room for labels.
+bool hasLabels(detail::PanelLayout const & layout, GraticuleTick::Edge edge)
+{
+    switch (edge) {
+    case GraticuleTick::LEFT:
+        return layout.has_left;
+    case GraticuleTick::RIGHT:
+        return layout.has_right;
+    case GraticuleTick::BOTTOM:
+        return layout.has_bottom;
+    default:
+        return layout.has_top;
+    }
 }
 
 /// A unit step away from the frame.
@@ -99,7 +116,7 @@ int Plot::drawBorder()
     graph.setTran(PAGE_TRAN);
     graph.setLineColor(findColor(border_color.c_str(), labelColor()));
     graph.setLineStyle(1);
-    if (!is_full)
+    if (!style.is_full)
         drawTicks();
     graph.setLineWidth(FRAME_WIDTH);
     graph.drawRect(view);
@@ -110,13 +127,9 @@ int Plot::drawBorder()
 void Plot::drawTicks()
 {
     Graticule const graticule = detail::makeGraticule(domain, getFrame(), steps);
-    float const h = layout.text_height;
-    float const text_height = TICK_LABEL_HEIGHT * h;
+    float const length = TICK_LENGTH * layout.text_height;
     graph.setLineWidth(TICK_WIDTH);
-    graph.setTextColor(findColor(labelColor(), "black"));
-    graph.setTextWeight(1.5F);
-    graph.setTextHeight(text_height);
-    graph.setTextDirection(0, 1);
+    startText(TICK_LABEL_HEIGHT * layout.text_height, TICK_WEIGHT);
 
     for (auto const edge :
          {GraticuleTick::LEFT, GraticuleTick::RIGHT, GraticuleTick::BOTTOM, GraticuleTick::TOP}) {
@@ -126,24 +139,32 @@ void Plot::drawTicks()
             float x = 0;
             float y = 0;
             graph.tranWindow(MAP_TRAN, tick.x, tick.y, PAGE_TRAN, x, y);
-            float const length = TICK_LENGTH * h;
             graph.drawLine(x, y, x + away.x * length, y + away.y * length);
-
-            std::string const text = detail::graticuleLabel(tick.kind, tick.value);
-            float const size = isAcross(edge) ? graph.getTextWidth(text.c_str()) : text_height;
-            float const along = isAcross(edge) ? x : y;
-            if (along - size / 2 < free_from)
-                continue;
-            free_from = along + size / 2 + text_height;
-            float const gap = length + TICK_GAP * h;
-            float const drop = edge == GraticuleTick::TOP      ? 0
-                               : edge == GraticuleTick::BOTTOM ? text_height
-                                                               : text_height / 2;
-            int const align = edge == GraticuleTick::LEFT ? 3 : edge == GraticuleTick::RIGHT ? 1 : 2;
-            graph.setTextAlign(align, 1);
-            graph.drawText(x + away.x * gap, y + away.y * gap - drop, text.c_str());
+            if (hasLabels(layout, edge))
+                drawTickLabel(tick, Point(x + away.x * length, y + away.y * length), free_from);
         }
     }
+}
+
+/// place      where the tick ends
+/// free_from  along the edge, where the last label ends; moves on
+void Plot::drawTickLabel(GraticuleTick const & tick, Point const & place, float & free_from)
+{
+    float const text_height = TICK_LABEL_HEIGHT * layout.text_height;
+    std::string const text = detail::graticuleLabel(tick.kind, tick.value);
+    bool const is_across = isAcross(tick.edge);
+    float const size = is_across ? graph.getTextWidth(text.c_str()) : text_height;
+    float const along = is_across ? place.x : place.y;
+    if (along - size / 2 < free_from)
+        return;
+    free_from = along + size / 2 + text_height;
+    Point const away = outward(tick.edge);
+    float const gap = TICK_GAP * layout.text_height;
+    float const drop = tick.edge == GraticuleTick::TOP      ? 0
+                       : tick.edge == GraticuleTick::BOTTOM ? text_height
+                                                            : text_height / 2;
+    graph.setTextAlign(tick.edge == GraticuleTick::LEFT ? 3 : tick.edge == GraticuleTick::RIGHT ? 1 : 2, 1);
+    graph.drawText(place.x + away.x * gap, place.y + away.y * gap - drop, text.c_str());
 }
 
 } // namespace Yul

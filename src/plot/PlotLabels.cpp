@@ -11,10 +11,7 @@
 namespace Yul {
 namespace {
 
-/// In text heights: from the frame to the nearest label, beyond the tick labels; from line to line the graph
-/// leaves 1.3 of the label's own height.
-constexpr float UPPER_DISTANCE = 3.F;
-constexpr float LOWER_DISTANCE = 3.2F;
+/// In text heights; from line to line the graph leaves 1.3 of the label's own height.
 constexpr float INNER_DISTANCE = 0.8F;
 constexpr float UPPER_HEIGHT = 1.15F;
 constexpr float LABEL_GAP = 2.F;
@@ -24,6 +21,8 @@ constexpr int LABELS_A_ROW = 3;
 
 constexpr float WEIGHT = 1.5F; // dots
 constexpr float TITLE_WEIGHT = 2.5F;
+constexpr float PAGE_TITLE_HEIGHT = 1.5F;
+constexpr float PAGE_TITLE_WEIGHT = 3.5F;
 
 } // namespace
 
@@ -81,7 +80,7 @@ int Plot::clearLabels()
 
 char const * Plot::labelColor() const
 {
-    return Yul::getResrc("color_label", is_inverse ? "white" : "black");
+    return Yul::getResrc("color_label", plainColor());
 }
 
 int Plot::drawLabels()
@@ -90,12 +89,37 @@ int Plot::drawLabels()
         return 0;
     Rect const view = graph.getTransform(MAP_TRAN).getViewport();
     graph.setTran(PAGE_TRAN);
-    graph.setTextColor(findColor(labelColor(), is_inverse ? "white" : "black"));
-    graph.setTextDirection(0, 1);
+    startText(layout.text_height, WEIGHT);
     for (int const first : {detail::UPPER_LEFT, detail::LOWER_LEFT})
         drawLabelRow(first, view);
+    if (style.has_title && style.panels.count() > 1 && panel == 0)
+        drawTitle();
+    drawBar();
     graph.setTran(MAP_TRAN);
     return 1;
+}
+
+/// Upright text in the colour of the labels.
+void Plot::startText(float height, float weight)
+{
+    graph.setTextColor(findColor(labelColor(), plainColor()));
+    graph.setTextHeight(height);
+    graph.setTextWeight(weight);
+    graph.setTextDirection(0, 1);
+}
+
+/// One title over all panels, at the upper edge of the page.
+void Plot::drawTitle()
+{
+    Rect const & page = graph.getMaxViewport();
+    float const height = PAGE_TITLE_HEIGHT * layout.text_height;
+    float const room = page.getWidth() - 2 * height;
+    startText(height, PAGE_TITLE_WEIGHT);
+    float const width = graph.getTextWidth(facts.title.c_str());
+    if (width > room)
+        graph.setTextHeight(height * room / width);
+    graph.setTextAlign(2, 1);
+    graph.drawText((page.x1 + page.x2) / 2, page.y2 - 1.5F * height, facts.title.c_str());
 }
 
 /// Three labels in a row, smaller when they would run into each other.
@@ -121,13 +145,13 @@ void Plot::drawLabelRow(int first, Rect const & view)
     if (needed > room.getWidth())
         height *= std::max(room.getWidth() / needed, SMALLEST);
 
-    float const edge = has_inner_labels ? -INNER_DISTANCE * h
-                       : is_upper       ? UPPER_DISTANCE * h
-                                        : LOWER_DISTANCE * h;
+    bool const is_inside = style.is_full;
+    float const edge = is_inside  ? -INNER_DISTANCE * h
+                       : is_upper ? layout.upperDistance()
+                                  : layout.lowerDistance();
     float const y = is_upper ? view.y2 + edge : view.y1 - edge;
-    bool const is_above_line =
-        is_upper != has_inner_labels; // the block of lines stands on y, or hangs from it
-    float const inset = has_inner_labels ? INNER_DISTANCE * h : 0;
+    bool const is_above_line = is_upper != is_inside; // the block of lines stands on y, or hangs from it
+    float const inset = is_inside ? INNER_DISTANCE * h : 0;
     float const x[] = {room.x1 + inset, (room.x1 + room.x2) / 2, room.x2 - inset};
     graph.setTextHeight(height);
     for (int i = 0; i < LABELS_A_ROW; ++i) {

@@ -108,28 +108,62 @@ TEST(Graticule, AbsurdFramesAndStepsGiveFewLines)
               5U); // 40 and 80 N; 60 W, 0, 60 E
 }
 
-TEST(Layout, PanelsFillThePage)
+TEST(Layout, ReadsPanels)
 {
     PanelGrid panels;
     EXPECT_TRUE(decodePanels("2x3", panels));
     EXPECT_EQ(panels.rows, 2);
     EXPECT_EQ(panels.columns, 3);
-    Rect const page(0, 0, 1, .75F);
-    float area = 0;
-    for (int i = 0; i < panels.count(); ++i) {
-        PanelLayout const layout = layOut(page, panels, i, false);
-        area += layout.area.getWidth() * layout.area.getHeight();
-        EXPECT_GT(layout.map.x1, layout.area.x1);
-        EXPECT_LT(layout.map.y2, layout.area.y2);
-        EXPECT_GT(layout.map.getHeight(), 0.5F * layout.area.getHeight());
-    }
-    EXPECT_NEAR(area, .75F, 1e-5F);
-    EXPECT_EQ(layOut(page, panels, 0, true).map.getWidth(), layOut(page, panels, 0, true).area.getWidth());
     EXPECT_TRUE(decodePanels("5", panels));
     EXPECT_EQ(panels.count(), 6);
     for (char const * text : {"0x2", "2x99", "x", "", "2x3x", "-1"})
         EXPECT_FALSE(decodePanels(text, panels)) << text;
     EXPECT_FALSE(decodePanels(nullptr, panels));
+}
+
+TEST(Layout, PanelsFillThePage)
+{
+    PageStyle full;
+    full.panels = {2, 3};
+    full.has_full_labels = true;
+    PageStyle shared = full;
+    shared.has_full_labels = false;
+    PageStyle bare = full;
+    bare.is_full = true;
+    Rect const page(0, 0, 1, .75F);
+    for (BarPlace const bar : {BarPlace::NONE, BarPlace::RIGHT, BarPlace::BOTTOM}) {
+        full.bar = shared.bar = bare.bar = bar;
+        float area = 0;
+        int bars = 0;
+        for (int i = 0; i < full.panels.count(); ++i) {
+            PanelLayout const own = layOut(page, full, i);
+            PanelLayout const common = layOut(page, shared, i);
+            PanelLayout const plain = layOut(page, bare, i);
+            area += own.area.getWidth() * own.area.getHeight();
+            bars += common.has_bar;
+            EXPECT_GT(own.map.x1, own.area.x1);
+            EXPECT_LT(own.map.y2, own.area.y2);
+            EXPECT_GT(own.map.getHeight(), 0.4F * own.area.getHeight());
+            EXPECT_GT(common.map.getWidth(), own.map.getWidth()); // what sharing is for
+            EXPECT_GT(common.map.getHeight(), own.map.getHeight());
+            EXPECT_GT(plain.map.getWidth(), common.map.getWidth() - 1e-6F);
+            EXPECT_EQ(common.has_left, i % 3 == 0);
+            EXPECT_EQ(common.has_bottom, i / 3 == 1);
+            EXPECT_TRUE(own.has_left && own.has_right && own.has_top && own.has_bottom);
+            for (int k = 0; k < i; ++k) {
+                Rect const & other = layOut(page, shared, k).map;
+                EXPECT_TRUE(other.x2 < common.map.x1 || other.x1 > common.map.x2 ||
+                            other.y2 < common.map.y1 || other.y1 > common.map.y2);
+            }
+        }
+        EXPECT_NEAR(area, .75F, 1e-5F);
+        EXPECT_EQ(bars, bar == BarPlace::NONE ? 0 : 1);
+    }
+    bare.bar = BarPlace::NONE;
+    EXPECT_EQ(layOut(page, bare, 0).map.getWidth(), layOut(page, bare, 0).area.getWidth());
+    EXPECT_EQ(decodeBarPlace(""), BarPlace::RIGHT);
+    EXPECT_EQ(decodeBarPlace("Bottom"), BarPlace::BOTTOM);
+    EXPECT_EQ(decodeBarPlace("off"), BarPlace::NONE);
 }
 
 /// Circles round the middle of the unit square, as lines of cells.

@@ -1,0 +1,457 @@
+#include "plot/BandOutline.h"
+
+#include <algorithm>
+#include <cmath>
+#include <tuple>
+
+namespace Yul::detail {
+namespace {
+
+using Key = std::uint64_t;
+
+/// A side of a cell as it is met going round the cell counterclockwise: the corner that comes first and the
+/// one that comes next, and the grid side that it is, relative to the cell.
+struct RoundSide
+{
+    unsigned first;
+    unsigned next;
+    int column;
+    int row;
+    BandNode::Kind kind;
+};
+
+/// By the number of the side, see CELL_SIDES.
+constexpr std::array<RoundSide, 4> ROUND_SIDES = {{
+    {1, 0, 0, 0, BandNode::HORIZONTAL},
+    {3, 1, 1, 0, BandNode::VERTICAL},
+    {2, 3, 0, 1, BandNode::HORIZONTAL},
+    {0, 2, 0, 0, BandNode::VERTICAL},
+}};
+
+/// The cell beyond each side.
+constexpr std::array<std::array<int, 2>, 4> BEYOND = {{{0, -1}, {1, 0}, {0, 1}, {-1, 0}}};
+
+/// Where a corner of a cell lies, relative to the cell.
+constexpr std::array<std::array<int, 2>, 4> CORNERS = {{{0, 0}, {1, 0}, {0, 1}, {1, 1}}};
+
+enum Limit : Key { LOW = 0, HIGH = 1 };
+
+constexpr Key KIND_BITS = 3; // kind and limit
+
+Key keyOf(FieldView const & field, int column, int row, BandNode::Kind kind, Limit limit)
+{
+    Key const point = static_cast<Key>(row) * static_cast<Key>(field.nx) + static_cast<Key>(column);
+    return point << KIND_BITS | static_cast<Key>(kind) << 1U | limit;
+}
+
+Key sideKey(FieldView const & field, int column, int row, int side, Limit limit)
+{
+    RoundSide const & s = ROUND_SIDES[static_cast<std::size_t>(side)];
+    return keyOf(field, column + s.column, row + s.row, s.kind, limit);
+}
+
+/// The order of nodes along a row of points: points and the sides between them in turn.
+struct RowPlace
+{
+    int row;
+    int step;
+    float t;
+
+    [[nodiscard]] auto order() const { return std::tuple(step, t); }
+};
+
+/// None (row -1) for a node between two rows.
+RowPlace rowPlace(BandNode const & node)
+{
+    switch (node.kind) {
+    case BandNode::POINT:
+        return {node.row, 2 * node.column, 0};
+    case BandNode::HORIZONTAL:
+        return {node.row, 2 * node.column + 1, node.t};
+    default:
+        return {-1, 0, 0};
+    }
+}
+
+/// Twice the area inside, in cells; negative for an outline that goes round clockwise.
+double areaOf(BandOutline const & ring)
+{
+    auto const place = [](BandNode const & n) {
+        double const t = static_cast<double>(n.t);
+        return std::pair(n.column + (n.kind == BandNode::HORIZONTAL ? t : 0.),
+                         -n.row - (n.kind == BandNode::VERTICAL ? 1 - t : 0.));
+    };
+    double sum = 0;
+    auto [x1, y1] = place(ring.back());
+    for (BandNode const & node : ring) {
+        auto const [x2, y2] = place(node);
+        sum += x1 * y2 - x2 * y1;
+        x1 = x2;
+        y1 = y2;
+    }
+    return sum;
+}
+
+} // namespace
+
+/// The closed lines round a band, and the cuts that tie those inside to those around them.
+class BandTracer::Rings
+{
+public:
+    void add(BandOutline ring)
+    {
+        double const area = ring.size() > 2 ? areaOf(ring) : 0;
+        if (area != 0)
+            rings.push_back({std::move(ring), {}, area < 0});
+    }
+
+    std::vector<BandOutline> tie()
+    {
+        if (std::any_of(rings.begin(), rings.end(), [](Ring const & r) { return r.is_hole; }))
+            findCuts();
+        std::vector<BandOutline> outlines;
+        for (std::size_t i = 0; i < rings.size(); ++i)
+            if (!rings[i].is_hole)
+                outlines.push_back(walk(i));
+        return outlines;
+    }
+
+private:
+    /// From node `at` of a ring along the row to node `to` of ring `hole`.
+    struct Cut
+    {
+        std::size_t at;
+        std::size_t hole;
+        std::size_t to;
+    };
+
+    struct Ring
+    {
+        BandOutline nodes;
+        std::vector<Cut> cuts; // in the order of their nodes
+        bool is_hole;
+    };
+
+    /// A node on a row of points.
+    struct RowNode
+    {
+        RowPlace place;
+        std::size_t ring;
+        std::size_t at;
+
+        [[nodiscard]] auto order() const { return std::tuple(place.row, place.step, place.t); }
+    };
+
+    /// Left of the leftmost node of a hole lies the band, and then a line that reaches farther left: holes
+    /// taken from left to right find it tied already.
+    void findCuts()
+    {
+        std::vector<RowNode> nodes;
+        for (std::size_t i = 0; i < rings.size(); ++i)
+            for (std::size_t at = 0; at < rings[i].nodes.size(); ++at)
+                if (RowPlace const place = rowPlace(rings[i].nodes[at]); place.row >= 0)
+                    nodes.push_back({place, i, at});
+        std::sort(nodes.begin(), nodes.end(),
+                  [](RowNode const & a, RowNode const & b) { return a.order() < b.order(); });
+
+        constexpr auto NONE = static_cast<std::size_t>(-1);
+        std::vector<std::size_t> leftmost(rings.size(), NONE);
+        for (std::size_t k = 0; k < nodes.size(); ++k) {
+            std::size_t & best = leftmost[nodes[k].ring];
+            if (best == NONE || nodes[k].place.order() < nodes[best].place.order())
+                best = k;
+        }
+        std::vector<bool> is_tied(rings.size());
+        std::vector<std::size_t> holes;
+        for (std::size_t i = 0; i < rings.size(); ++i) {
+            is_tied[i] = !rings[i].is_hole;
+            if (rings[i].is_hole && leftmost[i] != NONE)
+                holes.push_back(leftmost[i]);
+        }
+        std::stable_sort(holes.begin(), holes.end(), [&](std::size_t a, std::size_t b) {
+            return nodes[a].place.order() < nodes[b].place.order();
+        });
+        for (std::size_t const hole : holes) {
+            std::size_t k = hole;
+            // Lines that touch in a point have it both; the hole may come first of the two.
+            while (k + 1 < nodes.size() && nodes[k + 1].order() == nodes[hole].order())
+                ++k;
+            while (k > 0 && nodes[k].place.row == nodes[hole].place.row && !is_tied[nodes[k].ring])
+                --k;
+            if (nodes[k].place.row != nodes[hole].place.row || !is_tied[nodes[k].ring])
+                continue;
+            rings[nodes[k].ring].cuts.push_back({nodes[k].at, nodes[hole].ring, nodes[hole].at});
+            is_tied[nodes[hole].ring] = true;
+        }
+        for (Ring & ring : rings)
+            std::stable_sort(ring.cuts.begin(), ring.cuts.end(),
+                             [](Cut const & a, Cut const & b) { return a.at < b.at; });
+    }
+
+    /// The points of the grid between two nodes of a row, without them.
+    static void addBetween(BandNode const & from, BandNode const & to, BandOutline & line)
+    {
+        int const first = rowPlace(from).step;
+        int const last = rowPlace(to).step;
+        if (first <= last)
+            for (int step = first / 2 + 1; 2 * step < last; ++step)
+                line.push_back({step, from.row, BandNode::POINT, 0});
+        else
+            for (int step = (first - 1) / 2; 2 * step > last; --step)
+                line.push_back({step, from.row, BandNode::POINT, 0});
+    }
+
+    /// The ring with all that is tied to it; without recursion, for holes may hang on one another.
+    [[nodiscard]] BandOutline walk(std::size_t outer) const
+    {
+        struct Place
+        {
+            std::size_t ring;
+            std::size_t start;
+            std::size_t done;     // nodes
+            std::size_t next_cut; // at the node that was done last
+            Cut cut;              // that led here
+        };
+
+        BandOutline line;
+        std::vector<Place> stack = {{outer, 0, 0, 0, {}}};
+        while (!stack.empty()) {
+            Place & place = stack.back();
+            Ring const & ring = rings[place.ring];
+            std::size_t const size = ring.nodes.size();
+            std::size_t const last = (place.start + place.done + size - 1) % size;
+            if (place.done > 0) {
+                auto const from = std::partition_point(ring.cuts.begin(), ring.cuts.end(),
+                                                       [&](Cut const & cut) { return cut.at < last; });
+                auto const at = (from - ring.cuts.begin()) + static_cast<std::ptrdiff_t>(place.next_cut);
+                if (at < static_cast<std::ptrdiff_t>(ring.cuts.size()) &&
+                    ring.cuts[static_cast<std::size_t>(at)].at == last) {
+                    Cut const cut = ring.cuts[static_cast<std::size_t>(at)];
+                    ++place.next_cut;
+                    addBetween(ring.nodes[last], rings[cut.hole].nodes[cut.to], line);
+                    stack.push_back({cut.hole, cut.to, 0, 0, cut});
+                    continue;
+                }
+            }
+            if (place.done < size) {
+                line.push_back(ring.nodes[(place.start + place.done) % size]);
+                ++place.done;
+                place.next_cut = 0;
+                continue;
+            }
+            Place const finished = place;
+            stack.pop_back();
+            if (stack.empty())
+                break;
+            // Back along the cut.
+            BandNode const & inner = ring.nodes[finished.start];
+            BandNode const & start = rings[stack.back().ring].nodes[finished.cut.at];
+            line.push_back(inner);
+            addBetween(inner, start, line);
+            line.push_back(start);
+        }
+        return line;
+    }
+
+    std::vector<Ring> rings;
+};
+
+BandTracer::BandTracer(FieldView const & view,
+                       std::span<float const> level_values,
+                       SaddleRule rule,
+                       std::vector<bool> cells)
+    : field(view), levels(level_values.begin(), level_values.end()), saddle_rule(rule),
+      usable(std::move(cells)), pieces(levels.size())
+{
+    for (int row = field.first_row; row < field.end_row; ++row) {
+        for (int column = field.first_column; column < field.end_column; ++column) {
+            for (auto const & [i, j] : CORNERS) {
+                float const v = value(column + i, row + j);
+                if (!std::isfinite(v) || isMissing(v)) {
+                    usable[static_cast<std::size_t>(row - field.first_row) *
+                               static_cast<std::size_t>(field.end_column - field.first_column) +
+                           static_cast<std::size_t>(column - field.first_column)] = false;
+                    break;
+                }
+            }
+        }
+    }
+    collectPieces();
+    collectEdges();
+}
+
+bool BandTracer::isUsable(int column, int row) const
+{
+    return column >= field.first_column && column < field.end_column && row >= field.first_row &&
+           row < field.end_row &&
+           usable[static_cast<std::size_t>(row - field.first_row) *
+                      static_cast<std::size_t>(field.end_column - field.first_column) +
+                  static_cast<std::size_t>(column - field.first_column)];
+}
+
+float BandTracer::value(int column, int row) const
+{
+    return field.values[static_cast<std::size_t>(row) * static_cast<std::size_t>(field.nx) +
+                        static_cast<std::size_t>(column)];
+}
+
+void BandTracer::collectPieces()
+{
+    LevelIndex const index(levels);
+    ActiveCells active(field, index);
+    for (int row = field.first_row; row < field.end_row; ++row) {
+        active.visitRow(row, [&](int column) {
+            if (!isUsable(column, row))
+                return;
+            auto const [low, high] = std::minmax({value(column, row), value(column + 1, row),
+                                                  value(column, row + 1), value(column + 1, row + 1)});
+            auto const span = index.span(low, high);
+            for (int level = span.first; level < span.end; ++level)
+                addPieces(column, row, level);
+        });
+    }
+}
+
+/// The contour of a level in a cell, from where the way round the cell leaves the values above it to where it
+/// comes back to them.
+void BandTracer::addPieces(int column, int row, int level)
+{
+    float const limit = levels[static_cast<std::size_t>(level)];
+    std::array<float, 4> corner{};
+    for (std::size_t i = 0; i < corner.size(); ++i)
+        corner[i] = value(column + CORNERS[i][0], row + CORNERS[i][1]);
+    std::array<std::size_t, 4> crossed{};
+    std::size_t n = 0;
+    CellCrossings crossings;
+    for (std::size_t i = 0; i < CELL_SIDES.size(); ++i) {
+        float const start = corner[CELL_SIDES[i].start];
+        float const end = corner[CELL_SIDES[i].end];
+        crossings.side[i] = (limit - start) / (end - start);
+        if ((start >= limit) != (end >= limit))
+            crossed[n++] = i;
+    }
+    auto const join = [&](std::size_t a, std::size_t b) {
+        auto const leaves = [&](std::size_t side) { return corner[ROUND_SIDES[side].first] >= limit; };
+        if (!leaves(a))
+            std::swap(a, b);
+        pieces[static_cast<std::size_t>(level)].push_back(
+            {sideKey(field, column, row, static_cast<int>(a), LOW),
+             sideKey(field, column, row, static_cast<int>(b), LOW)});
+    };
+    if (n == 2) {
+        join(crossed[0], crossed[1]);
+    } else if (n == 4) {
+        crossings.saddle =
+            crossings.side[2] + crossings.side[3] + (2.F - crossings.side[0] - crossings.side[1]);
+        bool const is_mean_above = (corner[0] / 4 + corner[1] / 4) + (corner[2] / 4 + corner[3] / 4) >= limit;
+        bool const neighbours = saddle_rule == SaddleRule::AS_LINES ? crossings.joinsNeighbours()
+                                                                    : (corner[0] >= limit) == is_mean_above;
+        join(0, neighbours ? 1 : 3);
+        join(neighbours ? 2 : 1, neighbours ? 3 : 2);
+    }
+}
+
+void BandTracer::collectEdges()
+{
+    for (int row = field.first_row; row < field.end_row; ++row)
+        for (int column = field.first_column; column < field.end_column; ++column)
+            for (int side = 0; side < 4 && isUsable(column, row); ++side)
+                if (!isUsable(column + BEYOND[static_cast<std::size_t>(side)][0],
+                              row + BEYOND[static_cast<std::size_t>(side)][1]))
+                    edges.push_back({column, row, side});
+}
+
+/// The parts of a side that lie in the band.
+void BandTracer::addEdge(Edge const & edge, int low, int high, std::vector<Piece> & found) const
+{
+    RoundSide const & side = ROUND_SIDES[static_cast<std::size_t>(edge.side)];
+    auto const & first = CORNERS[side.first];
+    auto const & next = CORNERS[side.next];
+    float const a = value(edge.column + first[0], edge.row + first[1]);
+    float const b = value(edge.column + next[0], edge.row + next[1]);
+    float const bottom = levels[static_cast<std::size_t>(low)];
+    bool const has_top = high >= 0;
+    float const top = has_top ? levels[static_cast<std::size_t>(high)] : 0;
+    auto const isIn = [&](float v) { return v >= bottom && !(has_top && v >= top); };
+
+    Key from = keyOf(field, edge.column + first[0], edge.row + first[1], BandNode::POINT, LOW);
+    bool is_in = isIn(a);
+    auto const cross = [&](Limit limit, bool is_crossed) {
+        if (!is_crossed)
+            return;
+        Key const key = sideKey(field, edge.column, edge.row, edge.side, limit);
+        if (is_in)
+            found.push_back({from, key});
+        from = key;
+        is_in = !is_in;
+    };
+    bool const crosses_low = (a >= bottom) != (b >= bottom);
+    bool const crosses_high = has_top && (a >= top) != (b >= top);
+    if (a < b) {
+        cross(LOW, crosses_low);
+        cross(HIGH, crosses_high);
+    } else {
+        cross(HIGH, crosses_high);
+        cross(LOW, crosses_low);
+    }
+    if (is_in)
+        found.push_back(
+            {from, keyOf(field, edge.column + next[0], edge.row + next[1], BandNode::POINT, LOW)});
+}
+
+BandNode BandTracer::nodeOf(Key key, int low, int high) const
+{
+    auto const point = static_cast<std::size_t>(key >> KIND_BITS);
+    auto const kind = static_cast<BandNode::Kind>(key >> 1U & 3U);
+    BandNode node{static_cast<int>(point % static_cast<std::size_t>(field.nx)),
+                  static_cast<int>(point / static_cast<std::size_t>(field.nx)), kind, 0};
+    if (kind == BandNode::POINT)
+        return node;
+    int const level = (key & 1U) == HIGH ? high : low;
+    bool const is_across = kind == BandNode::HORIZONTAL;
+    float const start = value(node.column, node.row + (is_across ? 0 : 1));
+    float const end = value(node.column + (is_across ? 1 : 0), node.row);
+    float const t = (levels[static_cast<std::size_t>(level)] - start) / (end - start);
+    node.t = t > 0 ? std::min(t, 1.F) : 0;
+    return node;
+}
+
+std::vector<BandOutline> BandTracer::trace(int low, int high) const
+{
+    auto const count = static_cast<int>(levels.size());
+    if (low < 0 || low >= count || high >= count)
+        return {};
+    std::vector<Piece> band = pieces[static_cast<std::size_t>(low)];
+    if (high >= 0)
+        for (auto const & [from, to] : pieces[static_cast<std::size_t>(high)])
+            band.push_back({to | HIGH, from | HIGH});
+    for (Edge const & edge : edges)
+        addEdge(edge, low, high, band);
+    std::sort(band.begin(), band.end(), [](Piece const & a, Piece const & b) { return a.from < b.from; });
+
+    // At every node as many pieces end as begin: a walk comes back to where it started.
+    Rings rings;
+    std::vector<bool> is_used(band.size());
+    for (std::size_t start = 0; start < band.size(); ++start) {
+        if (is_used[start])
+            continue;
+        BandOutline ring;
+        std::size_t at = start;
+        while (at < band.size() && !is_used[at]) {
+            is_used[at] = true;
+            ring.push_back(nodeOf(band[at].from, low, high));
+            Key const to = band[at].to;
+            if (to == band[start].from)
+                break;
+            auto const next = std::lower_bound(band.begin(), band.end(), to,
+                                               [](Piece const & p, Key key) { return p.from < key; });
+            at = static_cast<std::size_t>(next - band.begin());
+            while (at < band.size() && band[at].from == to && is_used[at])
+                ++at;
+        }
+        rings.add(std::move(ring));
+    }
+    return rings.tie();
+}
+
+} // namespace Yul::detail

@@ -1,0 +1,89 @@
+// Outlines of the parts of a field whose values lie between two levels.
+#pragma once
+
+#include "plot/CellSweep.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace Yul::detail {
+
+/// A corner of an outline: a point of the grid, or a place on the side of a cell.
+struct BandNode
+{
+    enum Kind : std::uint8_t {
+        POINT,      ///< the point itself
+        HORIZONTAL, ///< between the point and its right neighbour, from left to right
+        VERTICAL    ///< between the point and its lower neighbour, from below to above
+    };
+
+    int column;
+    int row;
+    Kind kind;
+    float t; ///< fraction of the side
+};
+
+/// One closed outline, the last node joined to the first.
+using BandOutline = std::vector<BandNode>;
+
+/// How four crossings of a level are joined. As the contour lines are: then the areas above two levels may
+/// overlap crosswise in a saddle. By the mean of the corners: then the area above a level holds that above
+/// every higher one, as bands need that end at a level above them.
+enum class SaddleRule { AS_LINES, NESTED };
+
+/// Cuts a field into bands of values. Outlines meet the sides of cells where the contours do.
+class BandTracer
+{
+public:
+    /// field   the values; only the cells of the view count
+    /// levels  ascending
+    /// usable  for each cell of the view, row by row, whether it has a place; cells with a missing corner are
+    ///         left out anyway
+    BandTracer(FieldView const & field,
+               std::span<float const> levels,
+               SaddleRule rule,
+               std::vector<bool> usable);
+
+    /// Outlines of where values are at least level `low` and, with a `high` that is a level too, below that
+    /// one (-1: no upper limit; others take SaddleRule::NESTED). Each is one line, also round an area with
+    /// holes: these are tied to the outer line by cuts inside the band.
+    [[nodiscard]] std::vector<BandOutline> trace(int low, int high) const;
+
+private:
+    using Key = std::uint64_t;
+
+    /// A piece of an outline, the band to its left when y points up.
+    struct Piece
+    {
+        Key from;
+        Key to;
+    };
+
+    /// A side that only one cell has, from its first to its second point in the sense of that cell.
+    struct Edge
+    {
+        int column;
+        int row;
+        int side;
+    };
+
+    class Rings;
+
+    [[nodiscard]] bool isUsable(int column, int row) const;
+    [[nodiscard]] float value(int column, int row) const;
+    void collectPieces();
+    void collectEdges();
+    void addPieces(int column, int row, int level);
+    void addEdge(Edge const & edge, int low, int high, std::vector<Piece> & found) const;
+    [[nodiscard]] BandNode nodeOf(Key key, int low, int high) const;
+
+    FieldView field;
+    std::vector<float> levels;
+    SaddleRule saddle_rule;
+    std::vector<bool> usable;
+    std::vector<std::vector<Piece>> pieces; // by level
+    std::vector<Edge> edges;
+};
+
+} // namespace Yul::detail
