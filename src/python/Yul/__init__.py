@@ -15,22 +15,12 @@ from os import path as _path
 import _Yul as _module
 
 from . import _proxy
+from ._charts import Page, contour_map
 from ._settings import settings, start
 
 globals().update(_proxy.classes)
 cvar = _module.cvar
-_charts_names = 'contour_map', 'Page'
-__all__ = [*_proxy.classes, 'cvar', 'settings', 'start', *_charts_names]
-
-
-def __getattr__(name):
-    """What is loaded when it is first asked for, to keep the import light."""
-    if name not in _charts_names:
-        raise AttributeError(f'module {__name__!r} has no attribute {name!r}')
-    from . import _charts
-    globals().update((known, getattr(_charts, known)) for known in _charts_names)
-    return globals()[name]
-
+__all__ = [*_proxy.classes, 'Page', 'contour_map', 'cvar', 'settings', 'start']
 
 
 def __dir__():

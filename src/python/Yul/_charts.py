@@ -1,11 +1,17 @@
 """Charts in one call, and pages as pictures."""
 
+from __future__ import annotations
+
 import os  # others where they are needed: most pages need none
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from collections.abc import Mapping, Sequence
+    from os import PathLike
 
 LONGEST_NAME = 60  # octets of a file name that the device takes
 CONTOURS = 12  # about as many when no interval is given
 ROUND = 1, 2, 4, 5, 10
-DPI = 96
 
 # How a page lies, and on an upright sheet its printable area in inches. A picture to embed stands upright in the
 # fixed box that its header names.
@@ -16,22 +22,22 @@ LETTER = 612, 792  # points
 class Page:
     """A finished page of PostScript; a notebook shows it as a picture.
 
-    path    the file, None for a page that was not given a name
+    path    the full name of the file, None for a page that was not given one
     data    the page, octets of PostScript
     """
 
-    def __init__(self, path=None, data=None):
+    def __init__(self, path: str | None = None, data: bytes | None = None) -> None:
         self.path = path
         self._data = data
 
     @property
-    def data(self):
+    def data(self) -> bytes:
         if self._data is None:
             with open(self.path, 'rb') as file:
                 return file.read()
         return self._data
 
-    def save(self, name):
+    def save(self, name: str | PathLike[str]) -> None:
         """Writes the page to a file: a picture when the name ends on ".png", else PostScript."""
         data = self.png() if os.fspath(name).lower().endswith('.png') else self.data
         if data is None:
@@ -39,18 +45,18 @@ class Page:
         with open(name, 'wb') as file:
             file.write(data)
 
-    def png(self, dpi=DPI):
+    def png(self, dpi: int = 96) -> bytes | None:
         """The page as PNG; None where Ghostscript is not installed."""
         return render(self.data, dpi)
 
     def _repr_png_(self):
         return self.png()
 
-    def __repr__(self):
+    def __repr__(self) -> str:
         return f'<Yul.Page {self.path or f"of {len(self.data)} octets"}>'
 
 
-def render(data, dpi=DPI):
+def render(data, dpi):
     """A page of ours as PNG, turned so that it reads upright; None where Ghostscript is not installed.
 
     data    octets of PostScript
@@ -141,9 +147,12 @@ def _contours(values, options):
     return layers
 
 
-def contour_map(grid, output=None, *, domain=None, interval=None, base=None, levels=None, fill=False, lines=True,
-                labels=True, highs=True, every=5, title=None, texts=None, graticule=True, bar=None, color=True,
-                portrait=False, params=None):
+def contour_map(grid: Grid, output: str | PathLike[str] | None = None, *, domain: Domain | str | None = None,
+                interval: float | None = None, base: float | None = None, levels: Sequence[float] | str | None = None,
+                fill: bool | str | Sequence[str] = False, lines: bool | str = True, labels: bool = True,
+                highs: bool = True, every: int = 5, title: str | None = None, texts: Mapping[str, str] | None = None,
+                graticule: bool | str = True, bar: bool | str | None = None, color: bool = True,
+                portrait: bool = False, params: str | None = None) -> Page:
     """Draws a grid as a contour map; one call, one page.
 
         contour_map(grid, "height.ps", domain="stereo:90:-25,53,-25,57,43,1.5", interval=60)

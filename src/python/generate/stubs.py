@@ -225,6 +225,11 @@ class Stubs:
             if name in added.functions:
                 yield from function_lines(added.functions[name], 'object', name)
                 yield ''
+            if name in added.classes:
+                yield f'class {name}:'
+                for lines in added.members(name, 'object').values():
+                    yield from (INDENT + line for line in lines)
+                yield ''
             for node in added.tree.body:
                 if isinstance(node, ast.Assign) and ast.unparse(node.targets[0]) == name:
                     cls = ast.unparse(node.value).partition('(')[0]

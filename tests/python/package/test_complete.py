@@ -25,6 +25,8 @@ OMITTED = {
     'Plot::callback': 'Listener_callback comes to it',
     'Plot::proposeLabel': 'for layers, which are written in C++',
     'Plot::getFacts': 'for layers, which are written in C++',
+    'Plot::getColorBar': 'for layers, which are written in C++',
+    'Plot::setColorBar': 'for layers, which are written in C++',
     'Plot::getLayout': 'for layers, which are written in C++',
     'String::view': 'String_get gives the text',
     'String::assign': 'String_set sets it',
