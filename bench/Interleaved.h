@@ -4,7 +4,11 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <functional>
+#include <utility>
 #include <vector>
+
+#include <time.h>
 
 namespace bench {
 
@@ -40,6 +44,35 @@ template <class Ours, class Peer> Medians interleaved(int runs, Ours const & our
         peer_times.push_back(nanoseconds(peer));
     }
     return {median(our_times), median(peer_times)};
+}
+
+/// Processor time of this thread, so that other programs on the machine matter less.
+template <class Job> double cpuSeconds(Job const & job)
+{
+    auto const now = [] {
+        timespec t{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+        return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_nsec) * 1e-9;
+    };
+    double const start = now();
+    job();
+    return now() - start;
+}
+
+/// Median processor times of several ways of doing one job, in seconds, run in turn after one run of each that does not
+/// count.
+inline std::vector<double> medianCpuSeconds(std::vector<std::function<void()>> const & jobs, int rounds)
+{
+    std::vector<std::vector<double>> times(jobs.size());
+    for (auto const & job : jobs)
+        job();
+    for (int round = 0; round < rounds; ++round)
+        for (std::size_t i = 0; i < jobs.size(); ++i)
+            times[i].push_back(cpuSeconds(jobs[i]));
+    std::vector<double> medians;
+    for (auto & column : times)
+        medians.push_back(median(std::move(column)));
+    return medians;
 }
 
 /// One row of the table: costs of one item in nanoseconds, and the ratio peer by ours with what it should keep to.

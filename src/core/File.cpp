@@ -2,6 +2,7 @@
 
 #include "core/StrLib.h"
 
+#include <cerrno>
 #include <csignal>
 #include <cstring>
 #include <utility>
@@ -120,6 +121,23 @@ std::size_t File::read(void * buffer, std::size_t size)
         return 0;
     std::clearerr(file); // a file may have grown since its end was met
     return std::fread(buffer, 1, size, file);
+}
+
+std::size_t File::readAt(long long position, void * buffer, std::size_t size)
+{
+    if (file == nullptr || position < 0)
+        return 0;
+    std::size_t done = 0;
+    while (done < size) {
+        auto const at = static_cast<off_t>(position + static_cast<long long>(done));
+        ssize_t const got = pread(fileno(file), static_cast<char *>(buffer) + done, size - done, at);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0)
+            break;
+        done += static_cast<std::size_t>(got);
+    }
+    return done;
 }
 
 bool File::readLine(std::string & line)

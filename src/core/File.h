@@ -37,6 +37,9 @@ public:
     int write(std::string_view octets);
     /// Reads up to `size` octets and returns how many were there.
     std::size_t read(void * buffer, std::size_t size);
+    /// Reads up to `size` octets at an octet position and returns how many were there; what `read` gives next stays the same.
+    /// Nothing is read from a pipe.
+    std::size_t readAt(long long position, void * buffer, std::size_t size);
     /// Reads the next line, without its newline; false at the end. What a line has beyond 1 MiB is left out.
     [[nodiscard]] bool readLine(std::string & line);
     /// Moves to an octet position from the start; 0 on a pipe.

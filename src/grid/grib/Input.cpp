@@ -25,7 +25,7 @@ int Input::close()
 {
     file.close();
     file_size = -1;
-    file_position = base = wanted_from = 0;
+    base = wanted_from = 0;
     held = 0;
     is_at_end = false;
     return 1;
@@ -73,11 +73,6 @@ void Input::fill(std::uint64_t position, std::uint64_t length)
     if (canSeek()) {
         base = position;
         held = 0;
-        if (file_position != position) {
-            if (file.seek(static_cast<long long>(position)) == 0)
-                return;
-            file_position = position;
-        }
         append(static_cast<std::size_t>(std::min(std::max<std::uint64_t>(length, PIECE),
                                                  static_cast<std::uint64_t>(file_size) - position)));
         return;
@@ -112,8 +107,9 @@ void Input::append(std::size_t count)
         buffer = std::move(next);
         capacity = larger;
     }
-    std::size_t const got = file.read(buffer.get() + held, count);
-    file_position += got;
+    Octet * const to = buffer.get() + held;
+    std::size_t const got =
+        canSeek() ? file.readAt(static_cast<long long>(base + held), to, count) : file.read(to, count);
     held += got;
     is_at_end = got < count;
 }

@@ -44,11 +44,10 @@ private:
     void append(std::size_t count);
 
     File file;
-    long long file_size = -1;        // -1 on a pipe
-    std::uint64_t file_position = 0; // of the next octet that the file gives
-    std::uint64_t base = 0;          // file position of buffer[0]
-    std::size_t held = 0;            // octets in the buffer
-    std::uint64_t wanted_from = 0;   // on a pipe: octets before this may go
+    long long file_size = -1;      // -1 on a pipe
+    std::uint64_t base = 0;        // file position of buffer[0]
+    std::size_t held = 0;          // octets in the buffer
+    std::uint64_t wanted_from = 0; // on a pipe: octets before this may go
     bool is_at_end = false;
     std::size_t capacity = 0;
     std::unique_ptr<Octet[]> buffer; // never filled before it is read into

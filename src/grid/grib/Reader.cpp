@@ -4,6 +4,7 @@
 #include "grid/grib/Edition2.h"
 #include "grid/grib/Scan.h"
 #include "grid/grib/Values.h"
+#include "grid/grib/packing/Unpack.h"
 
 #include <algorithm>
 #include <cstring>
@@ -23,6 +24,7 @@ constexpr std::uint64_t EDITION2_INDICATOR = 16;
 constexpr std::uint64_t END_MARK = 4; // octets of "7777"
 constexpr std::size_t PDB_LEAST = 24;
 constexpr std::size_t BDB_HEAD = 21;
+constexpr std::size_t POINTS_AT_ONCE = 1 << 15; // a multiple of 8: pieces of values begin with whole octets
 
 bool beginsWith(Octets octets, char const (&text)[5])
 {
@@ -342,8 +344,30 @@ void Reader::complete(Field & field)
     field.points = field.geometry.points();
 }
 
+/// Simple packing goes through a small buffer, so that the octets of the message never leave the nearest caches.
+bool Reader::unpackInPieces(Field const & field, std::span<float> values)
+{
+    Packing const & packing = field.packing;
+    for (std::size_t first = 0; first < values.size(); first += POINTS_AT_ONCE) {
+        auto const piece = values.subspan(first, std::min(POINTS_AT_ONCE, values.size() - first));
+        std::uint64_t const position = field.data.position + std::uint64_t{first} / 8 * packing.bits;
+        input.release(position);
+        Octets const packed = input.view(position, (std::uint64_t{piece.size()} * packing.bits + 7) / 8);
+        if (!holds(packed, 0, packing.bits, piece.size()))
+            return false;
+        unpackScaled(packed, 0, packing.bits, packing.scale, piece);
+    }
+    return true;
+}
+
 std::string Reader::unpack(Field const & field, std::span<float> values)
 {
+    if (field.packing.kind == PackingKind::SIMPLE && !field.has_bitmap) {
+        if (!unpackInPieces(field, values))
+            return "cut short";
+        arrange(Scan::of(field.geometry.scan_flags), field.geometry.nx, field.geometry.ny, values, spare);
+        return {};
+    }
     input.release(
         std::min(field.has_bitmap ? field.bitmap.position : field.data.position, field.data.position));
     std::vector<Octet> bitmap_copy;

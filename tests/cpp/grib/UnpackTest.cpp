@@ -21,8 +21,9 @@ std::uint32_t maskOf(unsigned width)
 std::vector<UnpackForm const *> forms()
 {
     std::vector<UnpackForm const *> all{&plainForm()};
-    if (wideForm() != nullptr)
-        all.push_back(wideForm());
+    for (auto const * const form : {wideForm(), widestForm()})
+        if (form != nullptr)
+            all.push_back(form);
     return all;
 }
 
@@ -32,7 +33,7 @@ TEST(Unpack, GivesBackNumbersOfEveryWidthAndStart)
     std::mt19937 random(1);
     for (unsigned width = 0; width <= 32; ++width)
         for (unsigned start = 0; start < 8; ++start)
-            for (std::size_t const count : {0U, 1U, 7U, 8U, 9U, 63U, 200U}) {
+            for (std::size_t const count : {0U, 1U, 7U, 8U, 9U, 15U, 16U, 17U, 63U, 200U}) {
                 BitWriter writer;
                 writer.put(0x55, start);
                 std::vector<std::uint32_t> numbers(count);
@@ -40,19 +41,21 @@ TEST(Unpack, GivesBackNumbersOfEveryWidthAndStart)
                     number = static_cast<std::uint32_t>(random()) & maskOf(width);
                     writer.put(number, width);
                 }
-                Scale const scale{-3.25, 0.5, 0.01};
-                for (auto const * const form : forms()) {
-                    std::vector<std::uint32_t> integers(count);
-                    std::vector<float> scaled(count);
-                    form->integers(writer.octets, start, width, 5, integers);
-                    form->scaled(writer.octets, start, width, scale, scaled);
-                    for (std::size_t i = 0; i < count; ++i) {
-                        ASSERT_EQ(integers[i], numbers[i] + 5)
-                            << form->name << width << ' ' << start << ' ' << i;
-                        ASSERT_EQ(scaled[i], static_cast<float>((-3.25 + numbers[i] * 0.5) * 0.01))
-                            << form->name << width << ' ' << start << ' ' << i;
+                for (auto const * const form : forms())
+                    for (Scale const scale : {Scale{-3.25, 0.5, 0.01}, Scale{-1e6 / 3, 0x1p-9, 1}}) {
+                        std::vector<std::uint32_t> integers(count);
+                        std::vector<float> scaled(count);
+                        form->integers(writer.octets, start, width, 5, integers);
+                        form->scaled(writer.octets, start, width, scale, scaled);
+                        for (std::size_t i = 0; i < count; ++i) {
+                            ASSERT_EQ(integers[i], numbers[i] + 5)
+                                << form->name << width << ' ' << start << ' ' << i;
+                            ASSERT_EQ(scaled[i],
+                                      static_cast<float>((scale.reference + numbers[i] * scale.binary) *
+                                                         scale.decimal))
+                                << form->name << width << ' ' << start << ' ' << i;
+                        }
                     }
-                }
             }
 }
 
@@ -64,6 +67,55 @@ TEST(Unpack, ScalesSignedNumbers)
         form->scale(values, {10, 2, 0.1}, out.data());
         for (std::size_t i = 0; i < values.size(); ++i)
             EXPECT_EQ(out[i], static_cast<float>((10 + static_cast<std::int32_t>(values[i]) * 2.0) * 0.1));
+    }
+}
+
+TEST(Unpack, AddsUpWithTheSumSoFar)
+{
+    std::mt19937 random(3);
+    for (std::size_t const count : {0U, 1U, 7U, 8U, 15U, 16U, 17U, 33U, 100U}) {
+        std::vector<std::uint32_t> numbers(count);
+        for (auto & number : numbers)
+            number = static_cast<std::uint32_t>(random()); // sums pass 2^32
+        std::uint32_t const step = static_cast<std::uint32_t>(random());
+        for (auto const * const form : forms()) {
+            auto sums = numbers;
+            std::uint32_t carried = 77;
+            form->accumulate(sums, step, carried);
+            std::uint32_t sum = 77;
+            for (std::size_t i = 0; i < count; ++i)
+                ASSERT_EQ(sums[i], sum += numbers[i] + step) << form->name << ' ' << count << ' ' << i;
+            EXPECT_EQ(carried, sum) << form->name << ' ' << count;
+        }
+    }
+}
+
+/// Groups of all widths behind each other, the last ones close to the end of the octets.
+TEST(Unpack, TakesGroupsApart)
+{
+    std::mt19937 random(4);
+    for (int round = 0; round < 200; ++round) {
+        BitWriter writer;
+        unsigned const start = static_cast<unsigned>(random() % 8);
+        writer.put(0, start);
+        std::vector<std::uint32_t> bases, widths, lengths, expected;
+        for (unsigned group = 0; group < 1 + random() % 40; ++group) {
+            widths.push_back(static_cast<std::uint32_t>(random() % (group % 5 == 0 ? 32 : 9)));
+            lengths.push_back(static_cast<std::uint32_t>(random() % 40));
+            bases.push_back(static_cast<std::uint32_t>(random()));
+            for (std::uint32_t i = 0; i < lengths.back(); ++i) {
+                std::uint32_t const number = static_cast<std::uint32_t>(random()) & maskOf(widths.back());
+                writer.put(number, widths.back());
+                expected.push_back(bases.back() + number);
+            }
+        }
+        for (auto const * const form : forms()) {
+            std::vector<std::uint32_t> out(expected.size() + GROUP_SLACK);
+            form->groups(writer.octets, start, {bases.data(), widths.data(), lengths.data(), bases.size()},
+                         out.data());
+            out.resize(expected.size());
+            ASSERT_EQ(out, expected) << form->name << ' ' << round;
+        }
     }
 }
 

@@ -29,17 +29,17 @@ public:
 
     void undo(std::span<std::uint32_t> values) noexcept
     {
+        if (order == 0)
+            return;
         std::size_t i = 0;
         for (; i < values.size() && seen < order; ++i, ++seen)
             start(values[i]);
-        if (order == 1)
-            for (; i < values.size(); ++i)
-                values[i] = sum += values[i] + min;
-        else if (order == 2)
-            for (; i < values.size(); ++i) {
-                slope += values[i] + min;
-                values[i] = sum += slope;
-            }
+        auto const rest = values.subspan(i);
+        if (order == 2) {
+            accumulate(rest, min, slope);
+            accumulate(rest, 0, sum);
+        } else
+            accumulate(rest, min, sum);
     }
 
 private:
@@ -68,24 +68,26 @@ public:
     {
     }
 
-    [[nodiscard]] std::size_t left() const noexcept { return out.size() - done - held; }
-
-    /// The numbers of one group, as many as there are left at most.
-    void addGroup(
-        Octets packed, std::uint64_t bit, unsigned width, std::uint32_t base, std::size_t length) noexcept
+    /// Takes groups whose numbers are there and fit into what is left of the grid.
+    void add(Octets packed, std::uint64_t bit, GroupRows groups) noexcept
     {
-        while (length > 0) {
-            if (held == BUFFER || packing.missing_management != 0)
+        while (groups.count > 0) {
+            Run run = nextRun(groups);
+            if (run.groups == 0) {
                 flush();
-            std::size_t const piece = std::min(length, BUFFER - held);
-            if (packing.missing_management != 0)
-                addSubstituted(packed, bit, width, base, piece);
-            else {
-                unpackIntegers(packed, bit, width, base, std::span(buffer).subspan(held, piece));
-                held += piece;
+                run = nextRun(groups);
             }
-            bit += std::uint64_t{piece} * width;
-            length -= piece;
+            if (run.groups > 0) {
+                unpackGroups(packed, bit, {groups.base, groups.width, groups.length, run.groups},
+                             buffer.data() + held);
+                held += run.numbers;
+            } else {
+                addGroup(packed, bit, groups.width[0], groups.base[0], groups.length[0]);
+                run = {1, groups.length[0], std::uint64_t{groups.length[0]} * groups.width[0]};
+            }
+            bit += run.bits;
+            groups = {groups.base + run.groups, groups.width + run.groups, groups.length + run.groups,
+                      groups.count - run.groups};
         }
     }
 
@@ -98,6 +100,46 @@ public:
     }
 
 private:
+    /// Groups that are unpacked together.
+    struct Run
+    {
+        std::size_t groups = 0;
+        std::size_t numbers = 0;
+        std::uint64_t bits = 0;
+    };
+
+    /// The groups that fit into the buffer as it is; none where substitutes have to be looked for.
+    [[nodiscard]] Run nextRun(GroupRows const & groups) const noexcept
+    {
+        Run run;
+        if (packing.missing_management != 0)
+            return run;
+        for (; run.groups < groups.count; ++run.groups) {
+            std::uint64_t const length = groups.length[run.groups];
+            if (length > BUFFER - held - run.numbers)
+                break;
+            run.numbers += static_cast<std::size_t>(length);
+            run.bits += length * groups.width[run.groups];
+        }
+        return run;
+    }
+
+    /// One group in pieces, as many numbers as it has.
+    void addGroup(
+        Octets packed, std::uint64_t bit, unsigned width, std::uint32_t base, std::size_t length) noexcept
+    {
+        for (std::size_t piece = 0; length > 0; length -= piece, bit += std::uint64_t{piece} * width) {
+            flush();
+            piece = std::min(length, BUFFER);
+            if (packing.missing_management != 0)
+                addSubstituted(packed, bit, width, base, piece);
+            else {
+                unpackIntegers(packed, bit, width, base, std::span(buffer).first(piece));
+                held = piece;
+            }
+        }
+    }
+
     /// Numbers of a group with substitutes for missing values, which take no part in the differences.
     void addSubstituted(
         Octets packed, std::uint64_t bit, unsigned width, std::uint32_t base, std::size_t count) noexcept
@@ -127,7 +169,7 @@ private:
     std::span<float> out;
     std::size_t done = 0;
     std::size_t held = 0;
-    std::array<std::uint32_t, BUFFER> buffer;
+    std::array<std::uint32_t, BUFFER + GROUP_SLACK> buffer;
     std::array<bool, BUFFER> is_missing;
     std::array<float, BUFFER> scaled;
 };
@@ -163,7 +205,7 @@ public:
                cutOne(data, packing.length_bits, packing.groups, lengths);
     }
 
-    /// Unpacks the rows from group `first` on.
+    /// Unpacks the rows from group `first` on. Lengths beyond 32 bits become the largest that 32 bits hold.
     void load(Packing const & packing, std::size_t first) noexcept
     {
         count = std::min<std::size_t>(BLOCK, packing.groups - first);
@@ -171,13 +213,19 @@ public:
         unpackIntegers(widths, first * std::uint64_t{packing.width_bits}, packing.width_bits,
                        packing.width_reference, rows(width));
         unpackIntegers(lengths, first * std::uint64_t{packing.length_bits}, packing.length_bits, 0,
-                       rows(scaled_length));
+                       rows(length));
+        constexpr std::uint64_t LONGEST = 0xffffffffU;
+        for (auto & scaled : rows(length))
+            scaled = static_cast<std::uint32_t>(std::min(
+                packing.length_reference + std::uint64_t{packing.length_increment} * scaled, LONGEST));
+        if (first + count == packing.groups)
+            length[count - 1] = packing.last_length;
     }
 
     std::size_t count = 0; ///< rows loaded
     std::array<std::uint32_t, BLOCK> reference;
     std::array<std::uint32_t, BLOCK> width;
-    std::array<std::uint32_t, BLOCK> scaled_length;
+    std::array<std::uint32_t, BLOCK> length;
 
 private:
     [[nodiscard]] static bool cutOne(Octets & data, unsigned width_bits, std::uint64_t groups, Octets & table)
@@ -216,23 +264,24 @@ std::string unpackComplex(Octets data, Packing const & packing, std::span<float>
         return "data section too short for its groups";
     Values values(packing, differences, out);
     std::uint64_t bit = 0;
+    std::uint64_t left = out.size();
     for (std::size_t first = 0; first < packing.groups; first += tables.count) {
         tables.load(packing, first);
+        std::uint64_t const begin = bit;
         for (std::size_t g = 0; g < tables.count; ++g) {
-            bool const is_last = first + g + 1 == packing.groups;
-            std::uint64_t const length =
-                is_last ? packing.last_length
-                        : packing.length_reference +
-                              std::uint64_t{packing.length_increment} * tables.scaled_length[g];
+            std::uint64_t const length = tables.length[g];
             unsigned const width = tables.width[g];
-            if (length > values.left() || width > WIDEST || !holds(data, bit, width, length))
-                return format("group %zu of %u does not fit", first + g + 1, packing.groups);
-            values.addGroup(data, bit, width, tables.reference[g], static_cast<std::size_t>(length));
             bit += length * width;
+            if (length > left || width > WIDEST || bit > 8 * std::uint64_t{data.size()})
+                return format("group %zu of %u does not fit", first + g + 1, packing.groups);
+            left -= length;
         }
+        values.add(data, begin,
+                   {tables.reference.data(), tables.width.data(), tables.length.data(), tables.count});
     }
     values.flush();
-    return values.left() == 0 ? std::string() : format("groups hold %zu values too few", values.left());
+    return left == 0 ? std::string()
+                     : format("groups hold %llu values too few", static_cast<unsigned long long>(left));
 }
 
 } // namespace Yul::detail::grib

@@ -92,11 +92,31 @@ void scalePlain(std::span<std::uint32_t const> values, Scale const & scale, floa
         out[i] = static_cast<float>(s(static_cast<std::int32_t>(values[i])));
 }
 
-constexpr UnpackForm PLAIN{"plain", integersPlain, scaledPlain, scalePlain};
+void accumulatePlain(std::span<std::uint32_t> values, std::uint32_t step, std::uint32_t & sum) noexcept
+{
+    std::uint32_t running = sum;
+    for (auto & value : values)
+        value = running += value + step;
+    sum = running;
+}
+
+void groupsPlain(Octets packed, std::uint64_t bit, GroupRows const & groups, std::uint32_t * out) noexcept
+{
+    for (std::size_t g = 0; g < groups.count; ++g) {
+        std::size_t const length = groups.length[g];
+        integersPlain(packed, bit, groups.width[g], groups.base[g], {out, length});
+        bit += std::uint64_t{length} * groups.width[g];
+        out += length;
+    }
+}
+
+constexpr UnpackForm PLAIN{"plain", integersPlain, scaledPlain, scalePlain, accumulatePlain, groupsPlain};
 
 UnpackForm const & bestForm() noexcept
 {
-    static UnpackForm const & form = wideForm() != nullptr ? *wideForm() : PLAIN;
+    static UnpackForm const & form = widestForm() != nullptr ? *widestForm()
+                                     : wideForm() != nullptr ? *wideForm()
+                                                             : PLAIN;
     return form;
 }
 
@@ -125,6 +145,16 @@ void unpackScaled(
 void scaleIntegers(std::span<std::uint32_t const> values, Scale const & scale, float * out) noexcept
 {
     bestForm().scale(values, scale, out);
+}
+
+void accumulate(std::span<std::uint32_t> values, std::uint32_t step, std::uint32_t & sum) noexcept
+{
+    bestForm().accumulate(values, step, sum);
+}
+
+void unpackGroups(Octets packed, std::uint64_t bit, GroupRows const & groups, std::uint32_t * out) noexcept
+{
+    bestForm().groups(packed, bit, groups, out);
 }
 
 } // namespace Yul::detail::grib

@@ -36,6 +36,25 @@ void unpackScaled(
 /// out = (R + value * 2^E) * 10^-D for signed values.
 void scaleIntegers(std::span<std::uint32_t const> values, Scale const & scale, float * out) noexcept;
 
+/// out[i] = sum = sum + out[i] + step, modulo 2^32: undoes differences.
+void accumulate(std::span<std::uint32_t> values, std::uint32_t step, std::uint32_t & sum) noexcept;
+
+/// Groups of numbers that follow each other, each with its own width, length and base, in three columns.
+struct GroupRows
+{
+    std::uint32_t const * base = nullptr;
+    std::uint32_t const * width = nullptr;
+    std::uint32_t const * length = nullptr;
+    std::size_t count = 0;
+};
+
+/// How far `unpackGroups` may write behind the last number.
+constexpr std::size_t GROUP_SLACK = 16;
+
+/// out = number + base of its group, modulo 2^32, one group behind the other. The caller has made sure that the numbers are
+/// there, and that out has room for them and GROUP_SLACK more.
+void unpackGroups(Octets packed, std::uint64_t bit, GroupRows const & groups, std::uint32_t * out) noexcept;
+
 /// Forms of these operations; the tests run them side by side.
 struct UnpackForm
 {
@@ -43,10 +62,14 @@ struct UnpackForm
     void (*integers)(Octets, std::uint64_t, unsigned, std::uint32_t, std::span<std::uint32_t>) noexcept;
     void (*scaled)(Octets, std::uint64_t, unsigned, Scale const &, std::span<float>) noexcept;
     void (*scale)(std::span<std::uint32_t const>, Scale const &, float *) noexcept;
+    void (*accumulate)(std::span<std::uint32_t>, std::uint32_t, std::uint32_t &) noexcept;
+    void (*groups)(Octets, std::uint64_t, GroupRows const &, std::uint32_t *) noexcept;
 };
 
 [[nodiscard]] UnpackForm const & plainForm() noexcept;
-/// Null where the processor (or the build) has no 256-bit integer registers.
+/// For 256-bit registers (AVX2 with FMA). Null where the processor (or the build) has none.
 [[nodiscard]] UnpackForm const * wideForm() noexcept;
+/// For 512-bit registers (AVX-512 with VBMI). Null where the processor (or the build) has none.
+[[nodiscard]] UnpackForm const * widestForm() noexcept;
 
 } // namespace Yul::detail::grib

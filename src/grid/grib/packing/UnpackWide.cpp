@@ -1,60 +1,24 @@
-// The forms for processors with 256-bit integer registers (AVX2), chosen when the program runs.
+// The forms for processors with 256-bit integer registers (AVX2 with FMA), chosen when the program runs.
 #include "grid/grib/packing/Unpack.h"
 
 #if defined(__x86_64__) && defined(__GNUC__)
 
-#include <array>
+#include "grid/grib/packing/UnpackPattern.h"
+
+#include <algorithm>
 
 #include <immintrin.h>
 
-#define YUL_WIDE __attribute__((target("avx2")))
+#define YUL_WIDE __attribute__((target("avx2,fma")))
 
 namespace Yul::detail::grib {
 namespace {
 
-/// Eight numbers of w bits are w octets: one step always begins at the same bit of an octet, and one pattern
-/// of octets and shifts serves all steps. Each number lies in four octets as long as w is at most 25.
-constexpr unsigned WIDEST = 25;
 constexpr std::size_t LOAD = 16; // octets that each half of a step loads
 constexpr std::size_t LANES = 8;
+constexpr UnpackPatterns<LANES, 2> PATTERNS = makeUnpackPatterns<LANES, 2>();
 
-/// How to bring eight numbers that begin at a bit of an octet (0 to 7) into eight lanes.
-struct Pattern
-{
-    std::array<std::uint8_t, 32>
-        octets{}; ///< four octets a lane, least significant first, within each half's load
-    std::array<std::uint32_t, LANES> shift{};
-    std::uint32_t mask = 0;
-    std::uint32_t upper = 0; ///< where the load of the upper four numbers begins
-};
-
-constexpr Pattern patternFor(unsigned start, unsigned width)
-{
-    Pattern pattern;
-    pattern.mask = (1U << width) - 1;
-    pattern.upper = (start + 4 * width) / 8;
-    for (unsigned lane = 0; lane < LANES; ++lane) {
-        unsigned const bit = start + lane * width;
-        unsigned const octet = bit / 8 - (lane < 4 ? 0 : pattern.upper);
-        for (unsigned i = 0; i < 4; ++i)
-            pattern.octets[4 * lane + i] = static_cast<std::uint8_t>(octet + 3 - i);
-        pattern.shift[lane] = 32 - width - bit % 8;
-    }
-    return pattern;
-}
-
-constexpr auto makePatterns()
-{
-    std::array<std::array<Pattern, WIDEST + 1>, 8> patterns{};
-    for (unsigned start = 0; start < 8; ++start)
-        for (unsigned width = 1; width <= WIDEST; ++width)
-            patterns[start][width] = patternFor(start, width);
-    return patterns;
-}
-
-constexpr auto PATTERNS = makePatterns();
-
-/// The pattern in registers.
+/// A pattern in registers.
 struct Step
 {
     __m256i octets;
@@ -65,7 +29,7 @@ struct Step
 
 YUL_WIDE inline Step stepFor(std::uint64_t bit, unsigned width) noexcept
 {
-    Pattern const & p = PATTERNS[bit & 7][width];
+    auto const & p = PATTERNS[bit & 7][width];
     return {_mm256_loadu_si256(reinterpret_cast<__m256i const *>(p.octets.data())),
             _mm256_loadu_si256(reinterpret_cast<__m256i const *>(p.shift.data())),
             _mm256_set1_epi32(static_cast<int>(p.mask)), p.upper};
@@ -88,7 +52,7 @@ safeSteps(Octets packed, std::uint64_t bit, unsigned width, std::size_t count, s
     if (begin + upper + LOAD > packed.size())
         return 0;
     std::size_t const fitting = static_cast<std::size_t>((packed.size() - begin - upper - LOAD) / width + 1);
-    return fitting < count / LANES ? fitting : count / LANES;
+    return std::min(fitting, count / LANES);
 }
 
 struct WideScale
@@ -98,21 +62,36 @@ struct WideScale
     __m256d decimal;
 };
 
-YUL_WIDE inline __m128 scaleFour(__m128i x, WideScale const & s) noexcept
+/// The product with a power of two is exact, so that joining it with the sum changes no bit. Without a decimal scale the
+/// product with 1 is left out.
+template <bool HAS_DECIMAL> YUL_WIDE inline __m128 scaleFour(__m128i x, WideScale const & s) noexcept
 {
-    __m256d const product = _mm256_mul_pd(_mm256_cvtepi32_pd(x), s.binary);
-    return _mm256_cvtpd_ps(_mm256_mul_pd(_mm256_add_pd(s.reference, product), s.decimal));
+    __m256d const sum = _mm256_fmadd_pd(_mm256_cvtepi32_pd(x), s.binary, s.reference);
+    if constexpr (HAS_DECIMAL)
+        return _mm256_cvtpd_ps(_mm256_mul_pd(sum, s.decimal));
+    return _mm256_cvtpd_ps(sum);
 }
 
+template <bool HAS_DECIMAL>
 YUL_WIDE inline void scaleEight(__m256i x, WideScale const & s, float * out) noexcept
 {
-    _mm_storeu_ps(out, scaleFour(_mm256_castsi256_si128(x), s));
-    _mm_storeu_ps(out + 4, scaleFour(_mm256_extracti128_si256(x, 1), s));
+    _mm_storeu_ps(out, scaleFour<HAS_DECIMAL>(_mm256_castsi256_si128(x), s));
+    _mm_storeu_ps(out + LANES / 2, scaleFour<HAS_DECIMAL>(_mm256_extracti128_si256(x, 1), s));
 }
 
 YUL_WIDE inline WideScale wideScale(Scale const & s) noexcept
 {
     return {_mm256_set1_pd(s.reference), _mm256_set1_pd(s.binary), _mm256_set1_pd(s.decimal)};
+}
+
+YUL_WIDE inline __m256i loadEight(std::uint32_t const * p) noexcept
+{
+    return _mm256_loadu_si256(reinterpret_cast<__m256i const *>(p));
+}
+
+YUL_WIDE inline void storeEight(std::uint32_t * p, __m256i x) noexcept
+{
+    _mm256_storeu_si256(reinterpret_cast<__m256i *>(p), x);
 }
 
 YUL_WIDE void integersWide(Octets packed,
@@ -122,30 +101,36 @@ YUL_WIDE void integersWide(Octets packed,
                            std::span<std::uint32_t> out) noexcept
 {
     std::size_t done = 0;
-    if (width > 0 && width <= WIDEST && out.size() >= LANES) {
+    if (width > 0 && width <= WIDEST_PATTERN && out.size() >= LANES) {
         Step const step = stepFor(bit, width);
         std::size_t const steps = safeSteps(packed, bit, width, out.size(), step.upper);
         __m256i const bases = _mm256_set1_epi32(static_cast<int>(base));
         Octet const * p = packed.data() + (bit >> 3);
         for (std::size_t i = 0; i < steps; ++i, p += width)
-            _mm256_storeu_si256(reinterpret_cast<__m256i *>(out.data() + LANES * i),
-                                _mm256_add_epi32(take(p, step), bases));
+            storeEight(out.data() + LANES * i, _mm256_add_epi32(take(p, step), bases));
         done = LANES * steps;
     }
     plainForm().integers(packed, bit + done * width, width, base, out.subspan(done));
+}
+
+template <bool HAS_DECIMAL>
+YUL_WIDE void scaleSteps(
+    Octet const * p, Step step, unsigned width, std::size_t steps, Scale const & scale, float * out) noexcept
+{
+    WideScale const s = wideScale(scale);
+    for (std::size_t i = 0; i < steps; ++i, p += width)
+        scaleEight<HAS_DECIMAL>(take(p, step), s, out + LANES * i);
 }
 
 YUL_WIDE void scaledWide(
     Octets packed, std::uint64_t bit, unsigned width, Scale const & scale, std::span<float> out) noexcept
 {
     std::size_t done = 0;
-    if (width > 0 && width <= WIDEST) {
+    if (width > 0 && width <= WIDEST_PATTERN) {
         Step const step = stepFor(bit, width);
-        WideScale const s = wideScale(scale);
         std::size_t const steps = safeSteps(packed, bit, width, out.size(), step.upper);
-        Octet const * p = packed.data() + (bit >> 3);
-        for (std::size_t i = 0; i < steps; ++i, p += width)
-            scaleEight(take(p, step), s, out.data() + LANES * i);
+        auto const run = scale.decimal == 1 ? scaleSteps<false> : scaleSteps<true>;
+        run(packed.data() + (bit >> 3), step, width, steps, scale, out.data());
         done = LANES * steps;
     }
     plainForm().scaled(packed, bit + done * width, width, scale, out.subspan(done));
@@ -156,17 +141,62 @@ YUL_WIDE void scaleWide(std::span<std::uint32_t const> values, Scale const & sca
     WideScale const s = wideScale(scale);
     std::size_t const whole = values.size() / LANES * LANES;
     for (std::size_t i = 0; i < whole; i += LANES)
-        scaleEight(_mm256_loadu_si256(reinterpret_cast<__m256i const *>(values.data() + i)), s, out + i);
+        scaleEight<true>(loadEight(values.data() + i), s, out + i);
     plainForm().scale(values.subspan(whole), scale, out + whole);
 }
 
-constexpr UnpackForm WIDE{"avx2", integersWide, scaledWide, scaleWide};
+/// Sums within eight values by doubling strides; the sum so far joins at the end, so that it waits for one addition a step.
+YUL_WIDE void
+accumulateWide(std::span<std::uint32_t> values, std::uint32_t step, std::uint32_t & sum) noexcept
+{
+    __m256i const steps = _mm256_set1_epi32(static_cast<int>(step));
+    __m256i const fourth = _mm256_set1_epi32(3);
+    __m256i const last = _mm256_set1_epi32(7);
+    __m256i before = _mm256_set1_epi32(static_cast<int>(sum));
+    std::size_t const whole = values.size() / LANES * LANES;
+    for (std::size_t i = 0; i < whole; i += LANES) {
+        __m256i x = _mm256_add_epi32(loadEight(values.data() + i), steps);
+        x = _mm256_add_epi32(x, _mm256_slli_si256(x, 4));
+        x = _mm256_add_epi32(x, _mm256_slli_si256(x, 8));
+        __m256i const lower = _mm256_permutevar8x32_epi32(x, fourth);
+        x = _mm256_add_epi32(x, _mm256_blend_epi32(_mm256_setzero_si256(), lower, 0xf0));
+        storeEight(values.data() + i, _mm256_add_epi32(x, before));
+        before = _mm256_add_epi32(before, _mm256_permutevar8x32_epi32(x, last));
+    }
+    sum = static_cast<std::uint32_t>(_mm256_cvtsi256_si32(before));
+    plainForm().accumulate(values.subspan(whole), step, sum);
+}
+
+/// The last step of a group runs on into the next one, which is written afterwards.
+YUL_WIDE void
+groupsWide(Octets packed, std::uint64_t bit, GroupRows const & groups, std::uint32_t * out) noexcept
+{
+    for (std::size_t g = 0; g < groups.count; ++g) {
+        unsigned const width = groups.width[g];
+        std::size_t const length = groups.length[g];
+        std::size_t const loaded = static_cast<std::size_t>(bit >> 3) + (length / LANES + 1) * width + LOAD;
+        if (width > WIDEST_PATTERN || loaded > packed.size())
+            plainForm().integers(packed, bit, width, groups.base[g], {out, length});
+        else {
+            Step const step = stepFor(bit, width);
+            __m256i const bases = _mm256_set1_epi32(static_cast<int>(groups.base[g]));
+            Octet const * p = packed.data() + (bit >> 3);
+            for (std::size_t i = 0; i < length; i += LANES, p += width)
+                storeEight(out + i, _mm256_add_epi32(take(p, step), bases));
+        }
+        bit += std::uint64_t{length} * width;
+        out += length;
+    }
+}
+
+constexpr UnpackForm WIDE{"avx2", integersWide, scaledWide, scaleWide, accumulateWide, groupsWide};
 
 } // namespace
 
 UnpackForm const * wideForm() noexcept
 {
-    return __builtin_cpu_supports("avx2") != 0 ? &WIDE : nullptr;
+    static bool const has_both = __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("fma") != 0;
+    return has_both ? &WIDE : nullptr;
 }
 
 } // namespace Yul::detail::grib
