@@ -1,4 +1,4 @@
-"""The outlines of the light sans stroke font.
+"""The skeleton of the stroke fonts, drawn for this library.
 
 A glyph is a text of strokes, separated by "|". A stroke is a row of places:
 
@@ -13,6 +13,7 @@ The baseline is y = 0. A "+" in front of a name takes over that glyph's strokes;
 CAP = 84  # height of a capital letter and of a figure
 X_HEIGHT = 58
 ASCENDER = 87
+DESCENDER = -23
 FIGURE = 50  # cell width of every figure
 
 CAPITALS = {
@@ -204,3 +205,58 @@ ACCENTED = (
     "ò o grave 23, ó o acute 23, ô o circumflex 23, õ o tilde 23, ö o dieresis 23, "
     "ù u grave 20, ú u acute 20, û u circumflex 20, ü u dieresis 20, ý y acute 21, ÿ y dieresis 21"
 )
+
+# Where the font of one width has outlines of its own: narrow letters get feet, wide ones are redrawn.
+MONO = {
+    "I": "0,0 40,0 | 0,84 40,84 | 20,0 20,84",
+    "M": "0,0 0,84 24,34 48,84 48,0",
+    "W": "0,84 11,0 25,56 39,0 50,84",
+    "f": "15,0 15,68 @31,68,16,19,180,60 | 0,58 36,58 | 0,0 32,0",
+    "i": "4,58 22,58 22,0 | 0,0 42,0 | .21,77",
+    "ı": "4,58 22,58 22,0 | 0,0 42,0",
+    "j": "4,58 24,58 24,-6 @9,-6,15,17,0,-100 | .23,77",
+    "l": "2,87 21,87 21,0 | 0,0 42,0",
+    "m": "0,58 0,0 | 0,42 @12,42,12,17,180,0 24,0 | 24,42 @36,42,12,17,180,0 48,0",
+    "r": "0,58 14,58 14,0 | 0,0 30,0 | 14,36 @32,36,18,23,180,50",
+    "t": "14,77 14,15 @30,15,16,16,180,310 | 0,58 38,58",
+    "w": "0,58 11,0 24,44 37,0 48,58",
+    "0": "@23,42,23,43,90,450 | 14,22 32,62",
+    "1": "6,66 23,84 23,0 | 2,0 44,0",
+    "@": "34,22 34,58 | 34,48 ~32,54,27,57,22,56 ~13,54,10,46,10,38 ~10,28,15,22,22,22 ~29,22,33,28,34,34 | "
+         "34,22 ~42,20,48,30,48,46 ~48,70,40,85,26,85 ~8,85,0,62,0,36 ~0,6,10,-12,28,-12 ~34,-12,40,-10,45,-6",
+    "%": "@11,64,11,21,90,450 | @39,20,11,21,90,450 | 44,84 6,0",
+    "Æ": "0,0 18,84 48,84 | 48,0 24,0 24,84 | 24,44 44,44 | 7,29 24,29",
+    "æ": "2,46 ~4,54,7,59,13,59 ~20,59,24,54,24,44 24,16 | 24,34 ~20,33,17,33,13,32 ~5,30,0,25,0,15 ~0,5,5,-1,11,-1 "
+         "~18,-1,23,6,24,16 | 24,31 50,31 @37,29,13,30,4,310",
+}
+
+# Serifs. The letters whose arms end in an upright stroke; how the ends of stems differ from the rule (a foot to both
+# sides, the top of a small stem to the left) with single serifs behind "+"; what ends a curve: ".x,y" a ball, "x,y,y"
+# an upright stroke.
+ARMED = "EFLTZzÆ257"
+
+SERIF_RULES = {
+    "N": "+-9,84;0,84",
+    "M": "+-9,84;0,84 +65,84;74,84",
+    "G": "+54,40;72,40",
+    "a": "rightfoot",
+    "b": "nofoot",
+    "d": "rightfoot",
+    "u": "rightfoot",
+    "µ": "rightfoot",
+    "g": "notop",
+    "q": "notop",
+    "y": "nofoot",
+    "1": "notop",
+    "5": "notop",
+    "7": "notop nofoot",
+    "Ð": "+-9,0;0,0 +-9,84;0,84",
+    "ß": "+-9,0;9,0",
+}
+
+TERMINALS = {
+    "C": "62,60,84", "G": "62,60,84", "S": "49,62,84 0,0,23",
+    "Ç": "62,60,84", "s": "35,42,58 0,0,16",
+    "a": ".5,45", "c": ".38,49", "f": ".28,82", "g": ".5,-11", "j": ".-1,-18", "r": ".24,53", "y": ".3,-18",
+    "J": ".3,17", "2": ".6,63", "3": ".6,67 .4,19", "5": ".4,17", "6": ".44,68", "9": ".6,15",
+}

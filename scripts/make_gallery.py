@@ -12,9 +12,12 @@ import subprocess
 import sys
 import tempfile
 
+from Yul import Image
+
 ROOT = Path(__file__).resolve().parent.parent
 SCRIPTS = ROOT / 'examples' / 'gallery'
 DPI = 80
+COLORS = 128  # of a picture: enough for the edges of lines, and a third of the octets
 HEADING = """# Gallery
 
 Each picture is a page of PostScript, drawn by the script behind the link and rendered with Ghostscript.
@@ -37,6 +40,9 @@ def draw(script, picture):
                                capture_output=True, text=True)
     if words.stdout or words.stderr:
         sys.exit(f'{script.name}: {words.stdout}{words.stderr}')
+    image = Image()
+    if not (image.read(str(picture)) and image.toIndexed(COLORS) and image.write(str(picture))):
+        sys.exit(1)
 
 
 def write_page(page, folder):

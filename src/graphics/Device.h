@@ -97,6 +97,8 @@ public:
     virtual int getNumFrames() = 0;
     virtual int message(char const * text) = 0;
     virtual int bell(int volume) = 0;
+    /// Device units of one dot, in which line widths are counted.
+    virtual float getDotSize() = 0;
 };
 
 } // namespace Yul

@@ -44,6 +44,8 @@ struct GFont::Reader
             return words.size() > 1;
         if (words[0] == "metrics" && words.size() == 3)
             return takeMetrics(intIn(words[1], 0, MAX_COORDINATE), intIn(words[2], 1, MAX_COORDINATE));
+        if (words[0] == "pen" && words.size() == 2)
+            return takePen(intIn(words[1], 0, MAX_COORDINATE));
         if (words[0] == "glyph" && words.size() == 4)
             return takeGlyph(intIn(words[1], 0, NUM_GLYPHS - 1),
                              intIn(words[2], -MAX_COORDINATE, MAX_COORDINATE),
@@ -56,6 +58,12 @@ struct GFont::Reader
         font.baseline = baseline.value_or(0);
         font.cap_height = cap_height.value_or(0);
         return baseline && cap_height;
+    }
+
+    bool takePen(std::optional<int> width)
+    {
+        font.pen = width.value_or(0);
+        return width.has_value();
     }
 
     bool takeGlyph(std::optional<int> code, std::optional<int> left, std::optional<int> right)

@@ -51,6 +51,9 @@ public:
 
     [[nodiscard]] int getCapHeight() const noexcept { return cap_height; }
 
+    /// The least width of a stroke, in font units, at which neighbouring strokes touch; 0 where any width will do.
+    [[nodiscard]] int getPen() const noexcept { return pen; }
+
     /// The glyph of a character code 0 to 255; null where the font has none.
     [[nodiscard]] Glyph const * find(int code) const noexcept;
     /// The vertices of a glyph of this font; valid until the font changes.
@@ -63,6 +66,7 @@ private:
 
     int baseline = 0;
     int cap_height = 0;
+    int pen = 0;
     std::array<std::int16_t, NUM_GLYPHS> slots{}; // index into glyphs, or UNUSED
     std::vector<Glyph> glyphs;
     std::vector<Vertex> all_vertices;

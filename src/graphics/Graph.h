@@ -200,6 +200,16 @@ public:
     int setSymbol(char const * name);
     /// A symbol of the set in the mark colour; 0 for an unknown name.
     int drawSymbol(float x, float y, char const * name, float size);
+    /// The same, turned clockwise about the position.
+    /// angle  degrees
+    int drawSymbol(float x, float y, char const * name, float size, float angle);
+    /// A wind barb, or a ring for a calm, in the mark colour.
+    /// direction  where the wind blows from, degrees clockwise from the top of the page
+    /// speed      knots, drawn to the nearest 5; above the set's greatest barb that one is drawn
+    /// size       window units; the shaft is half as long
+    /// is_south   feathers as on the southern hemisphere
+    /// return     1; 0 for a number that is none, a negative speed, or a set without barbs
+    int drawWindBarb(float x, float y, float direction, float speed, float size, bool is_south = false);
 
     // ---- images ----
     int setImageAlign(int horizontal, int vertical);
@@ -234,6 +244,7 @@ private:
     int loadFont();
     int applyDeviceFont();
     int loadSymbols();
+    int drawShape(float x, float y, Symbol::Shape const * shape, float size, float angle, bool is_mirrored);
 
     [[nodiscard]] bool isDeviceText() const noexcept;
     [[nodiscard]] Frame textFrame(float x, float y) const;
@@ -242,6 +253,7 @@ private:
     int drawShadowedLine(Frame const & frame, std::string_view line);
     int drawDeviceLine(Frame const & frame, std::string_view line);
     int strokeLine(Frame const & frame, std::string_view line);
+    [[nodiscard]] float strokeWidth(Frame const & frame) const;
     int strokeGlyph(Frame const & frame, detail::PlacedGlyph const & placed);
     int drawBox(Frame const & frame, std::string_view line);
 

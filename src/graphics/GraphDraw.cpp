@@ -1,5 +1,6 @@
 // State, lines, fills, marks, symbols and images of a Graph.
 #include "core/Const.h"
+#include "core/Format.h"
 #include "core/StrLib.h"
 #include "core/Yul.h"
 #include "graphics/Color.h"
@@ -8,12 +9,14 @@
 #include "graphics/Marks.h"
 #include "graphics/TableFile.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace Yul {
 namespace {
 
 constexpr int CIRCLE_STEPS = 72;
+constexpr float MAX_SPEED = 1000; // of a wind, knots
 
 bool isSize(float value)
 {
@@ -198,14 +201,44 @@ int Graph::loadSymbols()
 
 int Graph::drawSymbol(float x, float y, char const * name, float size)
 {
-    Symbol::Shape const * const shape = symbols.find(name);
-    if (!device || shape == nullptr || !isSize(size))
+    return drawSymbol(x, y, name, size, 0);
+}
+
+int Graph::drawSymbol(float x, float y, char const * name, float size, float angle)
+{
+    return drawShape(x, y, symbols.find(name), size, angle, false);
+}
+
+int Graph::drawWindBarb(float x, float y, float direction, float speed, float size, bool is_south)
+{
+    if (!(speed >= 0))
         return 0;
+    int const step = 5;
+    int knots = static_cast<int>(std::min(speed, MAX_SPEED) / step + 0.5F) * step;
+    Symbol::Shape const * shape = nullptr;
+    for (; knots >= 0 && shape == nullptr; knots -= step)
+        shape = symbols.find(detail::format("wind%d", knots).c_str());
+    return drawShape(x, y, shape, size, direction, is_south);
+}
+
+/// Symbols keep their shape when the axes of the window have different scales: their size is that along y.
+int Graph::drawShape(float x, float y, Symbol::Shape const * shape, float size, float angle, bool is_mirrored)
+{
+    if (!device || shape == nullptr || !isSize(size) || !std::isfinite(angle))
+        return 0;
+    GTran const & t = tran();
+    double const turn = static_cast<double>(angle) * Const::PI / 180;
+    double const half_y = size / 2;
+    double const half_x = half_y * t.getPlotPerWindowY() / t.getPlotPerWindowX();
     int is_drawn = 1;
     for (Symbol::Part const & part : *shape) {
         Points points;
-        for (Symbol::Vertex const & vertex : part.vertices)
-            points.add(Point(x + vertex.x * size / 2, y + vertex.y * size / 2));
+        for (Symbol::Vertex const & vertex : part.vertices) {
+            double const across = is_mirrored ? -vertex.x : vertex.x;
+            points.add(Point(
+                static_cast<float>(x + (across * std::cos(turn) + vertex.y * std::sin(turn)) * half_x),
+                static_cast<float>(y + (vertex.y * std::cos(turn) - across * std::sin(turn)) * half_y)));
+        }
         if (!toPlot(points, scratch))
             return 0;
         if (part.is_fill) {

@@ -283,10 +283,22 @@ int Graph::strokeGlyph(Frame const & frame, detail::PlacedGlyph const & placed)
     return is_drawn;
 }
 
+/// The width of strokes at a text height, in dots: the text weight, or more where the font's strokes must touch.
+float Graph::strokeWidth(Frame const & frame) const
+{
+    float const height = std::hypot(frame.up.x, frame.up.y);
+    float const least = static_cast<float>(font.getPen()) * height /
+                        (static_cast<float>(font.getCapHeight()) * device->getDotSize());
+    return std::isfinite(least) ? std::max(text_weight, least) : text_weight;
+}
+
 int Graph::strokeLine(Frame const & frame, std::string_view line)
 {
     if (!font.isOpen())
         return 0;
+    float const width = strokeWidth(frame);
+    if (width > text_weight)
+        device->setLineWidth(TEXT_PEN, width);
     detail::TextLine const layout = layOut(line);
     float const start = startOf(layout, text_halign);
     float const box_width = detail::BOX_WIDTH * text_expansion;
@@ -301,6 +313,8 @@ int Graph::strokeLine(Frame const & frame, std::string_view line)
             is_drawn &= device->drawLine(TEXT_PEN, scratch);
         }
     }
+    if (width > text_weight)
+        device->setLineWidth(TEXT_PEN, text_weight);
     return is_drawn;
 }
 

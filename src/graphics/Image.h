@@ -2,16 +2,19 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace Yul {
 
-/// A raster of packed 24-bit RGB samples (red in bits 16 to 23), row 0 at the top, with transparent places.
+/// A raster picture, row 0 at the top. Each sample is a packed 24-bit RGB colour (red in bits 16 to 23) or
+/// transparent. An indexed image keeps a palette of at most 256 colours and a number into it for each sample.
 class Image
 {
 public:
     static constexpr int TRANSPARENT = -1;
     static constexpr long long MAX_PIXELS = 1LL << 26;
+    static constexpr int MAX_COLORS = 256;
 
     Image() = default;
 
@@ -20,6 +23,8 @@ public:
 
     /// Makes the image anew, all transparent; 0 and an empty image for a size as above.
     int init(int image_width, int image_height);
+    /// The same for an indexed image, whose only colour is colour 0, transparent.
+    int initIndexed(int image_width, int image_height);
     /// Makes the image empty: no width, no height.
     int clear();
 
@@ -27,12 +32,49 @@ public:
 
     [[nodiscard]] int getHeight() const noexcept { return height; }
 
-    [[nodiscard]] bool isEmpty() const noexcept { return pixels.empty(); }
+    [[nodiscard]] bool isEmpty() const noexcept { return width == 0; }
 
-    /// color  packed RGB; a negative value is transparent. Bits above 23 are dropped. 0 outside the image.
+    [[nodiscard]] bool isIndexed() const noexcept { return !colors.empty(); }
+
+    /// color  packed RGB; a negative value is transparent. Bits above 23 are dropped. 0 outside the image, and
+    ///        for a colour that an indexed image has not got and has no room for.
     int setPixel(int column, int row, int color);
     /// The packed RGB value; TRANSPARENT where there is none, also outside the image.
     [[nodiscard]] int getPixel(int column, int row) const;
+
+    // ---- indexed images; everything is refused for an image that is not ----
+    /// Adds a colour to the palette, or finds it there; -1 when the palette is full.
+    int addColor(int color);
+    /// Changes colour i of the palette, and with it all samples that have it.
+    int setColor(int i, int color);
+    /// Colour i of the palette; TRANSPARENT outside it.
+    [[nodiscard]] int getColor(int i) const;
+
+    [[nodiscard]] int getNumColors() const noexcept { return static_cast<int>(colors.size()); }
+
+    int setIndex(int column, int row, int i);
+    /// The number of a sample's colour; -1 outside the image.
+    [[nodiscard]] int getIndex(int column, int row) const;
+
+    // ---- conversions ----
+    /// Gives the image a palette of at most `max_colors` (2 to 256): its own colours where they are so few, else
+    /// the means of boxes that the colours are cut into, each at its median. Transparent samples stay so.
+    /// Source: P. Heckbert, Color image quantization for frame buffer display, Computer Graphics 16(3), 1982.
+    int toIndexed(int max_colors = MAX_COLORS);
+    /// Gives each sample its own colour.
+    int toRGB();
+    /// Makes the image another size: each sample becomes the mean of the area that it covers, transparent where
+    /// half of that or more is. The result is not indexed. 0, and nothing changes, for a size as above.
+    int resize(int new_width, int new_height);
+
+    // ---- PNG files ----
+    /// Reads a PNG picture of any kind; one with a palette becomes indexed. What is less than half opaque becomes
+    /// transparent, other colours are mixed with white by their opacity. 0 with a warning, and nothing changes,
+    /// for a file that cannot be read or is no whole picture.
+    int read(char const * name);
+    /// Writes a PNG picture, with a palette for an indexed image. 0 with a warning for an empty image or a file
+    /// that cannot be written whole.
+    int write(char const * name) const;
 
 private:
     [[nodiscard]] bool contains(int column, int row) const noexcept
@@ -46,9 +88,13 @@ private:
                static_cast<std::size_t>(column);
     }
 
+    [[nodiscard]] std::vector<std::uint8_t> encode() const;
+
     int width = 0;
     int height = 0;
-    std::vector<int> pixels;
+    std::vector<int> pixels;           // of an image that is not indexed
+    std::vector<std::uint8_t> indices; // of an indexed image
+    std::vector<int> colors;           // the palette
 };
 
 } // namespace Yul

@@ -18,6 +18,7 @@ namespace {
 
 constexpr float POINTS_PER_INCH = 72;
 constexpr float MAX_WIDTH = 30000; // dots
+constexpr float DOT = 0.33F;       // points, as the prolog has it
 constexpr std::size_t BUFFER_SIZE = 256U << 10;
 
 constexpr char const * DEFAULT_FILE = "yul.ps";
@@ -295,6 +296,11 @@ Rect Postscript::getCoords()
     Rect rect;
     getCoords(rect);
     return rect;
+}
+
+float Postscript::getDotSize()
+{
+    return DOT;
 }
 
 // ---- pens ----

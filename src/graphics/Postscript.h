@@ -47,6 +47,7 @@ public:
     /// (0, height, width, 0): the page's upper left corner first.
     int getCoords(Rect & rect) override;
     Rect getCoords() override;
+    float getDotSize() override;
 
     int allocColor(float r, float g, float b) override;
     int setColor(int pen, int color) override;

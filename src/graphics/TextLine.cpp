@@ -8,27 +8,70 @@
 namespace Yul::detail {
 namespace {
 
-/// Characters outside ISO 8859-1 that have a plain form in it.
+/// Characters outside ISO 8859-1 that have a plain form in it, and the no-break space.
 struct PlainForm
 {
     std::uint32_t character;
-    char plain;
+    std::string_view plain; // ISO 8859-1
 };
 
 constexpr PlainForm PLAIN_FORMS[] = {
-    {0x00a0, ' '},                                                                // no-break space
-    {0x2002, ' '},                                                                // en space
-    {0x2003, ' '},                                                                // em space
-    {0x2009, ' '},                                                                // thin space
-    {0x2010, '-'},                                                                // hyphen
-    {0x2011, '-'},                                                                // non-breaking hyphen
-    {0x2013, '-'},                                                                // en dash
-    {0x2014, '-'},                                                                // em dash
-    {0x2018, '\''}, {0x2019, '\''}, {0x201c, '"'}, {0x201d, '"'}, {0x2032, '\''}, // prime
-    {0x2033, '"'},                                                                // double prime
-    {0x202f, ' '},                                                                // narrow no-break space
-    {0x2212, '-'},                                                                // minus sign
+    {0x00a0, " "}, // no-break space
+    {0x0132, "IJ"},
+    {0x0133, "ij"}, // Dutch
+    {0x0152, "OE"},
+    {0x0153, "oe"}, // French
+    {0x0218, "S"},
+    {0x0219, "s"}, // Romanian
+    {0x021a, "T"},
+    {0x021b, "t"},    //
+    {0x03bc, "\xb5"}, // mu, as micro sign
+    {0x1e9e, "SS"},   // capital sharp s
+    {0x2002, " "},
+    {0x2003, " "},
+    {0x2009, " "}, // spaces
+    {0x202f, " "}, //
+    {0x2010, "-"},
+    {0x2011, "-"},
+    {0x2013, "-"}, // hyphens and dashes
+    {0x2014, "-"},
+    {0x2212, "-"}, // minus sign
+    {0x2018, "'"},
+    {0x2019, "'"},
+    {0x2032, "'"}, // quotation marks, primes
+    {0x201c, "\""},
+    {0x201d, "\""},
+    {0x2033, "\""}, //
+    {0x201a, ","},
+    {0x201e, ",,"}, //
+    {0x2022, "\xb7"},
+    {0x2026, "..."},
+    {0x2044, "/"}, // bullet, ellipsis, fraction slash
+    {0x2070, "0"},
+    {0x2074, "4"},
+    {0x2075, "5"}, // superscripts
+    {0x2076, "6"},
+    {0x2077, "7"},
+    {0x2078, "8"}, //
+    {0x2079, "9"},
+    {0x207a, "+"},
+    {0x207b, "-"}, //
+    {0x2103, "\xb0"
+             "C"},
+    {0x2109, "\xb0"
+             "F"}, // degrees in one sign
+    {0x2190, "<-"},
+    {0x2192, "->"}, // arrows
+    {0x2264, "<="},
+    {0x2265, ">="}, // comparisons
 };
+
+/// The letters U+0100 to U+017F without their marks (Unicode block Latin Extended-A).
+constexpr std::uint32_t LATIN_FIRST = 0x100;
+constexpr std::string_view LATIN_LETTERS =
+    "AaAaAaCcCcCcCcDdDdEeEeEeEeEeGgGgGgGgHhHhIiIiIiIiIiIiJjKkkLlLlLlLlLl"
+    "NnNnNnnNnOoOoOoOoRrRrRrSsSsSsSsTtTtTtUuUuUuUuUuUuWwYyYZzZzZzs";
+static_assert(LATIN_LETTERS.size() == 0x80);
 
 /// The UTF-8 character at the start of the text and its length; the first octet itself where there is none.
 /// Source: RFC 3629, UTF-8, section 4 (no overlong forms, no surrogates).
@@ -58,14 +101,19 @@ std::pair<std::uint32_t, std::size_t> decode(std::string_view text)
     return {character, length};
 }
 
-int codeOf(std::uint32_t character)
+void appendCodes(std::uint32_t character, std::vector<int> & codes)
 {
-    auto const * const plain =
-        std::find_if(std::begin(PLAIN_FORMS), std::end(PLAIN_FORMS),
-                     [&](PlainForm const & row) { return row.character == character; });
-    if (plain != std::end(PLAIN_FORMS))
-        return plain->plain;
-    return character < GFont::NUM_GLYPHS ? static_cast<int>(character) : UNKNOWN_CHARACTER;
+    auto const * const form = std::find_if(std::begin(PLAIN_FORMS), std::end(PLAIN_FORMS),
+                                           [&](PlainForm const & row) { return row.character == character; });
+    if (form != std::end(PLAIN_FORMS))
+        for (char const plain : form->plain)
+            codes.push_back(static_cast<unsigned char>(plain));
+    else if (character < GFont::NUM_GLYPHS)
+        codes.push_back(static_cast<int>(character));
+    else if (character - LATIN_FIRST < LATIN_LETTERS.size())
+        codes.push_back(LATIN_LETTERS[character - LATIN_FIRST]);
+    else
+        codes.push_back(UNKNOWN_CHARACTER);
 }
 
 } // namespace
@@ -81,7 +129,7 @@ std::vector<int> characterCodes(std::string_view text)
         if (character == '\t')
             codes.push_back(' ');
         else if (!is_control)
-            codes.push_back(codeOf(character));
+            appendCodes(character, codes);
     }
     return codes;
 }

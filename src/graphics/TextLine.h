@@ -8,8 +8,8 @@
 
 namespace Yul::detail {
 
-/// The character codes (ISO 8859-1) of UTF-8 text. Dashes, quotation marks and blanks that the code lacks
-/// become their plain forms; octets that are not UTF-8 count as codes themselves; control characters other
+/// The character codes (ISO 8859-1) of UTF-8 text. Dashes, quotation marks, blanks and the like that the code
+/// lacks become their plain forms, further Latin letters lose their marks; octets that are not UTF-8 count as codes themselves; control characters other
 /// than the tabulator (a blank) are left out; any other character is UNKNOWN_CHARACTER.
 inline constexpr int UNKNOWN_CHARACTER = -1;
 [[nodiscard]] std::vector<int> characterCodes(std::string_view text);

@@ -66,17 +66,34 @@ void bindColorMap(Module & m)
 void bindImage(Module & m)
 {
     Class<Image>(m, "Image")
-        .constant("TRANSPARENT", Image::TRANSPARENT)
+        .constants({
+            {"TRANSPARENT", Image::TRANSPARENT},
+            {"MAX_COLORS", Image::MAX_COLORS},
+        })
         .constructor<>()
         .constructor<int, int>()
         .constructor<Image const &>()
         .method("init", &Image::init)
+        .method("initIndexed", &Image::initIndexed)
         .method("clear", &Image::clear)
         .method("getWidth", &Image::getWidth)
         .method("getHeight", &Image::getHeight)
         .method("isEmpty", &Image::isEmpty)
+        .method("isIndexed", &Image::isIndexed)
         .method("setPixel", &Image::setPixel)
-        .method("getPixel", &Image::getPixel);
+        .method("getPixel", &Image::getPixel)
+        .method("addColor", &Image::addColor)
+        .method("setColor", &Image::setColor)
+        .method("getColor", &Image::getColor)
+        .method("getNumColors", &Image::getNumColors)
+        .method("setIndex", &Image::setIndex)
+        .method("getIndex", &Image::getIndex)
+        .method(
+            "toIndexed", [](Image & image) { return image.toIndexed(); }, &Image::toIndexed)
+        .method("toRGB", &Image::toRGB)
+        .method("resize", &Image::resize)
+        .method("read", &Image::read)
+        .method("write", &Image::write);
 }
 
 void bindListener(Module & m)
@@ -202,7 +219,14 @@ void bindGraph(Module & m)
         .method("drawMark", &Graph::drawMark)
         .method("drawMarkLine", &Graph::drawMarkLine)
         .method("setSymbol", &Graph::setSymbol)
-        .method("drawSymbol", &Graph::drawSymbol)
+        .method("drawSymbol", overload<int(float, float, char const *, float)>(&Graph::drawSymbol),
+                overload<int(float, float, char const *, float, float)>(&Graph::drawSymbol))
+        .method(
+            "drawWindBarb",
+            [](Graph & graph, float x, float y, float direction, float speed, float size) {
+                return graph.drawWindBarb(x, y, direction, speed, size);
+            },
+            &Graph::drawWindBarb)
         // images
         .method("setImageAlign", &Graph::setImageAlign)
         .method("drawImage", overload<int(Image const &, float, float)>(&Graph::drawImage),

@@ -1,8 +1,10 @@
+#include "core/Format.h"
 #include "cpp/graphics/Page.h"
 #include "graphics/GFont.h"
 #include "graphics/Symbol.h"
 #include "graphics/TextLine.h"
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 
@@ -12,18 +14,22 @@ namespace {
 std::string const FONT = std::string(YUL_DATABASE) + "/modern.fnt";
 std::string const SYMBOLS = std::string(YUL_DATABASE) + "/wx.smb";
 
-TEST(GFont, HasEveryCharacterOfItsCode)
+class EveryFont : public testing::TestWithParam<char const *>
+{
+};
+
+TEST_P(EveryFont, HasEveryCharacterOfItsCode)
 {
     GFont font;
-    ASSERT_EQ(font.open(FONT.c_str()), 1);
+    ASSERT_EQ(font.open((std::string(YUL_DATABASE) + "/" + GetParam() + ".fnt").c_str()), 1);
     for (int code = 0; code < GFont::NUM_GLYPHS; ++code) {
         bool const is_printable = (code >= ' ' && code < 0x7f) || code >= 0xa0;
         auto const * const glyph = font.find(code);
         ASSERT_EQ(glyph != nullptr, is_printable) << code;
         if (glyph != nullptr) {
             EXPECT_EQ(glyph->count == 0, code == ' ' || code == 0xa0) << code;
-            EXPECT_GE(glyph->ink_left, glyph->left - 12) << code;
-            EXPECT_LE(glyph->ink_right, glyph->right + 12) << code;
+            EXPECT_GE(glyph->ink_left, glyph->left - 22) << code;
+            EXPECT_LE(glyph->ink_right, glyph->right + 27) << code;
         }
     }
     int const figure = font.find('0')->right - font.find('0')->left;
@@ -31,7 +37,24 @@ TEST(GFont, HasEveryCharacterOfItsCode)
         EXPECT_EQ(font.find(c)->right - font.find(c)->left, figure) << c;
     EXPECT_EQ(font.find(-1), nullptr);
     EXPECT_EQ(font.find(256), nullptr);
+    bool const has_one_width = std::string(GetParam()) == "mono";
+    EXPECT_EQ(font.find('W')->right - font.find('W')->left == font.find('.')->right - font.find('.')->left,
+              has_one_width);
+    EXPECT_EQ(font.getCapHeight(), 84);
+    for (char c = 'A'; c <= 'Z'; ++c) { // letters stand on the baseline and are as high as the text
+        int low = 255;
+        int high = 0;
+        for (auto const & v : font.vertices(*font.find(c))) {
+            low = std::min<int>(low, v.y);
+            high = std::max<int>(high, v.y);
+        }
+        EXPECT_NEAR(low - font.getBaseline(), 0, c == 'Q' ? 10 : 3) << c;
+        EXPECT_NEAR(high - font.getBaseline(), font.getCapHeight(), 3) << c;
+    }
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    GFont, EveryFont, testing::Values("modern", "light", "italic", "bold", "serif", "serifitalic", "mono"));
 
 TEST(GFont, DecodesTheGlyphCoding)
 {
@@ -100,7 +123,20 @@ TEST(Symbol, HasWeatherCloudsAndTendencies)
             for (auto const & v : part.vertices)
                 EXPECT_TRUE(std::abs(v.x) <= 1.1F && std::abs(v.y) <= 1.1F) << set.getName(i);
     }
-    for (char const * name : {"rain", "ww95", "fog", "n0", "n9", "a0", "a8", "hurricane", "city"})
+
+    struct
+    {
+        char const * format;
+        int first;
+        int last;
+        int step;
+    } const codes[] = {{"ww%02d", 0, 99, 1}, {"n%d", 0, 9, 1}, {"cl%d", 1, 9, 1}, {"cm%d", 1, 9, 1},
+                       {"ch%d", 1, 9, 1},    {"a%d", 0, 8, 1}, {"w%d", 3, 9, 1},  {"wind%d", 0, 200, 5}};
+
+    for (auto const & c : codes)
+        for (int code = c.first; code <= c.last; code += c.step)
+            EXPECT_NE(set.find(detail::format(c.format, code).c_str()), nullptr) << c.format << code;
+    for (char const * name : {"rain", "fog", "calm", "overcast", "n/", "hurricane", "city"})
         EXPECT_NE(set.find(name), nullptr) << name;
     EXPECT_EQ(set.find("nothing"), nullptr);
     EXPECT_EQ(set.find(nullptr), nullptr);
@@ -138,6 +174,9 @@ TEST(TextLine, DecodesUtf8AndTakesStrayOctetsAsTheyAre)
     TextCase const cases[] = {
         {"a\xc2\xb0\xc3\xa9", {'a', 0xb0, 0xe9}},
         {"\xe2\x88\x92\xe2\x80\x93\xe2\x80\x99", {'-', '-', '\''}}, // minus, dash, apostrophe
+        {"\xc5\x81\xc3\xb3\xc5\xba", {'L', 0xf3, 'z'}},             // Lodz
+        {"\xc5\x92\xe2\x84\x83", {'O', 'E', 0xb0, 'C'}},
+        {"\xc4\x80\xc5\xbf\xc6\x80", {'A', 's', -1}}, // the ends of the block
         {"\xe4\xb8\xad\xf0\x9f\x8c\xa7", {-1, -1}},
         {"\xb0 C", {0xb0, ' ', 'C'}}, // Latin-1
         {"\xc3", {0xc3}},

@@ -424,21 +424,82 @@ TEST(Graph, LeavesTextToTheDeviceWhenTold)
     EXPECT_EQ(paths(page.drawn()).size(), 1U);
 }
 
-TEST(Image, StartsTransparentAndHoldsItsSize)
+/// Where a symbol's first line ends when it is turned.
+struct TurnCase
 {
-    Image image(3, 2);
-    EXPECT_EQ(image.getPixel(2, 1), Image::TRANSPARENT);
-    EXPECT_EQ(image.setPixel(2, 1, 0x7f123456), 1);
-    EXPECT_EQ(image.getPixel(2, 1), 0x123456);
-    EXPECT_EQ(image.setPixel(2, 1, -7), 1);
-    EXPECT_EQ(image.getPixel(2, 1), Image::TRANSPARENT);
-    EXPECT_EQ(image.setPixel(3, 0, 1), 0);
-    EXPECT_EQ(image.setPixel(0, -1, 1), 0);
-    EXPECT_EQ(image.getPixel(INT_MAX, INT_MIN), Image::TRANSPARENT);
-    for (int size : {0, -1, INT_MAX})
-        EXPECT_TRUE(Image(size, INT_MAX).isEmpty());
-    EXPECT_EQ(image.init(-1, 5), 0);
-    EXPECT_EQ(image.getWidth(), 0);
+    float angle;
+    float x;
+    float y;
+};
+
+TEST(Graph, TurnsSymbolsClockwiseAndKeepsTheirShape)
+{
+    TurnCase const cases[] = {{0, 0, 20}, {90, 20, 0}, {180, 0, -20}, {-90, -20, 0}, {450, 20, 0}};
+    for (bool const is_wide : {false, true})
+        for (auto const & c : cases) {
+            Page page;
+            if (is_wide) // ten window units across are one on the page
+                page.graph.setWindow(Rect(0, 0, 7560, 576));
+            EXPECT_EQ(page.graph.drawSymbol(is_wide ? 1000 : 100, 100, "wind10", 40, c.angle), 1);
+            auto const shaft = paths(page.drawn()).at(0);
+            EXPECT_NEAR(shaft.at(1).x - 100, c.x, 0.02) << c.angle;
+            EXPECT_NEAR(shaft.at(1).y - 100, c.y, 0.02) << c.angle;
+        }
+    Page page;
+    EXPECT_EQ(page.graph.drawSymbol(0, 0, "wind10", 40, NAN), 0);
+    EXPECT_EQ(page.graph.drawSymbol(0, 0, "wind10", -1), 0);
+    EXPECT_EQ(page.drawn(), "");
+}
+
+TEST(Graph, DrawsWindBarbsToTheNearestFiveKnots)
+{
+    struct
+    {
+        float speed;
+        std::size_t lines; // with the shaft; a ring is one
+        std::size_t fills;
+    } const cases[] = {{0, 1, 0},  {2.4F, 1, 0}, {2.6F, 2, 0}, {10, 2, 0},  {47, 6, 0},
+                       {48, 1, 1}, {65, 3, 1},   {100, 1, 2},  {200, 1, 4}, {1e30F, 1, 4}};
+
+    for (auto const & c : cases) {
+        Page page;
+        EXPECT_EQ(page.graph.drawWindBarb(100, 100, 0, c.speed, 40), 1) << c.speed;
+        std::string const drawn = page.drawn();
+        EXPECT_EQ(paths(drawn).size(), c.lines + c.fills) << c.speed;
+        EXPECT_EQ(std::size_t(std::count(drawn.begin(), drawn.end(), 'F')), c.fills) << c.speed;
+    }
+    Page page; // feathers towards the lower pressure: east of a north wind, west of it in the south
+    page.graph.drawWindBarb(100, 100, 0, 20, 40);
+    page.graph.drawWindBarb(300, 100, 0, 20, 40, true);
+    EXPECT_EQ(page.graph.drawWindBarb(0, 0, 0, -1, 40), 0);
+    EXPECT_EQ(page.graph.drawWindBarb(0, 0, NAN, 10, 40), 0);
+    EXPECT_EQ(page.graph.drawWindBarb(0, 0, 0, NAN, 40), 0);
+    auto const lines = paths(page.drawn());
+    EXPECT_GT(lines.at(1).at(1).x, 100);
+    EXPECT_LT(lines.at(4).at(1).x, 300);
+}
+
+TEST(Graph, WidensTheStrokesOfAFontThatAsksForIt)
+{
+    Page page;
+    page.graph.setTextHeight(84); // a font unit is a point
+    EXPECT_EQ(page.graph.setFont("bold"), 1);
+    page.graph.drawText(100, 100, "I");
+    page.graph.setTextWeight(40); // wider already
+    page.graph.drawText(100, 100, "I");
+    page.graph.setTextWeight(1);
+    page.graph.setFont("modern");
+    page.graph.drawText(100, 100, "I");
+    std::string const drawn = page.drawn();
+    auto const widths = [&](char const * width) {
+        std::size_t count = 0;
+        for (std::size_t at = drawn.find(width); at != std::string::npos; at = drawn.find(width, at + 1))
+            ++count;
+        return count;
+    };
+    EXPECT_EQ(widths("\n18.2 dot lw\n"), 2U); // 6 points: outline and middle
+    EXPECT_EQ(widths("\n40.0 dot lw\n"), 2U);
+    EXPECT_EQ(widths("\n1.0 dot lw\n"), 1U);
 }
 
 } // namespace
