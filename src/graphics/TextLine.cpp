@@ -16,54 +16,23 @@ struct PlainForm
 };
 
 constexpr PlainForm PLAIN_FORMS[] = {
-    {0x00a0, " "}, // no-break space
-    {0x0132, "IJ"},
-    {0x0133, "ij"}, // Dutch
-    {0x0152, "OE"},
-    {0x0153, "oe"}, // French
-    {0x0218, "S"},
-    {0x0219, "s"}, // Romanian
-    {0x021a, "T"},
-    {0x021b, "t"},    //
-    {0x03bc, "\xb5"}, // mu, as micro sign
-    {0x1e9e, "SS"},   // capital sharp s
-    {0x2002, " "},
-    {0x2003, " "},
-    {0x2009, " "}, // spaces
-    {0x202f, " "}, //
-    {0x2010, "-"},
-    {0x2011, "-"},
-    {0x2013, "-"}, // hyphens and dashes
-    {0x2014, "-"},
-    {0x2212, "-"}, // minus sign
-    {0x2018, "'"},
-    {0x2019, "'"},
-    {0x2032, "'"}, // quotation marks, primes
-    {0x201c, "\""},
-    {0x201d, "\""},
-    {0x2033, "\""}, //
-    {0x201a, ","},
-    {0x201e, ",,"}, //
-    {0x2022, "\xb7"},
-    {0x2026, "..."},
-    {0x2044, "/"}, // bullet, ellipsis, fraction slash
-    {0x2070, "0"},
-    {0x2074, "4"},
-    {0x2075, "5"}, // superscripts
-    {0x2076, "6"},
-    {0x2077, "7"},
-    {0x2078, "8"}, //
-    {0x2079, "9"},
-    {0x207a, "+"},
-    {0x207b, "-"}, //
-    {0x2103, "\xb0"
-             "C"},
-    {0x2109, "\xb0"
-             "F"}, // degrees in one sign
-    {0x2190, "<-"},
-    {0x2192, "->"}, // arrows
-    {0x2264, "<="},
-    {0x2265, ">="}, // comparisons
+    {0x00a0, " "},                                                      // no-break space
+    {0x0132, "IJ"}, {0x0133, "ij"},                                     // Dutch
+    {0x0152, "OE"}, {0x0153, "oe"},                                     // French
+    {0x0218, "S"},  {0x0219, "s"},                                      // Romanian
+    {0x021a, "T"},  {0x021b, "t"},    {0x03bc, "\xb5"},                 // mu, as micro sign
+    {0x1e9e, "SS"},                                                     // capital sharp s
+    {0x2002, " "},  {0x2003, " "},    {0x2009, " "},                    // spaces
+    {0x202f, " "},  {0x2010, "-"},    {0x2011, "-"},     {0x2013, "-"}, // hyphens and dashes
+    {0x2014, "-"},  {0x2212, "-"},                                      // minus sign
+    {0x2018, "'"},  {0x2019, "'"},    {0x2032, "'"},                    // quotation marks, primes
+    {0x201c, "\""}, {0x201d, "\""},   {0x2033, "\""},    {0x201a, ","},
+    {0x201e, ",,"}, {0x2022, "\xb7"}, {0x2026, "..."},   {0x2044, "/"}, // bullet, ellipsis, fraction slash
+    {0x2070, "0"},  {0x2074, "4"},    {0x2075, "5"},                    // superscripts
+    {0x2076, "6"},  {0x2077, "7"},    {0x2078, "8"},     {0x2079, "9"},
+    {0x207a, "+"},  {0x207b, "-"},    {0x2103, "\260C"}, {0x2109, "\260F"}, // degrees in one sign
+    {0x2190, "<-"}, {0x2192, "->"},                                         // arrows
+    {0x2264, "<="}, {0x2265, ">="},                                         // comparisons
 };
 
 /// The letters U+0100 to U+017F without their marks (Unicode block Latin Extended-A).
