@@ -16,11 +16,12 @@ import _Yul as _module
 
 from . import _proxy
 from ._charts import Page, contour_map
+from ._progress import progress
 from ._settings import settings, start
 
 globals().update(_proxy.classes)
 cvar = _module.cvar
-__all__ = [*_proxy.classes, 'Page', 'contour_map', 'cvar', 'settings', 'start']
+__all__ = [*_proxy.classes, 'Page', 'contour_map', 'cvar', 'progress', 'settings', 'start']
 
 
 def __dir__():

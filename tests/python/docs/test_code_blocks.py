@@ -1,4 +1,5 @@
-"""The code blocks of the documents run in order and print what the text block behind them shows."""
+"""The code blocks of the documents run in order and print what the text block behind them shows; so do the commands of
+console blocks."""
 
 import os
 import pathlib
@@ -42,3 +43,29 @@ def test_code_blocks_print_what_the_page_shows(page, tmp_path):
     )
     assert run.stderr == ""
     assert run.stdout == output
+
+
+def commands_and_output(page):
+    """The commands of the page's console blocks ("$ ..."), each with the lines below it."""
+    for kind, body in BLOCK.findall(page.read_text(encoding="utf-8")):
+        if kind == "console":
+            for part in re.split(r"^\$ ", body, flags=re.MULTILINE)[1:]:
+                command, _, output = part.partition("\n")
+                yield command, output
+
+
+@pytest.mark.parametrize("page", [p for p in PAGES if "```console" in p.read_text()], ids=lambda p: p.stem)
+def test_commands_print_what_the_page_shows(page, tmp_path):
+    (tmp_path / "examples").symlink_to(ROOT / "examples")
+    for command, output in commands_and_output(page):
+        run = subprocess.run(
+            command.replace("python ", f"{sys.executable} "),
+            shell=True,
+            cwd=tmp_path,
+            env=os.environ | {"PYTHONPATH": MODULES},
+            stdout=subprocess.PIPE,
+            stderr=subprocess.STDOUT,
+            text=True,
+            check=False,
+        )
+        assert run.stdout == output, command
