@@ -117,7 +117,7 @@ bool GribFile::openNextFile()
 int GribFile::close()
 {
     reader.close();
-    has_field = false;
+    has_field = has_loc = false;
     is_bad = false;
     params.clear();
     header.init();
@@ -132,6 +132,19 @@ int GribFile::rewind()
         return reader.rewind();
     next_file = 0;
     return openNextFile() ? 1 : 0;
+}
+
+long GribFile::getLoc() const noexcept
+{
+    return has_loc ? static_cast<long>(field.message) : Const::MISS;
+}
+
+int GribFile::setLoc(long octet)
+{
+    if (octet < 0 || files.getNum() > 1 || reader.rewind(static_cast<std::uint64_t>(octet)) == 0)
+        return 0;
+    has_field = is_bad = false;
+    return 1;
 }
 
 void GribFile::printWarnings()
@@ -167,7 +180,7 @@ bool GribFile::findNext()
             Yul::outDebug(1, "GribFile::readDRS: %s\n",
                           detail::grib::packingName(field.packing.template_number));
         header.set(field, params);
-        has_field = true;
+        has_field = has_loc = true;
         return true;
     }
     return false;

@@ -54,6 +54,12 @@ public:
 
     /// Back to the first message; 0 on a pipe.
     int rewind();
+    /// The octet at which the message of the field starts that was read, peeked at or passed over last; Const::MISS
+    /// before the first. Several fields may share a message.
+    [[nodiscard]] long getLoc() const noexcept;
+    /// Reading goes on with the first field of the first message at or behind an octet of the open file. 0 on a pipe,
+    /// for a number below 0 and where several files are read as one.
+    int setLoc(long octet);
 
     /// The next field. On 0 the grid has no values.
     int read(Grid & grid);
@@ -112,6 +118,7 @@ private:
     Filename files;
     int next_file = 0;
     bool has_field = false; // `field` is found and not read yet
+    bool has_loc = false;   // `field` was found in the file that is open
     detail::grib::Field field;
     GribPDB header;
     detail::GribParamCache params;

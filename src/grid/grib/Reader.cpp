@@ -47,11 +47,12 @@ int Reader::close()
     return input.close();
 }
 
-int Reader::rewind()
+int Reader::rewind(std::uint64_t position)
 {
     if (input.rewind() == 0)
         return 0;
     here = {};
+    here.position = position;
     return 1;
 }
 

@@ -21,8 +21,8 @@ public:
     /// "-" is standard input. 1, or 0 when the file cannot be opened.
     int open(char const * name);
     int close();
-    /// 0 on a pipe.
-    int rewind();
+    /// Looks for the next message from an octet on; 0 on a pipe.
+    int rewind(std::uint64_t position = 0);
 
     [[nodiscard]] bool isOpen() const noexcept { return input.isOpen(); }
 

@@ -69,6 +69,8 @@ void bindGribFile(Module & m)
         .method("close", &GribFile::close)
         .method("isOpen", &GribFile::isOpen)
         .method("rewind", &GribFile::rewind)
+        .method("getLoc", &GribFile::getLoc)
+        .method("setLoc", &GribFile::setLoc)
         .method("read", overload<int(Grid &)>(&GribFile::read),
                 overload<int(char const *, Grid &)>(&GribFile::read),
                 overload<int(GridSpec const &, Grid &)>(&GribFile::read),

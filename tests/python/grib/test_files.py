@@ -302,3 +302,23 @@ def test_a_grid_named_by_another_number_is_refused(write_grib, capfd, number, te
     octets[14], octets[15] = number, 0
     assert first_values(write_grib(octets)) == []
     assert text in capfd.readouterr().err
+
+
+def test_fields_are_found_again_at_their_place(write_grib):
+    junk = b'no message here\n' * 5
+    name = write_grib(*(part for i in range(5) for part in (junk, grib2(FIELD + i, AREA))))
+    file, places = GribFile(name), []
+    assert file.getLoc() == -9999
+    while file.peek(grid := Grid()):
+        places.append(file.getLoc())
+        file.next()
+    with open(name, 'rb') as octets:
+        content = octets.read()
+    assert all(content[place:place + 4] == b'GRIB' for place in places) and len(places) == 5
+    for i in (3, 0, 4, 4, 1):
+        assert file.setLoc(places[i]) == 1 and file.read(grid) == 1
+        assert (grid.values[0, 0], file.getLoc()) == (FIELD[0, 0] + i, places[i])
+    assert file.setLoc(places[2] - 1) == 1 and file.read(grid) == 1 and file.getLoc() == places[2]
+    for place in (len(content), 2**62):
+        assert file.setLoc(place) == 1 and file.read(grid) == 0
+    assert file.setLoc(-1) == 0 and GribFile().setLoc(0) == 0
