@@ -3,6 +3,7 @@
 import json
 import os
 import pty
+import shutil
 import subprocess
 import sys
 
@@ -95,6 +96,25 @@ def test_convert_can_pick_fields(command, write_grib):
     assert [grid.getVar().getName() for grid in GribFile(str(result.folder / 'out.grib'))] == ['TMP']
 
 
+# ---- plot -------------------------------------------------------------------------------------------------------
+
+def test_plot_draws_the_field_that_matches(command, write_grib):
+    name = write_grib(HEIGHT, TEMPERATURE)
+    result = command('plot', name, '--match', 'temperature', '--output', 'map.ps', '--interval', 10)
+    assert (result.returncode, result.stderr) == (0, '') and os.listdir(result.folder) == ['map.ps']
+    assert result.stdout.startswith('map.ps: Temperature [K] at 850 hPa, ')
+    assert (result.folder / 'map.ps').read_text().startswith('%!PS')
+    gray = command('plot', name, '--gray', '--domain', 'merc:0:1,51,1,21,15,.2')
+    assert gray.returncode == 0 and 'setrgbcolor' not in (gray.folder / 'yul.ps').read_text()
+
+
+@pytest.mark.skipif(shutil.which('gs') is None, reason='Ghostscript is not installed')
+def test_plot_makes_a_picture(command, write_grib):
+    result = command('plot', write_grib(HEIGHT), '--png', '--fill', '--title', 'the title')
+    assert (result.returncode, result.stderr, os.listdir(result.folder)) == (0, '', ['yul.png'])
+    assert (result.folder / 'yul.png').read_bytes().startswith(b'\x89PNG')
+
+
 # ---- bad input --------------------------------------------------------------------------------------------------
 
 BAD = [
@@ -105,6 +125,10 @@ BAD = [
     (['convert', '{grib}', '{grib}'], 'BADPARAM'), (['convert', '{grib}', '{folder}/no/out'], 'NOWRITE'),
     (['convert', '{grib}', '{folder}'], 'NOWRITE'), (['convert', '{grib}', 'out', '--bits', '99'], 'BADPARAM'),
     (['convert', '{grib}', 'out', '--bits', '0'], 'BADPARAM'), (['convert', '{grib}', 'out', '--decimals', '77'], 'BADPARAM'),
+    (['plot', '{folder}/nowhere'], 'NOFILE'), (['plot', '{text}'], 'NODATA'), (['plot', '{grib}', '--match', 'x'], 'NODATA'),
+    (['plot', '{grib}', '--interval', 'nan'], 'BADPARAM'), (['plot', '{grib}', '--interval', '-5'], 'BADPARAM'),
+    (['plot', '{grib}', '--domain', 'no such place'], 'BADPARAM'), (['plot', '{grib}', '--output', '{grib}'], 'BADPARAM'),
+    (['plot', '{grib}', '--output', '{folder}/no/map.ps'], 'NOWRITE'), (['plot', '{grib}', '--output', '{folder}'], 'NOWRITE'),
     (['convert', '{grib}', 'out', '--match', 'humidity'], 'NODATA'),
 ]
 
@@ -132,7 +156,7 @@ def test_a_full_disk_is_reported(command, write_grib):
 def test_help_is_there_for_every_command(command):
     overview = command('--help')
     assert overview.returncode == 0
-    for name in ('ls', 'convert'):
+    for name in ('ls', 'plot', 'convert'):
         assert name in overview.stdout
         text = command(name, '--help').stdout
         assert '--match' in text and text.startswith(f'usage: python -m Yul {name}')

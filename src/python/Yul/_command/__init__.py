@@ -11,10 +11,10 @@ import sys
 
 from Yul import Yul
 
-from . import converting, listing
+from . import converting, listing, plotting
 from ._common import Failure
 
-SUBCOMMANDS = {'ls': listing, 'convert': converting}
+SUBCOMMANDS = {'ls': listing, 'plot': plotting, 'convert': converting}
 
 
 class Parser(argparse.ArgumentParser):
