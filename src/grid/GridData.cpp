@@ -7,11 +7,8 @@
 #include <unistd.h>
 
 namespace Yul::detail {
-namespace {
 
-/// Memory that is promised but not there ends the process when it is written to, so that more than half of
-/// what the machine has is refused from the start.
-std::size_t mostValues()
+std::size_t GridData::most()
 {
     static std::size_t const most = [] {
         auto const pages = sysconf(_SC_PHYS_PAGES);
@@ -22,8 +19,6 @@ std::size_t mostValues()
     }();
     return most;
 }
-
-} // namespace
 
 GridData::GridData(GridData && other) noexcept
     : memory(std::move(other.memory)), capacity(std::exchange(other.capacity, 0)),
@@ -52,7 +47,7 @@ bool GridData::allocate(std::size_t new_count)
 {
     bool const is_shared = memory.use_count() > 1;
     if (new_count > capacity || (is_shared && new_count != extent)) {
-        if (new_count > mostValues())
+        if (new_count > most())
             return false;
         try {
             memory = std::make_shared_for_overwrite<float[]>(new_count);

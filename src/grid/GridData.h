@@ -12,6 +12,10 @@ namespace Yul::detail {
 class GridData
 {
 public:
+    /// The most values that are given room, half of this machine's memory: memory that is promised but not
+    /// there ends the process when it is written to.
+    [[nodiscard]] static std::size_t most();
+
     GridData() = default;
 
     GridData(GridData const & other) { copy(other); }

@@ -15,13 +15,14 @@ from os import path as _path
 import _Yul as _module
 
 from . import _proxy
+from ._analysis import analyse
 from ._charts import Page, contour_map
 from ._progress import progress
 from ._settings import settings, start
 
 globals().update(_proxy.classes)
 cvar = _module.cvar
-__all__ = [*_proxy.classes, 'Page', 'contour_map', 'cvar', 'progress', 'settings', 'start']
+__all__ = [*_proxy.classes, 'Page', 'analyse', 'contour_map', 'cvar', 'progress', 'settings', 'start']
 
 
 def __dir__():

@@ -28,6 +28,7 @@ OMITTED = {
     'Plot::getColorBar': 'for layers, which are written in C++',
     'Plot::setColorBar': 'for layers, which are written in C++',
     'Plot::getLayout': 'for layers, which are written in C++',
+    'StationData::getLocations': 'StationData_getLocation gives single locations',
     'String::view': 'String_get gives the text',
     'String::assign': 'String_set sets it',
     'String::append': 'as text of a pointer and as String',
