@@ -115,6 +115,16 @@ int File::write(std::string_view octets)
     return has_failed ? 0 : 1;
 }
 
+int File::flush()
+{
+    if (file == nullptr)
+        return 0;
+    IgnoreBrokenPipe const ignore;
+    if (std::fflush(file) != 0)
+        has_failed = true;
+    return has_failed ? 0 : 1;
+}
+
 std::size_t File::read(void * buffer, std::size_t size)
 {
     if (file == nullptr)

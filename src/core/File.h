@@ -35,6 +35,8 @@ public:
 
     /// Writes all octets; 0 when the device did not take them. Failures stick: `close` reports them too.
     int write(std::string_view octets);
+    /// Hands what was written to the operating system; 0 when it, or anything before it, was lost.
+    int flush();
     /// Reads up to `size` octets and returns how many were there.
     std::size_t read(void * buffer, std::size_t size);
     /// Reads up to `size` octets at an octet position and returns how many were there; what `read` gives next stays the same.
