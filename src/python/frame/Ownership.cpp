@@ -58,7 +58,8 @@ PyObject * keepArguments(Ref result, PyObject * const * arguments, std::size_t c
 PyObject * followItem(Ref result,
                       PyObject * const * arguments,
                       TypeRecord const & list,
-                      void * (*locate)(void * list, int index))
+                      void * (*locate)(void * list, int index),
+                      std::size_t item_size)
 {
     Ref const item = result ? pointerBehind(result.get()) : Ref();
     FoundPointer found;
@@ -69,6 +70,7 @@ PyObject * followItem(Ref result,
         view.live = found.object;
         view.locate = locate;
         view.index = index;
+        view.item_size = item_size;
     }
     return result.release();
 }

@@ -76,7 +76,8 @@ PyObject * keepArguments(Ref result, PyObject * const * arguments, std::size_t c
 PyObject * followItem(Ref result,
                       PyObject * const * arguments,
                       TypeRecord const & list,
-                      void * (*locate)(void * list, int index));
+                      void * (*locate)(void * list, int index),
+                      std::size_t item_size);
 
 /// An operation whose object remembers the objects that it is given.
 template <class Inner> struct KeepingShape : Inner
@@ -99,7 +100,7 @@ template <class T, class Item, auto GET> struct ItemShape : MethodShape<T, Item 
     static PyObject * call(Overload const & overload, PyObject * const * arguments)
     {
         Ref result(MethodShape<T, Item &, int>::call(overload, arguments));
-        return followItem(std::move(result), arguments, *record_of<T>, &locate);
+        return followItem(std::move(result), arguments, *record_of<T>, &locate, sizeof(Item));
     }
 };
 

@@ -28,6 +28,20 @@ PyObject * newPointer(TypeRecord const & type, void * place)
     return made;
 }
 
+/// A part of a list's item is found through the item from now on, if it lies within it.
+void followItem(PointerObject & part, PointerObject const & item)
+{
+    auto const first = reinterpret_cast<std::uintptr_t>(item.locate(item.live, item.index));
+    auto const offset = reinterpret_cast<std::uintptr_t>(part.address) - first;
+    if (offset >= item.item_size) // also for what lies before it
+        return;
+    part.live = item.live;
+    part.locate = item.locate;
+    part.index = item.index;
+    part.item_size = item.item_size;
+    part.offset = offset;
+}
+
 /// The end of an owning PointerObject: its object goes too, if the class has been registered.
 void collect(PointerObject & pointer)
 {
@@ -182,6 +196,8 @@ PyObject * newView(TypeRecord const & type, void * object_of, PointerObject * pa
     self(made).owner = whole;
     self(made).extent = extent;
     self(made).is_borrowed = true;
+    if (part_of != nullptr && part_of->locate != nullptr)
+        followItem(self(made), *part_of);
     return made;
 }
 

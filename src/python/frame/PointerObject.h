@@ -20,6 +20,8 @@ struct PointerObject
     PyObject * kept;       ///< a list of what the object refers to and does not own, or null
     void * (*locate)(void * list, int index); ///< finds an item of the list *live; null for other objects
     int index;                                ///< of that item
+    std::size_t item_size;                    ///< octets of that item
+    std::size_t offset;                       ///< where in the item the object begins: 0 for the item itself
     std::size_t extent; ///< number of plain values in the array that live points to; 0 where not known
     bool own;           ///< Python frees the object
     bool is_borrowed;   ///< handed out by the library, which frees it
@@ -31,7 +33,10 @@ struct PointerObject
     }
 
     /// Where the object is now, while it is alive: a list that grows moves its items.
-    [[nodiscard]] void * place() const { return locate == nullptr ? live : locate(live, index); }
+    [[nodiscard]] void * place() const
+    {
+        return locate == nullptr ? live : static_cast<std::byte *>(locate(live, index)) + offset;
+    }
 };
 
 [[nodiscard]] inline bool isPointerObject(PyObject * object) noexcept
@@ -43,7 +48,8 @@ struct PointerObject
 [[nodiscard]] PyObject * newOwner(TypeRecord const & type, void * object);
 
 /// A PointerObject for an object that the library owns. `part_of` is the PointerObject through which it was
-/// reached, or null; it, or the whole that it is itself a part of, stays alive as long as the new one.
+/// reached, or null; it, or the whole that it is itself a part of, stays alive as long as the new one. A part that lies
+/// within an item of a list is found again through the list, as the item is.
 [[nodiscard]] PyObject *
 newView(TypeRecord const & type, void * object, PointerObject * part_of, std::size_t extent = 0);
 
