@@ -173,6 +173,11 @@ public:
                         std::span<double const> y,
                         std::span<double> lat,
                         std::span<double> lon) const;
+    /// From the earth to fractional columns and rows.
+    std::size_t locate(std::span<double const> lat,
+                       std::span<double const> lon,
+                       std::span<double> column,
+                       std::span<double> row) const;
 
     /// Positions of all grid points, index = row * nx + column. Returns 0 when the arrays do not hold nx * ny
     /// items or the domain has no limits.

@@ -263,6 +263,14 @@ std::size_t Domain::inverse(std::span<double const> x,
     return convertArrays(Space::PLANE, Space::EARTH, x, y, lat, lon);
 }
 
+std::size_t Domain::locate(std::span<double const> lat,
+                           std::span<double const> lon,
+                           std::span<double> column,
+                           std::span<double> row) const
+{
+    return convertArrays(Space::EARTH, Space::GRID, lat, lon, column, row);
+}
+
 template <class Run> int Domain::calcGrid(std::span<float> a, std::span<float> b, Run const & run) const
 {
     auto const columns = static_cast<std::size_t>(std::max(val.nx, 0));

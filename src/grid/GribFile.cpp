@@ -57,18 +57,6 @@ int makeInfo(Grid & grid)
     return units.length() > 0 ? grid.setUnits(units.get()) : 1;
 }
 
-/// Whether a forecast time is asked for that an analysis meets as well as a forecast of no length.
-bool matches(GridSpec const & spec, Grid const & grid)
-{
-    GridSpec found = grid.getSpec();
-    if (spec.match(found))
-        return true;
-    if (found.getForeTime().getType() != ForeTime::ANAL)
-        return false;
-    found.setForeTime(ForeTime(0));
-    return spec.match(found);
-}
-
 } // namespace
 
 int GribFile::open(char const * name)
@@ -235,7 +223,7 @@ bool GribFile::readNext(GridSpec const * spec, Grid & grid)
         has_field = false;
         if (!describe(grid))
             continue;
-        if (spec != nullptr && !matches(*spec, grid))
+        if (spec != nullptr && !grid.meets(*spec))
             continue;
         if (!unpack(grid))
             continue;

@@ -6,6 +6,7 @@
 #include "grid/Unit.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace Yul {
@@ -216,6 +217,25 @@ int Grid::getValues(std::span<float const> x, std::span<float const> y, std::spa
     return 1;
 }
 
+int Grid::getValues(std::span<double const> lat, std::span<double const> lon, std::span<float> out) const
+{
+    if (lat.size() != lon.size() || lat.size() != out.size())
+        return 0;
+    constexpr std::size_t BLOCK = 1024;
+    std::array<double, BLOCK> column;
+    std::array<double, BLOCK> row;
+    auto const * const first = values.data();
+    for (std::size_t at = 0; at < out.size(); at += BLOCK) {
+        auto const size = std::min(BLOCK, out.size() - at);
+        domain.locate(lat.subspan(at, size), lon.subspan(at, size), column, row);
+        for (std::size_t i = 0; i < size; ++i) // places are rounded as those of GridPoint are
+            out[at + i] = isData() ? detail::interpolate(first, nx, ny, static_cast<float>(column[i]),
+                                                         static_cast<float>(row[i]))
+                                   : MISSING;
+    }
+    return isData() ? 1 : 0;
+}
+
 bool Grid::isValue(int column, int row) const noexcept
 {
     return isInside(column, row) && detail::isValid(values.data()[indexOf(column, row)]);
@@ -392,6 +412,17 @@ GridSpec Grid::getSpec() const
     if (source != 0 || model != 0)
         spec.setModel(ModelSpec(source, model));
     return spec;
+}
+
+bool Grid::meets(GridSpec const & spec) const
+{
+    auto own = getSpec();
+    if (spec.match(own))
+        return true;
+    if (fore.getType() != ForeTime::ANAL || fore.getSeconds() != 0)
+        return false;
+    own.setForeTime(ForeTime(0));
+    return spec.match(own);
 }
 
 int Grid::tran(EarthPoint const & in, Point & out) const

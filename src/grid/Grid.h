@@ -119,6 +119,8 @@ public:
     [[nodiscard]] float getValue(Point const & point) const;
     /// `getValue(GridPoint)` for many: values[i] at (x[i], y[i]); all three of one length.
     int getValues(std::span<float const> x, std::span<float const> y, std::span<float> out) const noexcept;
+    /// `getValue(EarthPoint)` for many, in degrees; all three of one length.
+    int getValues(std::span<double const> lat, std::span<double const> lon, std::span<float> out) const;
     /// True when the value is there and not missing.
     [[nodiscard]] bool isValue(int column, int row) const noexcept;
 
@@ -214,6 +216,9 @@ public:
     /// What identifies the grid: variable, level, forecast time, source and model (left open while both are
     /// 0).
     [[nodiscard]] GridSpec getSpec() const;
+    /// True when every part that the specification sets is the same in the grid. An analysis meets a forecast time of
+    /// no length as well.
+    [[nodiscard]] bool meets(GridSpec const & spec) const;
 
     // Positions: all through the domain, see Domain
     // ------------------------------------------------------------

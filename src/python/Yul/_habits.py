@@ -25,7 +25,15 @@ def text_of(write, *arguments):
     return _Yul.String_get(text) or ''
 
 
-class _Record:
+class _Kept:
+    """Can be pickled and copied."""
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        from ._pickling import reduce
+        return reduce(self)
+
+
+class _Record(_Kept):
     """A few named numbers: prints as they are made, compares by value, unpacks."""
 
     fields = ()
@@ -42,7 +50,7 @@ class _Record:
     __hash__ = None
 
 
-class _Sequence:
+class _Sequence(_Kept):
     """A growable list of the library as a Python sequence. Items are the list's own, not copies."""
 
     def __len__(self) -> int:
@@ -90,7 +98,7 @@ class _Closing:
         self.close()
 
 
-class String:
+class String(_Kept):
     def __str__(self) -> str:
         return self.get() or ''
 
@@ -161,7 +169,15 @@ class Grids(_Sequence):
     """A growable list of Grid."""
 
 
-class Date:
+class DateVal(_Kept):
+    """A calendar time as plain fields, each of which may be missing."""
+
+
+class ForeTime(_Kept):
+    """When a field holds, counted from its initial time."""
+
+
+class Date(_Kept):
     """A calendar time whose fields may each be missing. UTC unless a time zone was applied for display.
 
     Dates compare, hash and subtract by the seconds of their clock since 1970: equal dates may differ in the fields
@@ -284,7 +300,11 @@ class NameConv:
         return found.getFilename(), found.getDate().datetime
 
 
-class Domain:
+class DomainVal(_Kept):
+    """The plain values of a domain."""
+
+
+class Domain(_Kept):
     """Where a grid or a plot lies, and the conversions between earth, projection plane and grid."""
 
     @property
@@ -337,7 +357,7 @@ class Domain:
         return cf_mapping(self)
 
 
-class Level:
+class Level(_Kept):
     """A vertical level or a layer between two values; prints as a label."""
 
     def __str__(self) -> str:
@@ -347,20 +367,128 @@ class Level:
         return f'<Yul.Level {text_of(self.toString)}>'
 
 
-class Variable:
+class Variable(_Kept):
     """What a grid holds: short name, long name, index and units."""
 
 
-class ModelSpec:
+class ModelSpec(_Kept):
     """Which model: originating centre and generating process."""
 
 
-class GridSpec:
+class GridSpec(_Kept):
     """What identifies a grid: "variable,level,forecast time,model", each part may be open."""
 
 
-class Grid:
-    """One two-dimensional field on the regular grid of a domain; row 0 in the north, column 0 in the west."""
+def _arithmetic(name, is_reflected=False):
+    """An operator as a NumPy function of two grids, or of a grid and numbers."""
+    def operate(self, other):
+        import numpy
+        inputs = (other, self) if is_reflected else (self, other)
+        return getattr(numpy, name)(*inputs)
+
+    return operate
+
+
+def _in_place(name):
+    def operate(self, other):
+        import numpy
+        return getattr(numpy, name)(self, other, out=self)
+
+    return operate
+
+
+class Grid(_Kept):
+    """One two-dimensional field on the regular grid of a domain; row 0 in the north, column 0 in the west.
+
+    Operators and NumPy functions work on grids as on arrays of float32 in which missing values are NaN, and missing
+    values stay missing. A result of numbers for every point is a grid with the fields (date, level, variable, units)
+    of the first grid in the formula; a comparison is an array. `==` compares identity.
+    """
+
+    if TYPE_CHECKING:
+        def __add__(self, other: ArrayLike) -> Any: ...
+        def __radd__(self, other: ArrayLike) -> Any: ...
+        def __iadd__(self, other: ArrayLike) -> Grid: ...
+        def __sub__(self, other: ArrayLike) -> Any: ...
+        def __rsub__(self, other: ArrayLike) -> Any: ...
+        def __isub__(self, other: ArrayLike) -> Grid: ...
+        def __mul__(self, other: ArrayLike) -> Any: ...
+        def __rmul__(self, other: ArrayLike) -> Any: ...
+        def __imul__(self, other: ArrayLike) -> Grid: ...
+        def __truediv__(self, other: ArrayLike) -> Any: ...
+        def __rtruediv__(self, other: ArrayLike) -> Any: ...
+        def __itruediv__(self, other: ArrayLike) -> Grid: ...
+        def __floordiv__(self, other: ArrayLike) -> Any: ...
+        def __rfloordiv__(self, other: ArrayLike) -> Any: ...
+        def __ifloordiv__(self, other: ArrayLike) -> Grid: ...
+        def __mod__(self, other: ArrayLike) -> Any: ...
+        def __rmod__(self, other: ArrayLike) -> Any: ...
+        def __imod__(self, other: ArrayLike) -> Grid: ...
+        def __pow__(self, other: ArrayLike) -> Any: ...
+        def __rpow__(self, other: ArrayLike) -> Any: ...
+        def __ipow__(self, other: ArrayLike) -> Grid: ...
+        def __lt__(self, other: ArrayLike) -> Any: ...
+        def __le__(self, other: ArrayLike) -> Any: ...
+        def __gt__(self, other: ArrayLike) -> Any: ...
+        def __ge__(self, other: ArrayLike) -> Any: ...
+    else:
+        for _name, _ufunc in (('add', 'add'), ('sub', 'subtract'), ('mul', 'multiply'), ('truediv', 'true_divide'),
+                              ('floordiv', 'floor_divide'), ('mod', 'remainder'), ('pow', 'power')):
+            locals()[f'__{_name}__'] = _arithmetic(_ufunc)
+            locals()[f'__r{_name}__'] = _arithmetic(_ufunc, True)
+            locals()[f'__i{_name}__'] = _in_place(_ufunc)
+        for _name, _ufunc in (('lt', 'less'), ('le', 'less_equal'), ('gt', 'greater'), ('ge', 'greater_equal')):
+            locals()[f'__{_name}__'] = _arithmetic(_ufunc)
+        del _name, _ufunc
+
+    def __neg__(self) -> Any:
+        return 0 - self
+
+    def __pos__(self) -> Any:
+        return self + 0
+
+    def __abs__(self) -> Any:
+        import numpy
+        return numpy.absolute(self)
+
+    def __array__(self, dtype: Any = None, copy: bool | None = None) -> NDArray[Any]:
+        from ._arrays import as_array
+        values = as_array(self)
+        return values if dtype is None else values.astype(dtype)
+
+    def __array_ufunc__(self, ufunc: np.ufunc, method: str, *inputs: Any, **keywords: Any) -> Any:
+        from ._arrays import apply
+        return apply(ufunc, method, inputs, keywords)
+
+    @classmethod
+    def from_array(cls, values: ArrayLike, domain: Domain | str, *, date: Date | DateTime | np.datetime64 | str | None = None,
+                   level: Level | str | None = None, fore: ForeTime | str | None = None,
+                   var: Variable | str | None = None, units: str | None = None, info: str | None = None,
+                   source: int | None = None, model: int | None = None) -> Self:
+        """A grid of the values, an array (rows, columns) with row 0 in the north; masked values and NaN are missing.
+
+        domain  a Domain or its text; one without counts gets those of the array
+        date    initial time: a Date, a datetime, a numpy.datetime64 or a text
+        level, fore, var  as setLevel, setForeTime and setVar take them; source and model are codes
+        info    a descriptive text, the variable's long name unless given; the units are put behind it in brackets
+        Raises ValueError for what the grid does not take.
+        """
+        from ._arrays import from_array
+        fields = {'Level': level, 'ForeTime': fore, 'Var': var, 'Source': source, 'Model': model}
+        return from_array(cls(), values, domain, date, fields, units, info)
+
+    def at(self, lat: ArrayLike, lon: ArrayLike) -> Any:
+        """Values at positions on the earth, interpolated as getValue does: numbers or arrays that broadcast; an array of
+        float32, or a number for numbers. -9999 outside the grid and beside missing values."""
+        from ._arrays import at
+        return at(self, lat, lon)
+
+    def to_xarray(self) -> Any:
+        """The grid as an xarray.DataArray with the names, coordinates and attributes of the CF conventions: latitude and
+        longitude, or x and y of the projection with its grid mapping `crs`; level, time, forecast_reference_time and
+        forecast_period. Missing values are NaN."""
+        from ._xarray import data_array
+        return data_array(self)
 
     @property
     def values(self) -> NDArray[np.float32] | Any:
@@ -406,12 +534,12 @@ class Grid:
         return f'<Yul.Grid {self.getNx()}x{self.getNy()} {self.getLevel()} {self.info}, {self.valid}>'
 
 
-class GribFile(_Closing):
-    """A file of GRIB messages, editions 1 and 2. Iterating gives the fields from here on, each a new Grid."""
+class _GridReader(_Closing):
+    """A file of grids. Iterating gives those from here on, each a new Grid."""
 
     def _check_open(self):
         if not self.isOpen():
-            raise OSError('GribFile: no file is open')
+            raise OSError(f'{type(self).__name__}: no file is open')
 
     def __iter__(self) -> Iterator[Grid]:
         self._check_open()
@@ -446,7 +574,7 @@ class GribFile(_Closing):
         self._check_open()
         unknown = wanted.keys() - set(RECORD_KEYS)
         if unknown:
-            raise TypeError(f'GribFile.select: no such key: {", ".join(sorted(unknown))}')
+            raise TypeError(f'{type(self).__name__}.select: no such key: {", ".join(sorted(unknown))}')
 
         def is_wanted(grid):
             record = _record(grid)
@@ -457,6 +585,18 @@ class GribFile(_Closing):
                 self.next()
             elif self.read(grid := classes['Grid']()) and is_wanted(grid):  # another one, if that was damaged
                 yield grid
+
+
+class GribFile(_GridReader):
+    """A file of GRIB messages, editions 1 and 2. Iterating gives the fields from here on, each a new Grid."""
+
+
+class GridYulFile(_GridReader):
+    """A file of the library's own form. Iterating gives the grids from here on, each a new Grid."""
+
+
+class GridFile(_GridReader):
+    """A file of grids in any form that the library reads. Iterating gives the grids from here on, each a new Grid."""
 
 
 # What a record of an inventory holds.

@@ -292,6 +292,7 @@ void bindDomain(Module & m)
                 overload<Converted<double>>(&Domain::forward))
         .method("inverse", overload<Converted<float>>(&Domain::inverse),
                 overload<Converted<double>>(&Domain::inverse))
+        .method("locate", &Domain::locate)
         .method("within", overload<int(Point const &) const>(&Domain::within),
                 overload<int(EarthPoint const &) const>(&Domain::within))
         .method("withinExt", &Domain::withinExt)

@@ -249,6 +249,9 @@ void bindGrid(Module & m)
                 overload<float(GridPoint const &) const>(&Grid::getValue),
                 overload<float(EarthPoint const &) const>(&Grid::getValue),
                 overload<float(Point const &) const>(&Grid::getValue))
+        .method("getValues",
+                overload<int(std::span<double const>, std::span<double const>, std::span<float>) const>(
+                    &Grid::getValues))
         .method("isValue", &Grid::isValue)
         .method("setType", &Grid::setType)
         .method("setSource", &Grid::setSource)
@@ -293,6 +296,7 @@ void bindGrid(Module & m)
         .method("getUnits", &Grid::getUnits)
         .method("convertUnits", &Grid::convertUnits)
         .method("getSpec", &Grid::getSpec)
+        .method("meets", &Grid::meets)
         .method("tran", overload<int(EarthPoint const &, Point &) const>(&Grid::tran),
                 overload<int(EarthPoint const &, GridPoint &) const>(&Grid::tran),
                 overload<int(Point const &, EarthPoint &) const>(&Grid::tran),
