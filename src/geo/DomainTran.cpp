@@ -30,7 +30,7 @@ template <class P> auto & second(P & p)
 
 template <class P> Pair loaded(P const & point)
 {
-    return detail::loaded(static_cast<double>(first(point)), static_cast<double>(second(point)));
+    return {detail::loaded(first(point)), detail::loaded(second(point))};
 }
 
 template <class P> int store(Pair const & pair, P & point)

@@ -47,7 +47,7 @@ struct Seen
     double const axis = p.north * a.cos_lat + p.out * a.sin_lat;
     double const meridian = p.out * a.cos_lat - p.north * a.sin_lat;
     double const width = std::sqrt(meridian * meridian + p.east * p.east);
-    return {math::atan2(axis, width), a.ref_lon + math::atan2(p.east, meridian)};
+    return {math::atanHalf(axis, width), a.ref_lon + math::atan2(p.east, meridian)};
 }
 
 /// The direction of north where east and north are multiplied by a factor that changes with the distance.

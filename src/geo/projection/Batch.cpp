@@ -28,9 +28,8 @@ template <class Get> inline void fill(Block & block, std::size_t count, Get cons
 {
     for (std::size_t i = 0; i < count; ++i) {
         auto const [a, b] = get(i);
-        Pair const p = loaded(static_cast<double>(a), static_cast<double>(b));
-        block.a[i] = p.a;
-        block.b[i] = p.b;
+        block.a[i] = loaded(a);
+        block.b[i] = loaded(b);
     }
 }
 

@@ -51,14 +51,13 @@ struct Pair
     return std::fabs(value) <= static_cast<double>(std::numeric_limits<float>::max());
 }
 
-/// A pair as conversions take it: not-a-number where a coordinate is missing or infinite.
-[[nodiscard]] inline Pair loaded(double a, double b) noexcept
+/// A coordinate as conversions take it: not-a-number where it is missing or infinite. Tested in its own type, so
+/// that a vector of floats is one test; the conditions are joined without a branch.
+template <class Real> [[nodiscard]] inline double loaded(Real value) noexcept
 {
-    constexpr double MOST = std::numeric_limits<double>::max();
-    double const known_a = isMissing(a) ? math::NONE : a;
-    double const known_b = isMissing(b) ? math::NONE : b;
-    return {std::fabs(known_a) <= MOST ? known_a : math::NONE,
-            std::fabs(known_b) <= MOST ? known_b : math::NONE};
+    constexpr Real MOST = std::numeric_limits<Real>::max();
+    bool const is_known = (std::fabs(value) <= MOST) & !isMissing(value);
+    return static_cast<double>(is_known ? value : std::numeric_limits<Real>::quiet_NaN());
 }
 
 /// A converted pair as it is stored: two missing values unless a float can hold both coordinates.
@@ -70,9 +69,7 @@ struct Stored
 
 [[nodiscard]] inline Stored stored(double a, double b) noexcept
 {
-    constexpr double MOST = std::numeric_limits<float>::max();
-    double const checked = std::fabs(a) <= MOST ? std::fabs(b) : math::NONE;
-    bool const is_set = checked <= MOST;
+    bool const is_set = fitsFloat(a) & fitsFloat(b);
     return {is_set ? a : Const::MISS, is_set ? b : Const::MISS, is_set};
 }
 

@@ -84,26 +84,40 @@ struct SinCos
     return {std::bit_cast<double>(sine), std::bit_cast<double>(cosine)};
 }
 
-/// The angle of the direction (x, y) from the x axis in degrees, -180 to 180; 0 for (0, 0), whatever the signs
-/// of the zeros.
-[[nodiscard]] inline double atan2(double y, double x) noexcept
+/// The angle of the ratio of two numbers, 0 <= small <= large, in degrees: 0 to 45; 0 for two zeros.
+[[nodiscard]] inline double atanRatio(double small, double large) noexcept
 {
     constexpr double TAN_22_5 = 0.41421356237309503;
+    constexpr double TINY = 1e-300; // changes no number above 1e-284 and keeps 0 / 0 away
     constexpr double ATAN[] = {57.295779513082266, -19.09859317096322,  11.459155890218268,
                                -8.185110427335626, 6.366162014820684,   -5.2079163559106005,
                                4.396604685307197,  -3.7276091762306978, 2.8788300838550205,
                                -1.4503269125909768};
-    double const width = std::fabs(x);
-    double const height = std::fabs(y);
-    bool const steep = height > width;
-    double const large = steep ? height : width;
-    double const small = steep ? width : height;
     bool const middle = small > TAN_22_5 * large; // between 22.5 and 45 degrees: measured from 45
     double const top = middle ? small - large : small;
     double const bottom = middle ? small + large : large;
-    double const ratio = top / (bottom == 0 ? 1 : bottom);
-    double const angle = ratio * polynomial(ATAN, ratio * ratio) + (middle ? 45 : 0);
-    double const upright = steep ? 90 - angle : angle;
+    double const ratio = top / (bottom + TINY);
+    return ratio * polynomial(ATAN, ratio * ratio) + (middle ? 45 : 0);
+}
+
+/// The angle of the direction (x, y) from the x axis in degrees, for y >= 0 and x >= 0: 0 to 90; 0 for (0, 0).
+[[nodiscard]] inline double atanQuadrant(double y, double x) noexcept
+{
+    bool const steep = y > x;
+    double const angle = atanRatio(steep ? x : y, steep ? y : x);
+    return steep ? 90 - angle : angle;
+}
+
+/// The same for x >= 0: -90 to 90.
+[[nodiscard]] inline double atanHalf(double y, double x) noexcept
+{
+    return std::copysign(atanQuadrant(std::fabs(y), x), y);
+}
+
+/// The same for all directions: -180 to 180; 0 for (0, 0), whatever the signs of the zeros.
+[[nodiscard]] inline double atan2(double y, double x) noexcept
+{
+    double const upright = atanQuadrant(std::fabs(y), std::fabs(x));
     return std::copysign(x < 0 ? 180 - upright : upright, y);
 }
 
@@ -111,7 +125,7 @@ struct SinCos
 [[nodiscard]] inline double asin(double sine) noexcept
 {
     double const square = 1 - sine * sine;
-    double const angle = atan2(sine, std::sqrt(square < 0 ? 0 : square));
+    double const angle = atanHalf(sine, std::sqrt(square < 0 ? 0 : square));
     return square < -2e-12 ? NONE : angle;
 }
 
@@ -191,6 +205,12 @@ inline constexpr double LOG2_E = 1.4426950408889634;
 {
     SinCos const near = sinCosNearZero(45 - std::fabs(lat) / 2);
     return std::copysign(log2Ratio(near.sin, near.cos), -lat);
+}
+
+/// The latitude for which `log2TanHalfPolarDistance` gives x.
+[[nodiscard]] inline double latOfLog2Tan(double x) noexcept
+{
+    return std::copysign(90 - 2 * atanRatio(exp2(-std::fabs(x)), 1), -x);
 }
 
 /// The same angle within half a turn, -180 to 180 degrees, for magnitudes below 1e9.

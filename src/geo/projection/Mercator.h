@@ -32,7 +32,7 @@ struct Mercator
 [[nodiscard]] inline Position inverse(Mercator const & k, double x, double y) noexcept
 {
     double const turn = x / k.degree;
-    double const lat = 90 - 2 * math::atan2(math::exp(-y / k.radius), 1);
+    double const lat = math::latOfLog2Tan(-math::LOG2_E * y / k.radius);
     return keepIf(std::fabs(turn) <= MOST_TURNS, Position{lat, k.ref_lon + turn});
 }
 
@@ -87,7 +87,7 @@ makeMercatorEllipsoid(double plon, double std_lat, double major, double minor) n
         return tangent + (conformal - now) * slope;
     };
     double const tangent = newton(newton(newton(conformal / flat))); // two are enough for the earth
-    return keepIf(std::fabs(turn) <= MOST_TURNS, Position{math::atan2(tangent, 1), k.ref_lon + turn});
+    return keepIf(std::fabs(turn) <= MOST_TURNS, Position{math::atanHalf(tangent, 1), k.ref_lon + turn});
 }
 
 [[nodiscard]] inline Distortion distortion(MercatorEllipsoid const & k, double lat, double) noexcept

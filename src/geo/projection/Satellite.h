@@ -19,6 +19,8 @@ struct Satellite
     double ratio;          ///< semi-minor over semi-major axis
     double ratio2;         ///< its square
     double tangent_square; ///< square of the distance of the satellite from its horizon, on the sphere
+    double plumb_axis;     ///< distance over the square of the axes, along the earth's axis
+    double plumb_meridian; ///< and across it
 };
 
 [[nodiscard]] inline Satellite
@@ -30,12 +32,15 @@ makeSatellite(double plat, double plon, double distance, double major, double mi
     double const length = std::sqrt(axis * axis + c * c);
     double const stretched_s = distance * axis / length / ratio;
     double const stretched_c = distance * c / length;
-    return {{axis / length, c / length, plon},
+    Aspect const aspect{axis / length, c / length, plon};
+    return {aspect,
             distance,
             major,
             ratio,
             ratio * ratio,
-            stretched_s * stretched_s + stretched_c * stretched_c - major * major};
+            stretched_s * stretched_s + stretched_c * stretched_c - major * major,
+            distance * aspect.sin_lat / (minor * minor),
+            distance * aspect.cos_lat / (major * major)};
 }
 
 inline constexpr double QUARTER_TURN = 1.5707963267948966; ///< radians
@@ -68,10 +73,9 @@ struct EllipsoidPoint
     double const toward = k.distance - seen.out;
     double const across = std::sqrt(toward * toward + seen.east * seen.east);
     // the satellite above the plane that touches the earth there
-    double const above = k.distance / (k.major * k.major) *
-                         (k.aspect.cos_lat * p.meridian + k.aspect.sin_lat * p.axis / k.ratio2);
-    return keepIf(above >= 1 - HORIZON, Plane{math::DEGREE * math::atan2(seen.east, toward),
-                                              math::DEGREE * math::atan2(seen.north, across)});
+    double const above = k.plumb_meridian * p.meridian + k.plumb_axis * p.axis;
+    return keepIf(above >= 1 - HORIZON, Plane{math::DEGREE * math::atanHalf(seen.east, toward),
+                                              math::DEGREE * math::atanHalf(seen.north, across)});
 }
 
 [[nodiscard]] inline Position inverse(Satellite const & k, double x, double y) noexcept
@@ -93,7 +97,7 @@ struct EllipsoidPoint
     double const meridian = from_meridian + length * view_meridian;
     double const east = length * view_east;
     double const width = std::sqrt(meridian * meridian + east * east);
-    Position const p{math::atan2(axis, width * k.ratio), k.aspect.ref_lon + math::atan2(east, meridian)};
+    Position const p{math::atanHalf(axis, width * k.ratio), k.aspect.ref_lon + math::atan2(east, meridian)};
     double const checked =
         b > 0 ? root + EDGE_SLACK * b * b : math::NONE; // the line of sight meets the earth
     return keepIf(std::fabs(x) < QUARTER_TURN, keepIf(std::fabs(y) < QUARTER_TURN, keepIf(checked >= 0, p)));

@@ -42,7 +42,7 @@ makeStereographic(double plat, double plon, double std_lat, double radius) noexc
 {
     double const up = y + k.origin_y;
     double const r = std::sqrt(x * x + up * up);
-    return {k.sign * (2 * math::atan2(r, k.scale) - 90), k.ref_lon + math::atan2(x, k.sign * up)};
+    return {k.sign * (2 * math::atanQuadrant(r, k.scale) - 90), k.ref_lon + math::atan2(x, k.sign * up)};
 }
 
 [[nodiscard]] inline Distortion distortion(Stereographic const & k, double lat, double lon) noexcept
