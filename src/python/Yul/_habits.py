@@ -169,6 +169,20 @@ class Grids(_Sequence):
     """A growable list of Grid."""
 
 
+def _calendar_seconds(date):
+    """Seconds since 1970 by the Gregorian calendar. The library's own count, which takes every fourth year as a leap
+    year, is the same from 1901 to 2099."""
+    year = date.getYear()
+    if year == _Yul.cvar.Const_MISS or 1901 <= year <= 2099:
+        return date.getSeconds()
+    month, day, *clock = (0 if field == _Yul.cvar.Const_MISS else int(field) for field in (
+        date.getMonth(), date.getDay(), date.getHour(), date.getMinute(), date.getSecond()))
+    year, months = (year, month - 3) if month > 2 else (year - 1, max(month, 1) + 9)  # years that begin in March
+    days = 365 * year + year // 4 - year // 100 + year // 400 + (153 * months + 2) // 5 + max(day, 1) - 719469
+    hour, minute, second = clock
+    return ((days * 24 + hour) * 60 + minute) * 60 + second
+
+
 class DateVal(_Kept):
     """A calendar time as plain fields, each of which may be missing."""
 
@@ -241,7 +255,7 @@ class Date(_Kept):
         epoch = datetime(1970, 1, 1, tzinfo=timezone.utc)
         second = self.getSecond()
         fraction = round(second % 1, 4) if second != _Yul.cvar.Const_MISS else 0
-        return epoch + timedelta(seconds=self.getSeconds() - self.getZoneOffset() + fraction)
+        return epoch + timedelta(seconds=_calendar_seconds(self) - self.getZoneOffset() + fraction)
 
     @classmethod
     def fromDatetime(cls, moment: DateTime) -> Self:
@@ -262,7 +276,7 @@ class Date(_Kept):
             return datetime64('NaT', 'ms')
         second = self.getSecond()
         fraction = round(second % 1 * 1000) if second != _Yul.cvar.Const_MISS else 0
-        return datetime64((self.getSeconds() - self.getZoneOffset()) * 1000 + fraction, 'ms')
+        return datetime64((_calendar_seconds(self) - self.getZoneOffset()) * 1000 + fraction, 'ms')
 
     @classmethod
     def fromDatetime64(cls, moment: np.datetime64) -> Self:

@@ -1,6 +1,7 @@
 """What Python users expect of a date: datetime, NumPy, arithmetic, formats, steps."""
 
 from datetime import datetime, timedelta, timezone
+import re
 
 import numpy as np
 import pytest
@@ -70,3 +71,14 @@ def test_range_steps_to_the_stop(start, stop, step, expected):
 def test_range_refuses_no_step():
     with pytest.raises(ValueError):
         list(Date.range(Date('2026'), Date('2027')))
+
+
+@pytest.mark.parametrize('moment', ['1900-01-01', '1899-12-31', '1900-02-28T06:30', '1896-02-29', '1600-03-01', '2100-03-01',
+                                    '2100-02-28T23:59:59', '2400-02-29', '1970-01-01', '2000-02-29T12:00'])
+def test_far_dates_keep_to_the_calendar(moment):
+    wanted = np.datetime64(moment, 'ms')
+    text = str(wanted)
+    date = Date(*(int(part) for part in re.split('[-T:.]', text)[:5]), float(text[17:19]))
+    assert date.datetime64 == wanted
+    assert date.datetime == wanted.astype(datetime).replace(tzinfo=timezone.utc)
+    assert Date.fromDatetime64(wanted).datetime64 == wanted
