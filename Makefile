@@ -9,6 +9,7 @@
 #   make fuzz    feeds the readers of outside bytes damaged input (FUZZ_SECONDS each, 60 unless given)
 #   make gallery renders the scripts of examples/gallery to docs/gallery (GALLERY: the names of some)
 #   make wheel   makes dist/, the source archive and a wheel with its codec libraries, and tries it in an empty place
+#   make test-extras  tests that wheel with the optional packages: xarray, dask, mypy, cfgrib ...
 #   make docs    the reference and the figures in build/docs
 #   make format  formats the C++ sources in place; make check-format only compares
 #   make clean   removes what all of these made
@@ -29,7 +30,7 @@ run_python = PYTHONPATH=$(CURDIR)/$(1)/python PYTHONDONTWRITEBYTECODE=1 $(PYTHON
 demo_map = --domain stereo:90:-25,53,-25,57,43,1.5 --interval 60 --color blue
 sources = $(shell git ls-files '*.h' '*.cpp')
 
-.PHONY: all demo test sanitize bench fuzz gallery wheel docs format check-format clean
+.PHONY: all demo test sanitize bench fuzz gallery wheel test-extras docs format check-format clean
 
 all:
 	@scripts/install-deps build
@@ -82,6 +83,9 @@ wheel:
 	@rm -rf dist
 	scripts/make-wheel dist
 	scripts/try-wheel dist/*.whl
+
+test-extras: wheel
+	scripts/test-extras dist/*.whl $(PYTEST_OPTIONS)
 
 docs:
 	@scripts/install-deps build docs
