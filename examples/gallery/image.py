@@ -32,7 +32,7 @@ for row in range(rows):
         image.setPixel(column, row, levels[min(level, len(levels) - 1)])
 
 
-def show(picture, x, y, title):
+def show(picture: Image, x: float, y: float, title: str) -> None:
     graph.setImageAlign(2, 1)
     graph.drawImage(picture, x, y)
     graph.setLineWidth(1.0)

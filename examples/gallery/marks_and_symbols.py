@@ -29,7 +29,7 @@ graph.setWindow(Rect(0.0, 0.0, 756.0, 576.0))
 graph.setMarkWeight(2.0)
 
 
-def label(x, y, text, align, height):
+def label(x: float, y: float, text: str, align: int, height: float) -> None:
     graph.setTextHeight(height)
     graph.setTextAlign(align, 0)
     graph.drawText(x, y, text)

@@ -5,6 +5,7 @@ visibility, pressure with its tendency, and the types of low, middle and high cl
 """
 
 import sys
+from typing import Any
 
 from Yul import Graph, Rect
 
@@ -31,13 +32,13 @@ graph.setMarkWeight(2.5)
 graph.setTextWeight(2.0)
 
 
-def number(x, y, value, align):
+def number(x: float, y: float, value: object, align: int) -> None:
     graph.setTextHeight(11.0)
     graph.setTextAlign(align, 0)
     graph.drawText(x, y - 5, str(value).replace('-', '−'))
 
 
-def plot(x, y, report):
+def plot(x: float, y: float, report: tuple[Any, ...]) -> None:
     (name, direction, speed, amount, warmth, dew, weather, visibility, pressure, trend, change, past, low, middle,
      high) = report
     graph.setTextBoxColor(0xffffff)  # what is written breaks the shaft behind it

@@ -17,13 +17,13 @@ graph.setWindow(Rect(0.0, 0.0, 756.0, 576.0))
 graph.setMarkType(2)
 
 
-def color(name):
+def color(name: str) -> int:
     rgb = RGB()
     colors.get(colors.getInd(name), rgb)
     return graph.allocColor(rgb)
 
 
-def heading(x, y, text):
+def heading(x: float, y: float, text: str) -> None:
     graph.setFont('bold')
     graph.setTextHeight(9.0)
     graph.setTextAlign(1, 0)
