@@ -9,6 +9,7 @@ import sys
 
 HERE = Path(__file__).resolve().parent
 PROGRAMS = HERE.parent / 'build' / 'bench'
+HELPERS = 'run.py', 'fields.py'
 HEADINGS = ('job', 'ours', 'peer', 'ratio', 'limit')
 # A ratio is peer by ours, so that above 1 we are ahead; a limit says which side of it is wanted.
 LIMIT = re.compile(r'(<=|>=|<|>)\s*([0-9.]+)$')
@@ -19,7 +20,7 @@ def benchmarks(words):
     """Names and command lines of the benchmarks whose name holds one of the words, or of all."""
     found = {path.stem: [path] for path in HERE.glob('*.cpp')}
     found = {name: [PROGRAMS / name] for name in found}
-    found |= {path.stem: [sys.executable, path] for path in HERE.glob('*.py') if path != Path(__file__).resolve()}
+    found |= {path.stem: [sys.executable, path] for path in HERE.glob('*.py') if path.name not in HELPERS}
     return {name: found[name] for name in sorted(found) if not words or any(word in name for word in words)}
 
 

@@ -28,9 +28,6 @@ constexpr std::array<RoundSide, 4> ROUND_SIDES = {{
     {0, 2, 0, 0, BandNode::VERTICAL},
 }};
 
-/// The cell beyond each side.
-constexpr std::array<std::array<int, 2>, 4> BEYOND = {{{0, -1}, {1, 0}, {0, 1}, {-1, 0}}};
-
 /// Where a corner of a cell lies, relative to the cell.
 constexpr std::array<std::array<int, 2>, 4> CORNERS = {{{0, 0}, {1, 0}, {0, 1}, {1, 1}}};
 
@@ -259,40 +256,38 @@ private:
 BandTracer::BandTracer(FieldView const & view,
                        std::span<float const> level_values,
                        SaddleRule rule,
-                       std::vector<bool> cells)
-    : field(view), levels(level_values.begin(), level_values.end()), saddle_rule(rule),
-      usable(std::move(cells)), pieces(levels.size())
+                       std::vector<std::uint8_t> const & cells)
+    : field(view), levels(level_values.begin(), level_values.end()), saddle_rule(rule), pieces(levels.size())
 {
-    for (int row = field.first_row; row < field.end_row; ++row) {
-        for (int column = field.first_column; column < field.end_column; ++column) {
-            for (auto const & [i, j] : CORNERS) {
-                float const v = value(column + i, row + j);
-                if (!std::isfinite(v) || isMissing(v)) {
-                    usable[static_cast<std::size_t>(row - field.first_row) *
-                               static_cast<std::size_t>(field.end_column - field.first_column) +
-                           static_cast<std::size_t>(column - field.first_column)] = false;
-                    break;
-                }
-            }
-        }
-    }
+    markUsable(cells);
     collectPieces();
     collectEdges();
 }
 
-bool BandTracer::isUsable(int column, int row) const
+void BandTracer::markUsable(std::vector<std::uint8_t> const & cells)
 {
-    return column >= field.first_column && column < field.end_column && row >= field.first_row &&
-           row < field.end_row &&
-           usable[static_cast<std::size_t>(row - field.first_row) *
-                      static_cast<std::size_t>(field.end_column - field.first_column) +
-                  static_cast<std::size_t>(column - field.first_column)];
-}
-
-float BandTracer::value(int column, int row) const
-{
-    return field.values[static_cast<std::size_t>(row) * static_cast<std::size_t>(field.nx) +
-                        static_cast<std::size_t>(column)];
+    auto const columns = static_cast<std::size_t>(field.end_column - field.first_column);
+    auto const rows = static_cast<std::size_t>(field.end_row - field.first_row);
+    usable.assign(stride() * (rows + 2), 0);
+    auto const look = [&](std::size_t row, std::vector<std::uint8_t> & is_there) {
+        for (std::size_t i = 0; i <= columns; ++i) {
+            float const v =
+                value(field.first_column + static_cast<int>(i), field.first_row + static_cast<int>(row));
+            is_there[i] = std::isfinite(v) && !isMissing(v) ? 1 : 0;
+        }
+    };
+    std::vector<std::uint8_t> upper(columns + 1);
+    std::vector<std::uint8_t> lower(columns + 1);
+    if (rows > 0)
+        look(0, lower);
+    for (std::size_t row = 0; row < rows; ++row) {
+        std::swap(upper, lower);
+        look(row + 1, lower);
+        std::uint8_t const * const given = cells.data() + row * columns;
+        std::uint8_t * const out = usable.data() + (row + 1) * stride() + 1;
+        for (std::size_t i = 0; i < columns; ++i)
+            out[i] = given[i] & upper[i] & upper[i + 1] & lower[i] & lower[i + 1];
+    }
 }
 
 void BandTracer::collectPieces()
@@ -301,7 +296,7 @@ void BandTracer::collectPieces()
     ActiveCells active(field, index);
     for (int row = field.first_row; row < field.end_row; ++row) {
         active.visitRow(row, [&](int column) {
-            if (!isUsable(column, row))
+            if (usable[cellIndex(column, row)] == 0)
                 return;
             auto const [low, high] = std::minmax({value(column, row), value(column + 1, row),
                                                   value(column, row + 1), value(column + 1, row + 1)});
@@ -353,12 +348,18 @@ void BandTracer::addPieces(int column, int row, int level)
 
 void BandTracer::collectEdges()
 {
-    for (int row = field.first_row; row < field.end_row; ++row)
-        for (int column = field.first_column; column < field.end_column; ++column)
-            for (int side = 0; side < 4 && isUsable(column, row); ++side)
-                if (!isUsable(column + BEYOND[static_cast<std::size_t>(side)][0],
-                              row + BEYOND[static_cast<std::size_t>(side)][1]))
+    for (int row = field.first_row; row < field.end_row; ++row) {
+        for (int column = field.first_column; column < field.end_column; ++column) {
+            std::uint8_t const * const cell = usable.data() + cellIndex(column, row);
+            std::array<std::uint8_t, 4> const beyond = {cell[-static_cast<std::ptrdiff_t>(stride())], cell[1],
+                                                        cell[stride()], cell[-1]};
+            if (*cell == 0 || (beyond[0] & beyond[1] & beyond[2] & beyond[3]) != 0)
+                continue;
+            for (int side = 0; side < 4; ++side)
+                if (beyond[static_cast<std::size_t>(side)] == 0)
                     edges.push_back({column, row, side});
+        }
+    }
 }
 
 /// The parts of a side that lie in the band.

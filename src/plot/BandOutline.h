@@ -38,12 +38,12 @@ class BandTracer
 public:
     /// field   the values; only the cells of the view count
     /// levels  ascending
-    /// usable  for each cell of the view, row by row, whether it has a place; cells with a missing corner are
-    ///         left out anyway
+    /// usable  for each cell of the view, row by row, 1 when it has a place, else 0; cells with a missing
+    ///         corner are left out anyway
     BandTracer(FieldView const & field,
                std::span<float const> levels,
                SaddleRule rule,
-               std::vector<bool> usable);
+               std::vector<std::uint8_t> const & usable);
 
     /// Outlines of where values are at least level `low` and, with a `high` that is a level too, below that
     /// one (-1: no upper limit; others take SaddleRule::NESTED). Each is one line, also round an area with
@@ -70,8 +70,25 @@ private:
 
     class Rings;
 
-    [[nodiscard]] bool isUsable(int column, int row) const;
-    [[nodiscard]] float value(int column, int row) const;
+    /// Place of a cell in the list of those that are usable; also for cells just outside the view.
+    [[nodiscard]] std::size_t cellIndex(int column, int row) const
+    {
+        return static_cast<std::size_t>(row - field.first_row + 1) * stride() +
+               static_cast<std::size_t>(column - field.first_column + 1);
+    }
+
+    [[nodiscard]] std::size_t stride() const
+    {
+        return static_cast<std::size_t>(field.end_column - field.first_column) + 2;
+    }
+
+    [[nodiscard]] float value(int column, int row) const
+    {
+        return field.values[static_cast<std::size_t>(row) * static_cast<std::size_t>(field.nx) +
+                            static_cast<std::size_t>(column)];
+    }
+
+    void markUsable(std::vector<std::uint8_t> const & cells);
     void collectPieces();
     void collectEdges();
     void addPieces(int column, int row, int level);
@@ -81,7 +98,7 @@ private:
     FieldView field;
     std::vector<float> levels;
     SaddleRule saddle_rule;
-    std::vector<bool> usable;
+    std::vector<std::uint8_t> usable;       // with a border of cells that are not
     std::vector<std::vector<Piece>> pieces; // by level
     std::vector<Edge> edges;
 };

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -66,15 +67,15 @@ public:
 
 private:
     template <class Places>
-    static std::vector<bool> usableCells(FieldView const & view, Places const & places)
+    static std::vector<std::uint8_t> usableCells(FieldView const & view, Places const & places)
     {
-        std::vector<bool> usable;
+        std::vector<std::uint8_t> usable;
         CellPlaces place;
         usable.reserve(static_cast<std::size_t>(view.end_row - view.first_row) *
                        static_cast<std::size_t>(view.end_column - view.first_column));
         for (int row = view.first_row; row < view.end_row; ++row)
             for (int column = view.first_column; column < view.end_column; ++column)
-                usable.push_back(places(column, row, place));
+                usable.push_back(places(column, row, place) ? 1 : 0);
         return usable;
     }
 

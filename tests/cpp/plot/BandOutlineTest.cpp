@@ -139,9 +139,9 @@ TEST(BandOutline, EnclosesWhatLiesInTheBand)
         }
         Field const field(z, nx, ny);
         std::vector<float> const levels = {-1, 0.5F, 1, 2, 3.125F, 9};
-        std::vector<bool> usable(static_cast<std::size_t>((nx - 1) * (ny - 1)));
+        std::vector<std::uint8_t> usable(static_cast<std::size_t>((nx - 1) * (ny - 1)));
         for (std::size_t i = 0; i < usable.size(); ++i)
-            usable[i] = round % 5 != 0 || pick(8) != 0;
+            usable[i] = round % 5 != 0 || pick(8) != 0 ? 1 : 0;
         BandTracer const as_lines(field.view(), levels, SaddleRule::AS_LINES, usable);
         BandTracer const nested(field.view(), levels, SaddleRule::NESTED, usable);
         for (auto const & [low, high] :
@@ -152,7 +152,7 @@ TEST(BandOutline, EnclosesWhatLiesInTheBand)
                 Place const p = {share() * (nx - 1), -share() * (ny - 1)};
                 auto const i = static_cast<int>(std::floor(p.x));
                 auto const j = static_cast<int>(std::floor(-p.y));
-                bool is_in = usable[static_cast<std::size_t>(j * (nx - 1) + i)];
+                bool is_in = usable[static_cast<std::size_t>(j * (nx - 1) + i)] != 0;
                 for (int k = 0; k < 4; ++k) {
                     float const v = field.at(i + k % 2, j + k / 2);
                     is_in = is_in && std::isfinite(v) && !isMissing(v);
