@@ -76,6 +76,11 @@ public:
     /// that cannot be written whole.
     int write(char const * name) const;
 
+    // ---- GIF files ----
+    /// Writes a GIF picture, with the 256 colours that `toIndexed` chooses for an image that is not indexed. 0
+    /// with a warning for an empty image or a file that cannot be written whole.
+    int writeGif(char const * name) const;
+
 private:
     [[nodiscard]] bool contains(int column, int row) const noexcept
     {

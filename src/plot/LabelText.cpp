@@ -181,6 +181,11 @@ std::string expandLabel(std::string_view text, LabelFacts const & facts)
     return Expander(facts).expand(text);
 }
 
+bool isImageLabel(std::string_view text)
+{
+    return text.starts_with("im:") || text.starts_with("if:");
+}
+
 std::string plainNumber(float value)
 {
     if (isMissing(value) || !std::isfinite(value))

@@ -59,6 +59,9 @@ struct LabelFacts
 /// Any other character after "%" stands for itself.
 [[nodiscard]] std::string expandLabel(std::string_view text, LabelFacts const & facts);
 
+/// True for a label that is a picture: "im:..." or "if:...".
+[[nodiscard]] bool isImageLabel(std::string_view text);
+
 /// A number with no more decimals than it takes.
 [[nodiscard]] std::string plainNumber(float value);
 

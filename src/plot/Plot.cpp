@@ -49,6 +49,8 @@ int Plot::init()
     draw.reset();
     has_draw_list = is_inverse = has_domain = false;
     logo.clear();
+    transparent_color.clear();
+    output_type.clear();
     border_color.clear();
     style = {};
     color_bar = {};
@@ -63,7 +65,10 @@ int Plot::init()
 
 int Plot::close()
 {
-    return graph.isOpen() ? graph.close() : 0;
+    if (!graph.isOpen())
+        return 0;
+    int const is_saved = output_type.empty() ? 1 : saveImage(nullptr);
+    return graph.close() & is_saved;
 }
 
 int Plot::findColor(char const * name, char const * fallback)
@@ -141,6 +146,8 @@ int Plot::setParam(char const * params)
             graph.setInverse(true);
         } else if (is("lo")) {
             logo = text;
+        } else if (is("trans_col")) {
+            transparent_color = text;
         } else if (is("tz")) {
             facts.zone.set(text.c_str());
         }

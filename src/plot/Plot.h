@@ -149,6 +149,25 @@ public:
 
     int drawBar();
 
+    /// Draws a picture file (PNG) at a place of the page in NDC. The file is looked for by its name, then in
+    /// the folder of the setting "image_path", then in the database directory; a name without an ending gets
+    /// ".png".
+    /// position  which place of the picture lies on (x, y): "ul" its upper left corner to "lr", "cl", "cc" and
+    ///           "cr"; null counts as "ll". Where x or y is Const::MISS it stands inside the frame of the map
+    ///           at that position.
+    /// return    0 for another position; 0 with the message "Logo not found" for a file that is not there.
+    int drawImage(char const * file, float x, float y, char const * position);
+
+    /// Copies the picture from the device to a file in the folder of the setting "image_path": NAME.gif with
+    /// at most 40 characters of the name or NAME.png with at most 5, numbered for the frames of a loop.
+    /// name  null or empty for the plot's name, without one "output"
+    /// type  "gif" or "png"; null for the type that the setting "output" names, else "png"
+    /// return 0 with a message when the device has no picture to copy (a file device has none) or the file
+    ///        cannot be written. `close` does the same where the setting "output" asks for it.
+    int saveImage(char const * name, char const * type);
+
+    int saveImage(char const * name) { return saveImage(name, nullptr); }
+
     /// What the codes of labels stand for: layers fill it in.
     [[nodiscard]] detail::LabelFacts & getFacts() noexcept { return facts; }
 
@@ -180,6 +199,10 @@ private:
     void drawTickLabel(detail::GraticuleTick const & tick, Point const & place, float & free_from);
     void drawLabelRow(int first, Rect const & view);
     void drawTitle();
+    void drawLogo();
+    [[nodiscard]] bool drawImageLabel(int position, std::string const & text, Point const & place);
+    int placeImage(std::string const & file, Point const & place, int position, Point const & most);
+    int saveFrame(std::string const & name, std::string const & type, int frame);
     void drawBarAt(Rect const & place, bool is_upright);
     void startText(float height, float weight);
     [[nodiscard]] char const * labelColor() const;
@@ -192,6 +215,8 @@ private:
     bool has_draw_list = false;
     bool is_inverse = false;
     std::string logo;
+    std::string transparent_color;
+    std::string output_type; // of the picture to write at the end; empty for none
     std::string border_color;
     detail::PageStyle style;
     detail::ColorBar color_bar;

@@ -95,6 +95,7 @@ int Plot::drawLabels()
     if (style.has_title && style.panels.count() > 1 && panel == 0)
         drawTitle();
     drawBar();
+    drawLogo();
     graph.setTran(MAP_TRAN);
     return 1;
 }
@@ -136,7 +137,7 @@ void Plot::drawLabelRow(int first, Rect const & view)
         std::string & text = texts[static_cast<std::size_t>(i)];
         if (isDrawn(detail::DRAW_TEXT_UL + first + i))
             text = detail::expandLabel(labels[static_cast<std::size_t>(first + i)].text, facts);
-        float const width = graph.getTextWidth(text.c_str());
+        float const width = detail::isImageLabel(text) ? 0 : graph.getTextWidth(text.c_str());
         needed += width > 0 ? width + LABEL_GAP * height : 0;
     }
     // A narrow map lends its labels the width of the panel.
@@ -156,7 +157,7 @@ void Plot::drawLabelRow(int first, Rect const & view)
     graph.setTextHeight(height);
     for (int i = 0; i < LABELS_A_ROW; ++i) {
         std::string const & text = texts[static_cast<std::size_t>(i)];
-        if (text.empty())
+        if (text.empty() || drawImageLabel(first + i, text, Point(x[i], y)))
             continue;
         graph.setTextWeight(first + i == detail::UPPER_LEFT ? TITLE_WEIGHT : WEIGHT);
         graph.setTextAlign(i + 1, is_above_line ? 0 : 1);

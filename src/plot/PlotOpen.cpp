@@ -129,6 +129,12 @@ void Plot::readSettings(char const * params)
         facts.plot_name = Yul::getProgramName();
     graph.setTitle(facts.title.empty() ? facts.plot_name.c_str() : facts.title.c_str());
 
+    for (char const * const type : {"gif", "png"})
+        if (detail::startsIgnoringCase(detail::viewOf(Yul::getResrc("output")), type))
+            output_type = type;
+    if (!output_type.empty())
+        graph.setIcon(true);
+
     logo = detail::viewOf(Yul::getResrc("logo"));
     if (char const * const list = Yul::getResrc("draw"))
         setDrawing(list);

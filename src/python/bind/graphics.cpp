@@ -93,7 +93,8 @@ void bindImage(Module & m)
         .method("toRGB", &Image::toRGB)
         .method("resize", &Image::resize)
         .method("read", &Image::read)
-        .method("write", &Image::write);
+        .method("write", &Image::write)
+        .method("writeGif", &Image::writeGif);
 }
 
 void bindListener(Module & m)

@@ -111,6 +111,9 @@ void bindPlot(Module & m)
         .method("formatLabel", overload<int(char const *, String &) const>(&Plot::formatLabel))
         .method("drawLabels", &Plot::drawLabels)
         .method("drawBar", &Plot::drawBar)
+        .method("drawImage", &Plot::drawImage)
+        .method("saveImage", overload<int(char const *)>(&Plot::saveImage),
+                overload<int(char const *, char const *)>(&Plot::saveImage))
         .method("clearLabels", &Plot::clearLabels)
         .method("drawFormText", &Plot::drawFormText)
         .method("message", &Plot::message);
