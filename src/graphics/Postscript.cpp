@@ -21,7 +21,6 @@ constexpr float MAX_WIDTH = 30000; // dots
 constexpr float DOT = 0.33F;       // points, as the prolog has it
 constexpr std::size_t BUFFER_SIZE = 256U << 10;
 
-constexpr char const * DEFAULT_FILE = "yul.ps";
 constexpr char const * DEFAULT_TITLE = "Yul Plot";
 constexpr float DEFAULT_WIDTH = 756;
 constexpr float DEFAULT_HEIGHT = 576;

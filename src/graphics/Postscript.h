@@ -19,6 +19,7 @@ class Postscript : public FileDevice
 {
 public:
     static constexpr int FILE_NAME_SIZE = 60; ///< characters of a file name that are kept
+    static constexpr char const * DEFAULT_FILE = "yul.ps";
 
     Postscript();
     ~Postscript() override; ///< finishes an open page

@@ -48,6 +48,7 @@ int Plot::init()
     colors.init(COLOR_CAPACITY);
     draw.reset();
     has_draw_list = is_inverse = has_domain = false;
+    file_name.clear();
     logo.clear();
     transparent_color.clear();
     output_type.clear();

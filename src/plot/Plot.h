@@ -64,6 +64,10 @@ public:
     /// Finishes the page; 0 when nothing was open or output was lost.
     int close();
 
+    /// The file that the page goes to, as it was named; empty for a window, a command or a plot that was not
+    /// opened. Valid until the plot is opened again.
+    [[nodiscard]] char const * getFile() const noexcept { return file_name.c_str(); }
+
     /// Both live as long as the plot.
     [[nodiscard]] Graph & getGraph() noexcept { return graph; }
 
@@ -214,6 +218,7 @@ private:
     detail::DrawSwitches draw;
     bool has_draw_list = false;
     bool is_inverse = false;
+    std::string file_name;
     std::string logo;
     std::string transparent_color;
     std::string output_type; // of the picture to write at the end; empty for none

@@ -80,7 +80,8 @@ int Plot::clearLabels()
 
 char const * Plot::labelColor() const
 {
-    return Yul::getResrc("color_label", plainColor());
+    char const * const name = Yul::getResrc("color_label");
+    return StrLib::valid(name) ? name : plainColor();
 }
 
 int Plot::drawLabels()

@@ -5,6 +5,7 @@
 #include "core/StrLib.h"
 #include "core/Yul.h"
 #include "geo/DomainTool.h"
+#include "graphics/Postscript.h"
 #include "plot/Plot.h"
 
 #include <optional>
@@ -78,6 +79,17 @@ std::string ask(std::string_view question)
     return answer;
 }
 
+/// The file among the parameters of the PostScript device; empty for a command.
+std::string pageFile(std::string_view params)
+{
+    std::string_view name = params.substr(0, params.find(',')).substr(0, Postscript::FILE_NAME_SIZE);
+    if (name.starts_with('|'))
+        return {};
+    if (name.starts_with('+'))
+        name.remove_prefix(1);
+    return std::string(name.empty() ? Postscript::DEFAULT_FILE : name);
+}
+
 /// The first `size` octets of a setting; empty while it is not set.
 std::string shortSetting(char const * name, std::size_t size)
 {
@@ -136,7 +148,7 @@ void Plot::readSettings(char const * params)
         graph.setIcon(true);
 
     logo = detail::viewOf(Yul::getResrc("logo"));
-    if (char const * const list = Yul::getResrc("draw"))
+    if (char const * const list = Yul::getResrc("draw"); StrLib::valid(list))
         setDrawing(list);
     facts.zone.set(Yul::getResrc("timezone"));
     setParam(Yul::getResrc("parameter"));
@@ -146,7 +158,8 @@ void Plot::readSettings(char const * params)
 void Plot::loadColors(char const * params)
 {
     colors.init(COLOR_CAPACITY);
-    colors.read(Yul::getResrc("color_table", "yul.clr"));
+    char const * const table = Yul::getResrc("color_table");
+    colors.read(StrLib::valid(table) ? table : "yul.clr");
     if (auto const more = findItem(params, "ct="))
         colors.read(more->c_str());
     // What a plot cannot do without, whatever the table holds.
@@ -174,6 +187,8 @@ int Plot::open(char const * params)
     readSettings(copy.c_str());
     if (graph.open() == 0)
         return 0;
+    if (graph.getDeviceKind() == POSTSCRIPT_DEVICE)
+        file_name = pageFile(device.params);
     loadColors(copy.c_str());
     graph.addCallback("AnyEvent", this, nullptr);
     panel = 0;

@@ -635,7 +635,16 @@ class Graph(_Closing):
 
 
 class Plot(_Closing):
-    """A picture: output device, map domain, labels and border; the layers draw on it."""
+    """A picture: output device, map domain, labels and border; the layers draw on it.
+
+    A notebook shows a plot that is closed and went to a file, where Ghostscript is installed.
+    """
+
+    def _repr_png_(self):
+        if self.isOpen() or not self.getFile():
+            return None
+        from ._charts import Page
+        return Page(self.getFile()).png()
 
 
 # The classes that these join, by name; filled when they are made.
