@@ -150,6 +150,17 @@ std::size_t File::readAt(long long position, void * buffer, std::size_t size)
     return done;
 }
 
+std::size_t File::readSome(void * buffer, std::size_t size)
+{
+    if (file == nullptr)
+        return 0;
+    ssize_t got = 0;
+    do
+        got = ::read(fileno(file), buffer, size);
+    while (got < 0 && errno == EINTR);
+    return got > 0 ? static_cast<std::size_t>(got) : 0;
+}
+
 bool File::readLine(std::string & line)
 {
     line.clear();

@@ -42,6 +42,9 @@ public:
     /// Reads up to `size` octets at an octet position and returns how many were there; what `read` gives next stays the same.
     /// Nothing is read from a pipe.
     std::size_t readAt(long long position, void * buffer, std::size_t size);
+    /// Reads what is there, up to `size` octets, and waits only while there is nothing: lines of a live pipe come
+    /// as they are written. Not to be mixed with `read` and `readLine`.
+    std::size_t readSome(void * buffer, std::size_t size);
     /// Reads the next line, without its newline; false at the end. What a line has beyond 1 MiB is left out.
     [[nodiscard]] bool readLine(std::string & line);
     /// Moves to an octet position from the start; 0 on a pipe.
