@@ -123,9 +123,7 @@ void Module::addClass(std::string name, TypeRecord const & record)
 
 void Module::addBaseOfLast(TypeRecord const & base)
 {
-    for (DeclaredClass const & declared : declared_classes)
-        if (declared.record == &base)
-            declared_classes.back().bases.push_back(declared.name);
+    declared_classes.back().bases.push_back(&base);
 }
 
 void Module::addConstant(std::string name, long long value)
@@ -150,11 +148,22 @@ PyObject * Module::signatures() const
     return dict.release();
 }
 
+/// A base may be declared behind the class; one that is not declared at all is left out.
+std::vector<std::string> Module::baseNames(DeclaredClass const & derived) const
+{
+    std::vector<std::string> names;
+    for (TypeRecord const * const base : derived.bases)
+        for (DeclaredClass const & declared : declared_classes)
+            if (declared.record == base)
+                names.push_back(declared.name);
+    return names;
+}
+
 PyObject * Module::classes() const
 {
     Ref dict(PyDict_New());
     for (DeclaredClass const & declared : declared_classes) {
-        Ref const bases = tupleOf(declared.bases, textOf);
+        Ref const bases = tupleOf(baseNames(declared), textOf);
         if (!dict || !bases || PyDict_SetItemString(dict.get(), declared.name.c_str(), bases.get()) != 0)
             return nullptr;
     }

@@ -44,7 +44,7 @@ private:
     {
         std::string name;
         TypeRecord const * record;
-        std::vector<std::string> bases;
+        std::vector<TypeRecord const *> bases;
     };
 
     struct Constant
@@ -53,6 +53,7 @@ private:
         long long value;
     };
 
+    [[nodiscard]] std::vector<std::string> baseNames(DeclaredClass const & derived) const;
     [[nodiscard]] PyObject * create(char const * name, char const * documentation);
     [[nodiscard]] bool addFunctions(PyObject * module);
     [[nodiscard]] bool addConstants(PyObject * module) const;
