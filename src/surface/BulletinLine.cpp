@@ -24,9 +24,9 @@ bool isLetter(char c)
     return isUpper(c) || (c >= 'a' && c <= 'z');
 }
 
-/// u an upper-case letter, d a digit, z one of "CZ", any other character itself, from the beginning of the
-/// line.
-bool beginsLike(std::string_view line, std::string_view pattern)
+} // namespace
+
+bool beginsLike(std::string_view line, std::string_view pattern) noexcept
 {
     if (line.size() < pattern.size())
         return false;
@@ -43,7 +43,10 @@ bool beginsLike(std::string_view line, std::string_view pattern)
     return true;
 }
 
-} // namespace
+bool isLetter(std::string_view text) noexcept
+{
+    return !text.empty() && isLetter(text.front());
+}
 
 bool isStartLine(std::string_view line) noexcept
 {

@@ -31,6 +31,12 @@ enum LineCode {
 /// to the line's end stop the search, so that its last group is never taken for a zone.
 [[nodiscard]] bool matchZone(std::string_view line, std::string_view zone);
 
+/// Whether the text begins with this pattern: u an upper-case letter, d a digit, z one of "CZ", any other
+/// character itself.
+[[nodiscard]] bool beginsLike(std::string_view text, std::string_view pattern) noexcept;
+/// Whether the text begins with a letter.
+[[nodiscard]] bool isLetter(std::string_view text) noexcept;
+
 /// The line without the characters that end it.
 [[nodiscard]] std::string_view withoutLineEnd(std::string_view line) noexcept;
 

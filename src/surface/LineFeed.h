@@ -10,8 +10,8 @@
 namespace Yul::detail {
 
 /// Reads a file or a pipe line by line through one buffer. A line comes with the characters that end it; a
-/// last line without them counts too. A file that has grown since its end was met is read on. What a line has
-/// beyond 16 MiB is left out.
+/// last line without them counts too. A file that has grown since its end was met is read on, and from a pipe
+/// lines come as soon as they are there. A line longer than 16 MiB comes in pieces of that size.
 class LineFeed
 {
 public:
@@ -22,6 +22,15 @@ public:
 
     /// The next line, valid until the next call; false at the end.
     [[nodiscard]] bool next(std::string_view & line);
+
+    /// Whether the line read last is the rest of one that was too long for one piece.
+    [[nodiscard]] bool isRest() const noexcept { return is_rest; }
+
+    /// Whether the line read last ends with the file, not with a newline: more of it may follow.
+    [[nodiscard]] bool isCut() const noexcept { return is_cut; }
+
+    /// Takes back the line read last: it comes again.
+    void putBack() noexcept;
     /// Moves on to the next line that begins a bulletin (a start line or a "** " line), looking at no other
     /// line.
     void skipToBulletin();
@@ -29,8 +38,10 @@ public:
     /// The octet position of the line that comes next.
     [[nodiscard]] long position() const noexcept { return buffer_position + static_cast<long>(begin); }
 
-    /// False where that is not possible (a pipe, a negative position).
+    /// False where that is not possible (a pipe, a negative position). Reads anew what it had in memory.
     [[nodiscard]] bool seek(long position);
+    /// The same for short ways: uses what is in memory, and reads little where that does not reach.
+    [[nodiscard]] bool jump(long position);
 
 private:
     /// Brings more octets in behind those not read yet; false when there are no more.
@@ -44,8 +55,13 @@ private:
     std::vector<char> buffer;
     std::size_t begin = 0; // of what is not read yet
     std::size_t end = 0;
-    long buffer_position = 0;    // in the file, of the buffer's first octet
+    std::size_t chunk = 0; // how much to read at a time; grows
+    std::size_t line_size = 0;
+    long buffer_position = 0; // in the file, of the buffer's first octet
+    bool can_seek = false;
     bool is_inside_line = false; // the rest of a line that was too long comes next
+    bool is_rest = false;
+    bool is_cut = false;
 };
 
 } // namespace Yul::detail

@@ -3,19 +3,20 @@
 
 #include "surface/LineFeed.h"
 
-#include <string>
+#include <string_view>
 
 namespace Yul::detail {
 
 /// A line of an index file, "offset heading / identifier": where a bulletin's start line lies in the feed.
-/// Heading and identifier are cut to 120 characters and trimmed.
+/// Heading and identifier are cut to 120 characters and trimmed; they live until the next line is read.
 struct WmoIndexEntry
 {
     long offset = 0;
-    std::string heading;
-    std::string identifier;
+    std::string_view heading;
+    std::string_view identifier;
 };
 
+/// Reads an index file as "%ld %120[^/] / %120[^\n]" would, a line an entry. The identifier may be missing.
 class WmoIndex
 {
 public:
@@ -25,7 +26,8 @@ public:
 
     [[nodiscard]] bool isOpen() const noexcept { return feed.isOpen(); }
 
-    /// The next line that can be read; others are passed over. False at the end.
+    /// The next line that is an entry; others are passed over. False at the end, also in front of a last line
+    /// that is being written.
     [[nodiscard]] bool next(WmoIndexEntry & entry);
     bool rewind();
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace Yul {
 namespace {
@@ -16,6 +17,7 @@ namespace {
 constexpr std::size_t MAX_PATTERN = 80;
 constexpr std::size_t MAX_HEADING = 120;
 constexpr std::size_t STARRED_TAIL = 4; // the asterisks that end a "** " line
+constexpr std::size_t MAX_BULLETIN = std::size_t{1} << 26;
 constexpr std::string_view ZONE_FILTER = "zn:";
 
 std::string cut(char const * text, std::size_t length)
@@ -53,12 +55,13 @@ int WmoParse::init()
 
 int WmoParse::setParam(char const * list)
 {
-    for (std::string_view const word : detail::split(detail::viewOf(list), ',')) {
-        if (word == "nohdr")
+    for (std::string_view const piece : detail::split(detail::viewOf(list), ',')) {
+        std::string_view const word = detail::trimmed(piece);
+        if (detail::startsIgnoringCase(word, "nohdr"))
             wants_index = false;
-        else if (word == "dollar")
+        else if (detail::startsIgnoringCase(word, "dollar"))
             stops_at_dollar = true;
-        else if (word == "blank")
+        else if (detail::startsIgnoringCase(word, "blank"))
             skips_blank = true;
     }
     return 1;
@@ -85,6 +88,7 @@ int WmoParse::setId(char const * text)
 int WmoParse::open(Filename const & names)
 {
     Filename::operator=(Filename(names)); // a copy first: the list may be this object's own
+    close();
     return openFile(0) ? 1 : 0;
 }
 
@@ -93,16 +97,19 @@ int WmoParse::open(char const * name)
     return open(Filename(name));
 }
 
+/// Changes nothing when the file cannot be opened.
 bool WmoParse::openFile(int number)
 {
-    close();
     char const * const name = get(number);
     if (name == nullptr)
         return false;
     Yul::outDebug(3, "Parsing file: %s\n", name);
-    file_index = number;
-    if (!feed.open(name))
+    detail::LineFeed opened;
+    if (!opened.open(name))
         return false;
+    close();
+    feed = std::move(opened);
+    file_index = number;
     if (StrLib::valid(getIndex(number)))
         index.open(getIndex(number));
     return true;
@@ -125,7 +132,7 @@ void WmoParse::resetState()
     is_new_product = heading_matches = identifier_found = false;
     is_search_pending = true;
     is_at_known_place = is_chosen = false;
-    line_position = heading_position = 0;
+    search_floor = line_position = heading_position = bulletin_position = run_begin = run_end = 0;
 }
 
 int WmoParse::rewind()
@@ -146,27 +153,35 @@ int WmoParse::seek(long position)
 {
     if (!feed.seek(position))
         return 0;
-    resetState();
-    is_search_pending = false;
+    if (index.isOpen())
+        index.rewind();
+    search_floor = run_begin = run_end = position;
+    previous_state = state = detail::LINE_NONE;
+    is_search_pending = is_at_known_place = false;
     return 1;
 }
 
 int WmoParse::newFile()
 {
-    int const next = file_index + 1;
-    if (getNum() < 2 || next >= getNum())
-        return 0;
-    return openFile(next) ? 1 : 0;
+    for (int next = file_index + 1; next < getNum(); ++next)
+        if (openFile(next))
+            return 1;
+    return 0;
 }
 
 int WmoParse::getLine(String & line)
 {
     std::string_view text;
-    int const code = readLine(text);
-    std::string copy(text);
-    std::replace(copy.begin(), copy.end(), '\0', ' ');
-    line.assign(copy);
-    return code;
+    always_matches = false;
+    nextDataLine(text);
+    if (text.find('\0') == std::string_view::npos) {
+        line.assign(text);
+    } else {
+        std::string copy(text);
+        std::replace(copy.begin(), copy.end(), '\0', ' ');
+        line.assign(copy);
+    }
+    return state;
 }
 
 int WmoParse::getLine(char * buffer, int size)
@@ -181,41 +196,131 @@ int WmoParse::getLine(char * buffer, int size)
     return code;
 }
 
-/// The next data line to hand out and its code; 0 at the end of all files.
-int WmoParse::readLine(std::string_view & line)
+/// Goes on to the next data line to hand out; at the end of all files the line is empty and the state 0.
+bool WmoParse::nextDataLine(std::string_view & line)
 {
     is_new_product = false;
-    while (isOpen() && nextRawLine(line)) {
+    while (nextRawLine(line)) {
         classify(line);
-        if (Yul::isDebug(6))
-            Yul::outDebug(6, "line:%x:%d-%d:%s", static_cast<unsigned>(state), heading_matches ? 1 : 0,
-                          identifier_found ? 1 : 0, std::string(line).c_str());
-        bool const is_left_out = skips_blank && detail::trimmed(line).empty();
-        if (isData() && !is_left_out)
-            return state;
+        trace(line);
+        if (isData() && !(skips_blank && detail::trimmed(line).empty()))
+            return true;
     }
-    line = {};
-    state = detail::LINE_NONE;
-    return 0;
+    return false;
 }
 
-/// Reads the next line to look at, through the index and across the ends of files.
+int WmoParse::getProduct(WmoProduct & product)
+{
+    always_matches = true;
+    is_new_product = false;
+    bool is_rest = isSelected() && std::max(state, previous_state) >= detail::LINE_DATA;
+    for (;; is_rest = false) {
+        product.init();
+        if (is_rest)
+            describe(product);
+        if (!collect(product, is_rest)) {
+            product.init();
+            return 0;
+        }
+        if (!is_rest || !detail::trimmed(product.text).empty())
+            return 1;
+    }
+}
+
+void WmoParse::describe(WmoProduct & product) const
+{
+    product.Filename::set(get(file_index), getIndex(file_index));
+    product.set(heading.c_str(), identifier.c_str(), bulletin_position);
+}
+
+/// Adds the lines of the next bulletin, or of the one that has been found, up to where another begins. False
+/// when there is none.
+bool WmoParse::collect(WmoProduct & product, bool is_found)
+{
+    bool is_ended = false; // by ETX
+    std::string_view line;
+    while (product.text.size() < MAX_BULLETIN && nextRawLine(line)) {
+        bool const is_beginning = beginsBulletin(line);
+        if (is_beginning && previous_state == detail::LINE_HEADING && expects_identifier) {
+            endHeading(); // there is no identifier, nor anything else
+            is_found = isSelected();
+            describe(product);
+        }
+        if (is_beginning && is_found) {
+            feed.putBack();
+            state = previous_state;
+            heading_matches = is_at_known_place;
+            return true;
+        }
+        classify(line);
+        trace(line);
+        if (isHeadingEnd() && isSelected()) {
+            is_found = true;
+            describe(product);
+        }
+        if (!isData())
+            continue;
+        if (!is_found)
+            describe(product);
+        is_found = true;
+        line = detail::withoutLineEnd(line);
+        if (line.ends_with('\x03')) {
+            line.remove_suffix(1);
+            is_ended = true;
+        }
+        if ((is_ended || skips_blank) && detail::trimmed(line).empty())
+            continue;
+        product.addLine(line, state);
+    }
+    return is_found;
+}
+
+/// Whether the line read last is the last of a bulletin's head.
+bool WmoParse::isHeadingEnd() const
+{
+    return state == (expects_identifier ? detail::LINE_IDENTIFIER : detail::LINE_HEADING);
+}
+
+/// Reads the next line to look at, through the index and across the ends of files; the line is empty and the
+/// state 0 where there is none, and reading goes on from there when more has come.
 bool WmoParse::nextRawLine(std::string_view & line)
 {
-    previous_state = state;
+    line = {};
+    if (state != detail::LINE_NONE)
+        previous_state = state;
     state = detail::LINE_NONE;
-    if (usesIndex() && is_search_pending && !findInIndex())
-        return false;
-    bool const is_body = previous_state == detail::LINE_NONE || previous_state >= detail::LINE_UNSELECTED;
-    if (is_body && !heading_matches && !is_at_known_place && !Yul::isDebug(6))
-        feed.skipToBulletin();
-    for (;;) {
+    while (isOpen()) {
+        if (usesIndex() && is_search_pending && !findInIndex())
+            return false;
+        bool const is_body = previous_state == detail::LINE_NONE || previous_state >= detail::LINE_UNSELECTED;
+        if (is_body && !heading_matches && !is_at_known_place && !Yul::isDebug(6))
+            feed.skipToBulletin();
         line_position = feed.position();
-        if (feed.next(line))
-            return true;
-        if (newFile() == 0 || (usesIndex() && !findInIndex()))
+        if (feed.next(line)) {
+            if (!isUnfinished(line))
+                return true;
+            feed.putBack();
+            line = {};
+        }
+        run_end = line_position;
+        if (usesIndex())
+            is_search_pending = true;
+        else if (newFile() == 0)
             return false;
     }
+    return false;
+}
+
+/// Whether this is the beginning of a line that has to be whole before it can be told what it is.
+bool WmoParse::isUnfinished(std::string_view line) const
+{
+    if (!feed.isCut())
+        return false;
+    bool const is_in_frame = previous_state == detail::LINE_START ||
+                             previous_state == detail::LINE_SEQUENCE ||
+                             (previous_state == detail::LINE_HEADING && expects_identifier);
+    return is_in_frame || line.starts_with('\x01') || line.starts_with("\x03\x01") ||
+           detail::isStarredHeading(line);
 }
 
 bool WmoParse::findInIndex()
@@ -229,29 +334,46 @@ bool WmoParse::findInIndex()
                 return true;
             continue;
         }
-        if (!detail::matchHeading(entry.heading, entry.identifier, pattern) || !feed.seek(entry.offset))
+        bool const is_read = entry.offset > run_begin && entry.offset < run_end;
+        if (is_read || entry.offset < search_floor ||
+            !detail::matchHeading(entry.heading, entry.identifier, pattern) || !feed.jump(entry.offset))
             continue;
         heading = entry.heading;
         identifier = entry.identifier;
-        heading_position = entry.offset;
+        heading_position = bulletin_position = run_begin = run_end = entry.offset;
         heading_matches = true;
-        is_search_pending = false;
+        identifier_found = filter.empty();
+        is_search_pending = is_chosen = false;
         is_at_known_place = true;
         previous_state = detail::LINE_NONE;
         return true;
     }
 }
 
+/// Whether a bulletin begins with the line read last, before it is classified.
+bool WmoParse::beginsBulletin(std::string_view line) const
+{
+    if (feed.isRest() || is_at_known_place)
+        return false;
+    bool const is_in_frame = previous_state == detail::LINE_START || previous_state == detail::LINE_SEQUENCE;
+    return detail::isStartLine(line) || (detail::isStarredHeading(line) && !is_in_frame);
+}
+
 void WmoParse::classify(std::string_view line)
 {
-    if (detail::isStartLine(line)) {
+    bool const is_named = std::exchange(is_at_known_place, false); // by the index, or by setLoc
+    bool const is_in_frame = previous_state != detail::LINE_NONE && previous_state < detail::LINE_UNSELECTED;
+    if (feed.isRest() && is_in_frame) {
+        state = previous_state; // of a frame line only the beginning counts
+    } else if (detail::isStartLine(line) && !feed.isRest()) {
         state = detail::LINE_START;
-        if (!is_at_known_place) {
+        bulletin_position = line_position;
+        if (!is_named) {
             heading_matches = false;
-            is_search_pending = true;
             is_chosen = false;
+            is_search_pending = true;
+            run_end = line_position;
         }
-        is_at_known_place = false;
     } else if (previous_state == detail::LINE_START) {
         state = detail::LINE_SEQUENCE;
     } else if (previous_state == detail::LINE_SEQUENCE) {
@@ -260,13 +382,21 @@ void WmoParse::classify(std::string_view line)
         state = detail::LINE_IDENTIFIER;
         identifier = detail::trimmed(line.substr(0, MAX_HEADING));
         endHeading();
-    } else if (detail::isStarredHeading(line)) {
-        is_at_known_place = false;
+    } else if (detail::isStarredHeading(line) && !feed.isRest()) {
+        bulletin_position = line_position;
+        is_chosen = is_chosen && is_named;
         takeHeading(starredHeading(line));
     } else {
         searchIdentifier(line);
         classifyData(line);
     }
+}
+
+void WmoParse::trace(std::string_view line) const
+{
+    if (Yul::isDebug(6))
+        Yul::outDebug(6, "line:%x:%d-%d:%s", static_cast<unsigned>(state), heading_matches ? 1 : 0,
+                      identifier_found ? 1 : 0, std::string(line).c_str());
 }
 
 void WmoParse::takeHeading(std::string_view text)
@@ -283,7 +413,8 @@ void WmoParse::takeHeading(std::string_view text)
 
 void WmoParse::endHeading()
 {
-    heading_matches = is_chosen || !usesIndex() || detail::matchHeading(heading, identifier, pattern);
+    bool const is_tested = !is_chosen && (usesIndex() || always_matches);
+    heading_matches = !is_tested || detail::matchHeading(heading, identifier, pattern);
     identifier_found = is_chosen || filter.empty();
 }
 
@@ -323,7 +454,8 @@ int WmoParse::peek(WmoProduct & product)
         if (!detail::matchHeading(entry.heading, entry.identifier, pattern))
             continue;
         product.Filename::set(get(file_index), getIndex(file_index));
-        return product.set(entry.heading.c_str(), entry.identifier.c_str(), entry.offset);
+        return product.set(std::string(entry.heading).c_str(), std::string(entry.identifier).c_str(),
+                           entry.offset);
     }
     return 0;
 }
@@ -346,12 +478,12 @@ int WmoParse::setLoc(long offset)
         if (!index.next(entry))
             return 0;
     } while (entry.offset < offset);
-    if (!feed.seek(offset))
+    if (!feed.jump(offset))
         return 0;
     resetState();
     heading = entry.heading;
     identifier = entry.identifier;
-    heading_position = offset;
+    heading_position = bulletin_position = run_begin = run_end = offset;
     heading_matches = identifier_found = true;
     is_search_pending = false;
     is_at_known_place = is_chosen = true;

@@ -41,8 +41,8 @@ public:
 
     /// Closes the files, forgets filters and options and takes the options of the resource "parameter".
     int init();
-    /// Options, separated by commas: "nohdr" reads without an index, "dollar" ends a bulletin at its "$$"
-    /// line, "blank" leaves out lines that are blank.
+    /// Options, separated by commas, in any case: "nohdr" reads without an index, "dollar" ends a bulletin at
+    /// its "$$" line, "blank" leaves out lines that are blank. Other words are passed over.
     int setParam(char const * list);
     /// Whether the line behind a heading is the product identifier (it is unless said otherwise).
     int setExpectId(bool is_expected);
@@ -62,12 +62,14 @@ public:
     int rewind();
     /// The octet position of the line that is read next; Const::MISS when no file is open.
     [[nodiscard]] long tell() const;
+    /// Goes to an octet position; whether the lines there count as selected stays as it is. From the next
+    /// start line on an index selects again, bulletins that lie behind the position.
     int seek(long position);
 
     /// Number of the current file in the list, from 0.
     [[nodiscard]] int getFileInd() const noexcept { return file_index; }
 
-    /// Goes on with the next file of the list; 0 when there is none.
+    /// Goes on with the next file of the list that can be opened; 0 when there is none: the current one stays.
     int newFile();
 
     /// The next data line of a selected bulletin, with the characters that end it; NUL octets become blanks.
@@ -75,6 +77,14 @@ public:
     int getLine(String & line);
     /// The same, cut to size - 1 characters.
     int getLine(char * buffer, int size);
+
+    /// The next bulletin whose heading fits the pattern, with an index or without, and its lines: those that
+    /// getLine would return, without the ETX that ends a bulletin and the blank lines behind it. With an
+    /// identifier filter only bulletins in which it is found count. Of a bulletin that is still being written
+    /// comes what is there; the rest comes as another product of the same heading, and so does what lies
+    /// beyond 64 MiB.
+    /// return  1; 0, with the product cleared, at the end of all files.
+    int getProduct(WmoProduct & product);
 
     /// Heading and identifier of the current bulletin, at most 120 characters; valid until the next line is
     /// read.
@@ -118,10 +128,16 @@ private:
 
     bool openFile(int number);
     void resetState();
-    int readLine(std::string_view & line);
+    bool nextDataLine(std::string_view & line);
     bool findInIndex();
     bool nextRawLine(std::string_view & line);
+    [[nodiscard]] bool isUnfinished(std::string_view line) const;
+    [[nodiscard]] bool beginsBulletin(std::string_view line) const;
     void classify(std::string_view line);
+    void trace(std::string_view line) const;
+    [[nodiscard]] bool isHeadingEnd() const;
+    bool collect(WmoProduct & product, bool is_found);
+    void describe(WmoProduct & product) const;
     void takeHeading(std::string_view text);
     void endHeading();
     void searchIdentifier(std::string_view line);
@@ -134,6 +150,7 @@ private:
     bool expects_identifier = true;
     bool stops_at_dollar = false;
     bool skips_blank = false;
+    bool always_matches = false; // the pattern counts without an index too
     std::string pattern;
     std::string filter;
 
@@ -147,8 +164,12 @@ private:
     bool is_search_pending = true;  // of the index, before the next line is read
     bool is_at_known_place = false; // the next start line is the one that an index or setLoc named
     bool is_chosen = false;         // by setLoc: no filter applies
+    long search_floor = 0;          // bulletins of the index before this position are passed over
+    long run_begin = 0;             // what has been read since the index was asked last: bulletins in it too
+    long run_end = 0;
     long line_position = 0;
     long heading_position = 0;
+    long bulletin_position = 0; // of the start line
 };
 
 } // namespace Yul

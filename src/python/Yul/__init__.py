@@ -16,18 +16,18 @@ import _Yul as _module
 
 from . import _proxy
 from ._analysis import analyse
+from ._bulletins import Bulletin, reports
 from ._charts import Page, contour_map
 from ._progress import progress
 from ._settings import settings, start
 
 globals().update(_proxy.classes)
 cvar = _module.cvar
-__all__ = [*_proxy.classes, 'Page', 'analyse', 'contour_map', 'cvar', 'progress', 'settings', 'start']
+__all__ = [*_proxy.classes, 'analyse', 'Bulletin', 'contour_map', 'cvar', 'Page', 'progress', 'reports', 'settings', 'start']
 
 
 def __dir__():
     return __all__
-
 
 if not _module.Yul_getDatabasePath():
     _module.Yul_setDatabasePath(_path.join(_path.dirname(__file__), 'data'))

@@ -649,3 +649,5 @@ class Plot(_Closing):
 
 # The classes that these join, by name; filled when they are made.
 classes = {}
+
+from ._bulletins import SfcWmoData, SfcWmoFile, WmoParse  # noqa: E402,F401: they need `classes`

@@ -1,10 +1,62 @@
 // Bulletin feeds.
 #include "core/String.h"
 #include "python/bind/Bind.h"
+#include "surface/SfcWmoData.h"
+#include "surface/SfcWmoFile.h"
 #include "surface/WmoParse.h"
 #include "surface/WmoProduct.h"
 
 namespace Yul::python {
+
+void bindSfcWmoData(Module & m)
+{
+    Class<SfcWmoData>(m, "SfcWmoData")
+        .constants({
+            {"NONE", SfcWmoData::NONE},
+            {"HOURLY", SfcWmoData::HOURLY},
+            {"SYNOPTIC", SfcWmoData::SYNOPTIC},
+            {"USA", SfcWmoData::USA},
+            {"CANADA", SfcWmoData::CANADA},
+            {"MEXICO", SfcWmoData::MEXICO},
+            {"ELSEWHERE", SfcWmoData::ELSEWHERE},
+        })
+        .constructor<>()
+        .method("init", &SfcWmoData::init)
+        .method("getText", &SfcWmoData::getText)
+        .method("getMessage", &SfcWmoData::getMessage)
+        .method("getWord", &SfcWmoData::getWord)
+        .method("getType", &SfcWmoData::getType)
+        .method("getStation", &SfcWmoData::getStation)
+        .method("getDate", &SfcWmoData::getDate)
+        .method("getHeader", &SfcWmoData::getHeader)
+        .method("getLoc", &SfcWmoData::getLoc)
+        .method("getKind", &SfcWmoData::getKind)
+        .method("getCountry", &SfcWmoData::getCountry)
+        .method("isNil", &SfcWmoData::isNil)
+        .method("isCorrected", &SfcWmoData::isCorrected)
+        .method("print", &SfcWmoData::print);
+}
+
+void bindSfcWmoFile(Module & m)
+{
+    Class<SfcWmoFile>(m, "SfcWmoFile")
+        .base<WmoParse>()
+        .constructor<>()
+        .constructor<char const *>()
+        .method("init", &SfcWmoFile::init)
+        .method("setType", &SfcWmoFile::setType)
+        .method("setDate", &SfcWmoFile::setDate)
+        .method("read", overload<int(SfcWmoData &)>(&SfcWmoFile::read),
+                overload<int(WmoProduct &)>(&SfcWmoFile::read))
+        .method("checkHeader", &SfcWmoFile::checkHeader)
+        .method("getHeading", &SfcWmoFile::getHeading)
+        .method("getDay", &SfcWmoFile::getDay)
+        .method("getHour", &SfcWmoFile::getHour)
+        .method("getMinute", &SfcWmoFile::getMinute)
+        .method("getKind", &SfcWmoFile::getKind)
+        .method("getCountry", &SfcWmoFile::getCountry)
+        .method("getNumReports", &SfcWmoFile::getNumReports);
+}
 
 void bindWmoProduct(Module & m)
 {
@@ -15,7 +67,12 @@ void bindWmoProduct(Module & m)
         .method("set", &WmoProduct::set)
         .method("getHeader", &WmoProduct::getHeader)
         .method("getAwip", &WmoProduct::getAwip)
-        .method("getLoc", &WmoProduct::getLoc);
+        .method("getLoc", &WmoProduct::getLoc)
+        .method("completeDate", &WmoProduct::completeDate)
+        .method("getNumLines", &WmoProduct::getNumLines)
+        .method("getText", &WmoProduct::getText)
+        .method("getCodes", &WmoProduct::getCodes)
+        .method("getCode", &WmoProduct::getCode);
 }
 
 void bindWmoParse(Module & m)
@@ -48,6 +105,7 @@ void bindWmoParse(Module & m)
         .method("getFileInd", &WmoParse::getFileInd)
         .method("newFile", &WmoParse::newFile)
         .method("getLine", overload<int(String &)>(&WmoParse::getLine))
+        .method("getProduct", &WmoParse::getProduct)
         .method("getHeader", &WmoParse::getHeader)
         .method("getAwip", &WmoParse::getAwip)
         .method("isNewProd", &WmoParse::isNewProd)
