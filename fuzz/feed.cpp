@@ -1,63 +1,72 @@
-// Bulletin feeds: the first line is an index file with ";" for newlines, the second a heading pattern and an
-// identifier filter, the rest the feed.
+// Bulletin feeds: the first line is a heading pattern and an identifier filter, the rest the feed. Line by line and
+// bulletin by bulletin have to give the same text.
 #include "MemoryFile.h"
+#include "core/StrLib.h"
 #include "core/String.h"
 #include "core/Yul.h"
 #include "surface/WmoParse.h"
 #include "surface/WmoProduct.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <string>
 
 namespace {
 
-std::string takeLine(std::string & text)
+/// Adds a line without what bulletins leave out: its end, ETX, blanks.
+void addText(std::string & all, std::string_view line)
 {
-    std::size_t const end = std::min(text.find('\n'), text.size());
-    std::string const line = text.substr(0, end);
-    text.erase(0, std::min(end + 1, text.size()));
-    return line;
+    line = Yul::detail::trimmed(line);
+    while (!line.empty() && line.back() == '\x03')
+        line = Yul::detail::trimmed(line.substr(0, line.size() - 1));
+    if (!line.empty())
+        all += std::string(line) + '\n';
 }
 
-void readAll(Yul::WmoParse & feed)
+std::string byLine(Yul::WmoParse & feed)
 {
+    std::string all;
     Yul::String line;
     while (feed.getLine(line) != 0)
-        static_cast<void>(feed.checkZone(line.get(), "WIZ064"));
+        addText(all, line.view());
+    return all;
 }
 
-std::uint8_t const * octets(std::string const & text)
+std::string byBulletin(Yul::WmoParse & feed)
 {
-    return reinterpret_cast<std::uint8_t const *>(text.data());
+    std::string all;
+    Yul::WmoProduct product;
+    while (feed.getProduct(product) != 0)
+        for (std::string_view const line : Yul::detail::split(product.view(), '\n'))
+            addText(all, line);
+    return all;
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t size)
 {
-    std::string text(reinterpret_cast<char const *>(data), size);
-    std::string index = takeLine(text);
-    std::replace(index.begin(), index.end(), ';', '\n');
-    std::string const filters = takeLine(text);
-    std::size_t const blank = std::min(filters.find(' '), filters.size());
-    MemoryFile const index_file(octets(index), index.size());
-    MemoryFile const feed_file(octets(text), text.size());
+    std::string const text(reinterpret_cast<char const *>(data), size);
+    std::string const filters = text.substr(0, text.find('\n'));
+    std::size_t const begin = std::min(filters.size() + 1, size);
+    MemoryFile const file(data + begin, size - begin);
 
     Yul::Yul::setMessageLevel(Yul::Yul::ERROR);
     Yul::WmoParse feed;
+    feed.open(file.name().c_str());
+    std::string const whole = byLine(feed);
+    feed.rewind();
+    if (byBulletin(feed) != whole)
+        std::abort();
+
+    std::size_t const blank = std::min(filters.find(' '), filters.size());
     feed.setHeader(filters.substr(0, blank).c_str());
     feed.setId(filters.substr(std::min(blank + 1, filters.size())).c_str());
-    feed.open(feed_file.name().c_str());
-    readAll(feed);
-
-    feed.open(Yul::Filename(feed_file.name().c_str(), index_file.name().c_str()));
-    readAll(feed);
     feed.setParam("dollar,blank");
+    feed.setExpectId(size % 2 == 0);
     feed.rewind();
-    Yul::WmoProduct product;
-    while (feed.peek(product) != 0) {
-    }
-    feed.setLoc(3);
-    readAll(feed);
+    byBulletin(feed);
+    feed.seek(3);
+    byLine(feed);
     return 0;
 }

@@ -73,7 +73,8 @@ LineCode dataLineCode(std::string_view line) noexcept
     }
     if (!isLetter(first) && !isDigit(first))
         return LINE_NOT_ALNUM;
-    return beginsLike(line, "uuzddd") ? LINE_ZONE : LINE_DATA;
+    bool const may_be_zone = line.size() > 5 && (line[2] == 'Z' || line[2] == 'C');
+    return may_be_zone && beginsLike(line, "uuzddd") ? LINE_ZONE : LINE_DATA;
 }
 
 bool matchZone(std::string_view line, std::string_view zone)
@@ -107,13 +108,6 @@ bool matchZone(std::string_view line, std::string_view zone)
         at += is_range ? ZONE_RANGE_GROUP : ZONE_GROUP;
     }
     return false;
-}
-
-std::string_view withoutLineEnd(std::string_view line) noexcept
-{
-    while (!line.empty() && (line.back() == '\n' || line.back() == '\r'))
-        line.remove_suffix(1);
-    return line;
 }
 
 } // namespace Yul::detail

@@ -38,6 +38,11 @@ enum LineCode {
 [[nodiscard]] bool isLetter(std::string_view text) noexcept;
 
 /// The line without the characters that end it.
-[[nodiscard]] std::string_view withoutLineEnd(std::string_view line) noexcept;
+[[nodiscard]] constexpr std::string_view withoutLineEnd(std::string_view line) noexcept
+{
+    while (!line.empty() && (line.back() == '\n' || line.back() == '\r'))
+        line.remove_suffix(1);
+    return line;
+}
 
 } // namespace Yul::detail

@@ -11,7 +11,6 @@ namespace {
 
 constexpr std::size_t CHUNK = std::size_t{1} << 18;
 constexpr std::size_t FIRST_CHUNK = std::size_t{1} << 13; // behind a jump: most bulletins fit
-constexpr std::size_t LONGEST_LINE = std::size_t{1} << 24;
 constexpr std::size_t BLOCK = std::size_t{1}
                               << 12; // stays in the processor's nearest cache while two searches pass
 constexpr std::size_t NOT_FOUND = std::string_view::npos;
@@ -84,7 +83,7 @@ bool LineFeed::fill()
     return count > 0;
 }
 
-bool LineFeed::next(std::string_view & line)
+bool LineFeed::nextPiece(std::string_view & line)
 {
     is_rest = is_inside_line;
     std::size_t searched = 0;

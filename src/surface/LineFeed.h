@@ -4,6 +4,7 @@
 #include "core/File.h"
 
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 #include <vector>
 
@@ -21,7 +22,22 @@ public:
     [[nodiscard]] bool isOpen() const noexcept { return file.isOpen(); }
 
     /// The next line, valid until the next call; false at the end.
-    [[nodiscard]] bool next(std::string_view & line);
+    [[nodiscard]] bool next(std::string_view & line)
+    {
+        if (begin == end || is_inside_line)
+            return nextPiece(line);
+        char const * const first = buffer.data() + begin;
+        auto const * const newline = static_cast<char const *>(std::memchr(first, '\n', end - begin));
+        if (newline == nullptr)
+            return nextPiece(line);
+        line_size = static_cast<std::size_t>(newline - first) + 1;
+        if (line_size > LONGEST_LINE)
+            return nextPiece(line);
+        begin += line_size;
+        is_rest = is_cut = false;
+        line = {first, line_size};
+        return true;
+    }
 
     /// Whether the line read last is the rest of one that was too long for one piece.
     [[nodiscard]] bool isRest() const noexcept { return is_rest; }
@@ -44,6 +60,10 @@ public:
     [[nodiscard]] bool jump(long position);
 
 private:
+    static constexpr std::size_t LONGEST_LINE = std::size_t{1} << 24;
+
+    /// The next line where it is not whole in memory yet, or a piece of it.
+    bool nextPiece(std::string_view & line);
     /// Brings more octets in behind those not read yet; false when there are no more.
     bool fill();
 

@@ -13,6 +13,7 @@ namespace Yul {
 namespace {
 
 constexpr std::size_t MAX_HEADING = 18; // "TTAAii CCCC YYGGgg"
+constexpr std::size_t MAX_WHOLE_HEADING = 80;
 constexpr std::string_view STARRED = "** ";
 
 struct HeadingCode
@@ -153,21 +154,25 @@ void SfcWmoFile::forgetHeading()
 void SfcWmoFile::split()
 {
     detail::ReportSplitter splitter([this](detail::SplitReport & report) { keep(report); });
-    if (checkHeader(bulletin.getHeader()) == 0)
-        forgetHeading();
-    splitter.startBulletin(formOf(bulletin.getHeader()));
+    startBulletin(splitter, bulletin.getHeader());
     std::string_view text = bulletin.view();
     while (!text.empty()) {
         std::string_view const line = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(line.size() + 1, text.size()));
-        if (headingOf(line).empty()) {
+        if (headingOf(line).empty())
             splitter.addLine(line);
-            continue;
-        }
-        splitter.startBulletin(formOf(line));
-        checkHeader(std::string(line).c_str());
+        else
+            startBulletin(splitter, line);
     }
     splitter.finish();
+}
+
+void SfcWmoFile::startBulletin(detail::ReportSplitter & splitter, std::string_view heading)
+{
+    splitter.startBulletin(formOf(heading)); // ends the last report, which belongs to the heading before
+    whole_heading = detail::trimmed(heading.substr(0, MAX_WHOLE_HEADING));
+    if (checkHeader(whole_heading.c_str()) == 0)
+        forgetHeading();
 }
 
 void SfcWmoFile::keep(detail::SplitReport & report)
@@ -180,7 +185,7 @@ void SfcWmoFile::keep(detail::SplitReport & report)
     data.message = report.section.empty() ? data.text : report.section + ' ' + data.text;
     data.word = report.form->word;
     data.type = report.form->type;
-    data.header = bulletin.getHeader();
+    data.header = whole_heading;
     data.date = dateOf(report.label.time);
     data.loc = bulletin.getLoc();
     data.kind = kind;

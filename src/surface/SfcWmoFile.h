@@ -62,11 +62,13 @@ public:
 private:
     void forgetHeading();
     void split();
+    void startBulletin(detail::ReportSplitter & splitter, std::string_view heading);
     void keep(detail::SplitReport & report);
     [[nodiscard]] Date dateOf(detail::DayTime const & stated) const;
 
     detail::ReportForm const * wanted = nullptr;
     Date reference;
+    std::string whole_heading; // of the reports that are being split off
     std::string checked_heading;
     int day = Const::MISS;
     int hour = Const::MISS;

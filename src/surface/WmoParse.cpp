@@ -173,6 +173,7 @@ int WmoParse::getLine(String & line)
 {
     std::string_view text;
     always_matches = false;
+    is_tracing = Yul::isDebug(6);
     nextDataLine(text);
     if (text.find('\0') == std::string_view::npos) {
         line.assign(text);
@@ -212,16 +213,18 @@ bool WmoParse::nextDataLine(std::string_view & line)
 int WmoParse::getProduct(WmoProduct & product)
 {
     always_matches = true;
+    is_tracing = Yul::isDebug(6);
     is_new_product = false;
     bool is_rest = isSelected() && std::max(state, previous_state) >= detail::LINE_DATA;
     for (;; is_rest = false) {
-        product.init();
+        product.set("", "", Const::MISS);
         if (is_rest)
             describe(product);
         if (!collect(product, is_rest)) {
             product.init();
             return 0;
         }
+        product.finish();
         if (!is_rest || !detail::trimmed(product.text).empty())
             return 1;
     }
@@ -229,7 +232,10 @@ int WmoParse::getProduct(WmoProduct & product)
 
 void WmoParse::describe(WmoProduct & product) const
 {
-    product.Filename::set(get(file_index), getIndex(file_index));
+    bool const is_same_file = StrLib::equal(product.Filename::get(), get(file_index)) &&
+                              StrLib::equal(product.getIndex(), getIndex(file_index));
+    if (!is_same_file)
+        product.Filename::set(get(file_index), getIndex(file_index));
     product.set(heading.c_str(), identifier.c_str(), bulletin_position);
 }
 
@@ -271,8 +277,31 @@ bool WmoParse::collect(WmoProduct & product, bool is_found)
         if ((is_ended || skips_blank) && detail::trimmed(line).empty())
             continue;
         product.addLine(line, state);
+        if (!is_ended)
+            collectPlainLines(product);
     }
     return is_found;
+}
+
+/// Adds the lines that follow a data line of a selected bulletin, as long as nothing has to be decided about them:
+/// the quick way through most of a feed.
+void WmoParse::collectPlainLines(WmoProduct & product)
+{
+    if (is_tracing || skips_blank || !isSelected())
+        return;
+    long position = feed.position();
+    for (std::string_view line; product.text.size() < MAX_BULLETIN && feed.next(line);
+         position = feed.position()) {
+        bool const is_plain =
+            line[0] > '\x03' && line[0] != '*' && line[0] != '$' && !feed.isRest() && !feed.isCut();
+        if (!is_plain || detail::withoutLineEnd(line).ends_with('\x03')) {
+            feed.putBack();
+            return;
+        }
+        line_position = position;
+        state = detail::dataLineCode(line);
+        product.addLine(line, state);
+    }
 }
 
 /// Whether the line read last is the last of a bulletin's head.
@@ -293,7 +322,7 @@ bool WmoParse::nextRawLine(std::string_view & line)
         if (usesIndex() && is_search_pending && !findInIndex())
             return false;
         bool const is_body = previous_state == detail::LINE_NONE || previous_state >= detail::LINE_UNSELECTED;
-        if (is_body && !heading_matches && !is_at_known_place && !Yul::isDebug(6))
+        if (is_body && !heading_matches && !is_at_known_place && !is_tracing)
             feed.skipToBulletin();
         line_position = feed.position();
         if (feed.next(line)) {
@@ -319,8 +348,8 @@ bool WmoParse::isUnfinished(std::string_view line) const
     bool const is_in_frame = previous_state == detail::LINE_START ||
                              previous_state == detail::LINE_SEQUENCE ||
                              (previous_state == detail::LINE_HEADING && expects_identifier);
-    return is_in_frame || line.starts_with('\x01') || line.starts_with("\x03\x01") ||
-           detail::isStarredHeading(line);
+    return is_in_frame || line.starts_with('\x01') || line.starts_with("\x03\x01") || line == "*" ||
+           line == "**" || detail::isStarredHeading(line);
 }
 
 bool WmoParse::findInIndex()
@@ -394,7 +423,7 @@ void WmoParse::classify(std::string_view line)
 
 void WmoParse::trace(std::string_view line) const
 {
-    if (Yul::isDebug(6))
+    if (is_tracing)
         Yul::outDebug(6, "line:%x:%d-%d:%s", static_cast<unsigned>(state), heading_matches ? 1 : 0,
                       identifier_found ? 1 : 0, std::string(line).c_str());
 }

@@ -135,6 +135,7 @@ private:
     [[nodiscard]] bool beginsBulletin(std::string_view line) const;
     void classify(std::string_view line);
     void trace(std::string_view line) const;
+    void collectPlainLines(WmoProduct & product);
     [[nodiscard]] bool isHeadingEnd() const;
     bool collect(WmoProduct & product, bool is_found);
     void describe(WmoProduct & product) const;
@@ -150,6 +151,7 @@ private:
     bool expects_identifier = true;
     bool stops_at_dollar = false;
     bool skips_blank = false;
+    bool is_tracing = false;
     bool always_matches = false; // the pattern counts without an index too
     std::string pattern;
     std::string filter;

@@ -2,6 +2,7 @@
 
 #include "core/Scan.h"
 #include "core/StrLib.h"
+#include "surface/BulletinLine.h"
 #include "surface/DayTime.h"
 
 #include <algorithm>
@@ -48,12 +49,21 @@ int WmoProduct::getCode(int i) const noexcept
 
 void WmoProduct::addLine(std::string_view line, int code)
 {
-    if (!codes.empty())
+    std::size_t const size = detail::withoutLineEnd(line).size();
+    text.append(line.data(), std::min(size + 1, line.size()));
+    if (size < line.size())
+        text.back() = '\n';
+    else
         text += '\n';
-    text += line;
-    if (line.find('\0') != std::string_view::npos)
-        std::replace(text.end() - static_cast<std::ptrdiff_t>(line.size()), text.end(), '\0', ' ');
     codes += static_cast<char>(code);
+}
+
+void WmoProduct::finish()
+{
+    if (!text.empty())
+        text.pop_back();
+    if (text.find('\0') != std::string::npos)
+        std::replace(text.begin(), text.end(), '\0', ' ');
 }
 
 } // namespace Yul

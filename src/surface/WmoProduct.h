@@ -49,8 +49,10 @@ public:
 private:
     friend class WmoParse;
 
-    /// Without the characters that end it.
+    /// With the characters that end it, or without.
     void addLine(std::string_view line, int code);
+    /// All lines are there.
+    void finish();
 
     std::string header;
     std::string awip;

@@ -29,5 +29,6 @@ __all__ = [*_proxy.classes, 'analyse', 'Bulletin', 'contour_map', 'cvar', 'Page'
 def __dir__():
     return __all__
 
+
 if not _module.Yul_getDatabasePath():
     _module.Yul_setDatabasePath(_path.join(_path.dirname(__file__), 'data'))

@@ -133,7 +133,7 @@ class Stubs:
         for name, value in self.constants(cls):
             yield f'{INDENT}{name}: Final = {value}'
         for name, function in self.functions[cls].items():
-            if name == 'new':
+            if name == 'new' and '__init__' not in added:
                 yield from overloads(self.constructors(cls), '__init__', 'self', INDENT)
         for name, function in self.functions[cls].items():
             member = name[:-4]

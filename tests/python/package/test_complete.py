@@ -32,6 +32,7 @@ OMITTED = {
     'String::view': 'String_get gives the text',
     'String::assign': 'String_set sets it',
     'String::append': 'as text of a pointer and as String',
+    'WmoProduct::view': 'WmoProduct_getText gives the text',
     'Unit::convert': 'the static one is Unit_convertValue: one name is either static or not',
 }
 OPERATORS = {'operator<': '__lt__', 'operator>': '__gt__', 'operator+=': '__iadd__'}

@@ -7,13 +7,9 @@ import sys
 import pytest
 
 import _Yul
+import Yul  # noqa: F401: its classes free what the module makes
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))  # the second splitter
-
-
-def bulletin(heading, *lines, number='123 ', end='\r\r\n', mark='\x01\r\r\n'):
-    """One bulletin in its frame."""
-    return mark + end.join([number, heading, *lines]) + end + '\x03'
+sys.path.insert(0, str(Path(__file__).resolve().parent))  # the writer of bulletins, the second splitter
 
 
 @pytest.fixture

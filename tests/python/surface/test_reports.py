@@ -4,7 +4,7 @@ from datetime import datetime, timezone
 
 import pytest
 import splitter
-from conftest import bulletin
+from feedwriter import bulletin
 
 import _Yul
 from Yul import Date, SfcWmoData, SfcWmoFile, WmoParse, reports
@@ -117,6 +117,12 @@ def test_kind_heading_and_country_follow_from_the_bulletin(write_feed):
         ('SACN31 CWAO 060000', SfcWmoData.CANADA, SfcWmoData.HOURLY, True, True, 0),
         ('SMRO01 YRBK 061200 CCA', SfcWmoData.ELSEWHERE, SfcWmoData.SYNOPTIC, False, False, found[2].position)]
     assert found[2].position > 60
+
+
+def test_a_heading_among_the_lines_counts(write_feed):
+    found = list(reports(write_feed(bulletin('SAUS70 KWBC 060000', 'KMYJ NIL', 'SACN31 CWAO 060100 CCA', 'CYUL NIL=')), date=TAKEN))
+    assert [(r.heading, r.country, r.time.hour, r.position) for r in found] == [
+        ('SAUS70 KWBC 060000', 1, 0, 0), ('SACN31 CWAO 060100 CCA', 2, 1, 0)]
 
 
 def test_one_kind_is_chosen_by_name_or_word(write_feed):
