@@ -69,6 +69,14 @@ template <class K, class = void> inline constexpr bool IS_MAP = false;
 template <class K>
 inline constexpr bool IS_MAP<K, std::void_t<decltype(distortion(std::declval<K>(), 0.0, 0.0))>> = true;
 
+/// Whether its formulas take nothing but sines and cosines of the longitude, so that it may be any number of turns.
+template <class K> inline constexpr bool IS_PERIODIC = false;
+template <> inline constexpr bool IS_PERIODIC<Stereographic> = true;
+template <> inline constexpr bool IS_PERIODIC<LambertAzimuthal> = true;
+template <> inline constexpr bool IS_PERIODIC<Orthographic> = true;
+template <> inline constexpr bool IS_PERIODIC<Gnomonic> = true;
+template <> inline constexpr bool IS_PERIODIC<Satellite> = true;
+
 /// The constants for a record whose reference position is filled in; NoPlane where its numbers allow no plane.
 /// std_lat1, std_lat2  standard latitudes, degrees
 /// distance            of a satellite from the earth's centre, units of 100 km
@@ -83,7 +91,7 @@ template <class K> [[nodiscard]] inline Plane project(K const & k, double lat, d
         return forward(k, lat, lon);
     double const checked_lat = std::fabs(lat) <= 90 ? lat : math::NONE;
     double const checked_lon = std::fabs(lon) <= MOST_TURNS ? lon : math::NONE;
-    return forward(k, checked_lat, math::oneTurn(checked_lon));
+    return forward(k, checked_lat, IS_PERIODIC<K> ? checked_lon : math::oneTurn(checked_lon));
 }
 
 /// One point of the plane to the earth; longitudes come out within half a turn.

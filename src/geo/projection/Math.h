@@ -6,7 +6,7 @@
 // the sine of 180 and the cosine of 90 degrees are zero, so poles and antipodes need no slack.
 //
 // The polynomials are near-minimax (Chebyshev interpolation in 60-digit arithmetic). Relative errors stay below
-// 1e-13, far under what a float coordinate resolves. Not-a-number comes out wherever it goes in.
+// 2e-13, far under what a float coordinate resolves. Not-a-number comes out wherever it goes in.
 #pragma once
 
 #include <bit>
@@ -89,10 +89,9 @@ struct SinCos
 {
     constexpr double TAN_22_5 = 0.41421356237309503;
     constexpr double TINY = 1e-300; // changes no number above 1e-284 and keeps 0 / 0 away
-    constexpr double ATAN[] = {57.295779513082266, -19.09859317096322,  11.459155890218268,
-                               -8.185110427335626, 6.366162014820684,   -5.2079163559106005,
-                               4.396604685307197,  -3.7276091762306978, 2.8788300838550205,
-                               -1.4503269125909768};
+    constexpr double ATAN[] = {57.29577951308079,  -19.09859316957792,  11.459155676236243,
+                               -8.185097687164474, 6.365781719095436,   -5.201535505446808,
+                               4.333682910128505,  -3.3658437882681613, 1.7568284227968733};
     bool const middle = small > TAN_22_5 * large; // between 22.5 and 45 degrees: measured from 45
     double const top = middle ? small - large : small;
     double const bottom = middle ? small + large : large;
@@ -135,9 +134,8 @@ inline constexpr double LOG2_E = 1.4426950408889634;
 /// Logarithm to the base 2 of the ratio of two positive normal numbers. With 0 above it is about -1025, not infinite.
 [[nodiscard]] inline double log2Ratio(double above, double below) noexcept
 {
-    constexpr double LOG2[] = {2.8853900817779317, 0.961796693914271,   0.5770780209592988,
-                               0.4121979053374469, 0.32064627957754205, 0.26061686866765943,
-                               0.25150379596441924};
+    constexpr double LOG2[] = {2.8853900817774334,  0.9617966948134893, 0.5770777581431394,
+                               0.41222598377401787, 0.3192907741207473, 0.29077074658525265};
     constexpr double TWO_52 = 4503599627370496.0;
     constexpr std::uint64_t HALF = std::uint64_t{1} << 51;
     constexpr std::uint64_t BIAS = std::uint64_t{1024} << 52;
