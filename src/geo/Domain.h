@@ -233,6 +233,8 @@ public:
     /// The same from one position on the earth to another.
     int offsetLatLon(EarthPoint const & earth, float dx, float dy, EarthPoint & result) const;
 
+    /// The width of one turn in a latlon or Mercator plane; 0 for planes without a seam.
+    [[nodiscard]] double seamWidth() const noexcept;
     /// Cuts a line where it crosses the seam of a latlon or Mercator plane, which is taken to happen where x
     /// jumps by more than half a turn. pieces: out; the pieces end on the seam and a missing Point parts
     /// them. Returns the number of pieces.
@@ -279,7 +281,6 @@ private:
     template <class Run> int calcGrid(std::span<float> a, std::span<float> b, Run const & run) const;
     [[nodiscard]] bool isInGrid(int index) const noexcept;
     [[nodiscard]] bool hasLimits() const noexcept;
-    [[nodiscard]] double seamWidth() const noexcept;
     [[nodiscard]] double middle() const noexcept;
     [[nodiscard]] detail::Distortion distortionAt(EarthPoint const & earth) const;
     int recentre(EarthPoint const & centre, float factor);

@@ -2,6 +2,7 @@
 
 #include "core/Format.h"
 #include "plot/Clip.h"
+#include "plot/map/MapPlane.h"
 
 #include <algorithm>
 #include <cmath>
@@ -276,29 +277,29 @@ std::vector<double> samples(double from, double to)
     return values;
 }
 
-void addMapLine(Domain const & domain,
+void addMapLine(MapPlane const & plane,
                 LineKind kind,
                 double value,
                 std::vector<double> const & lat,
                 std::vector<double> const & lon,
                 Cutter & cutter)
 {
-    std::vector<double> x(lat.size());
-    std::vector<double> y(lat.size());
-    domain.forward(lat, lon, x, y);
+    std::vector<double> x;
+    std::vector<double> y;
+    plane.project(lat, lon, x, y);
     cutter.cut(kind, static_cast<float>(value), x, y);
 }
 
 /// Whether two meridians are one line in the plane; on both sides of a seam they are not.
 bool areSame(
-    Domain const & domain, Rect const & frame, std::vector<double> const & lat, double lon, double other)
+    MapPlane const & plane, Rect const & frame, std::vector<double> const & lat, double lon, double other)
 {
-    std::vector<double> x(lat.size());
-    std::vector<double> y(lat.size());
-    std::vector<double> other_x(lat.size());
-    std::vector<double> other_y(lat.size());
-    domain.forward(lat, std::vector<double>(lat.size(), lon), x, y);
-    domain.forward(lat, std::vector<double>(lat.size(), other), other_x, other_y);
+    std::vector<double> x;
+    std::vector<double> y;
+    std::vector<double> other_x;
+    std::vector<double> other_y;
+    plane.project(lat, std::vector<double>(lat.size(), lon), x, y);
+    plane.project(lat, std::vector<double>(lat.size(), other), other_x, other_y);
     double const near = FLATNESS * static_cast<double>(std::max(frame.getWidth(), frame.getHeight()));
     for (std::size_t i = 0; i < lat.size(); ++i)
         if (std::hypot(x[i] - other_x[i], y[i] - other_y[i]) > near)
@@ -311,6 +312,7 @@ void addMapLines(Domain const & domain, Rect const & frame, GraticuleStep const 
     View const view = lookOver(domain, frame);
     if (view.isEmpty())
         return;
+    MapPlane const plane(domain, frame);
     double const lat_step = givenStep(step.lat, view.lat).value_or(degreeStep(view.lat, MOST_PARALLELS));
     double const lon_step = givenStep(step.lon, view.lon).value_or(degreeStep(view.lon, MOST_MERIDIANS));
 
@@ -318,14 +320,14 @@ void addMapLines(Domain const & domain, Rect const & frame, GraticuleStep const 
     double const lat_slack = view.lat.width() / (LATTICE - 1);
     double const lon_slack = view.lon.width() / (LATTICE - 1);
     Spread const lat = {std::max(view.lat.min - lat_slack, -90.), std::min(view.lat.max + lat_slack, 90.)};
-    bool const is_round = view.lon.width() + lon_slack >= 360;
+    bool const is_round = view.lon.width() + 1.5 * lon_slack >= 360; // its ends may be one and the same
     Spread const lon =
         is_round ? Spread{view.mid_lon - HALF_ROUND, view.mid_lon + HALF_ROUND}
                  : Spread{view.mid_lon + view.lon.min - lon_slack, view.mid_lon + view.lon.max + lon_slack};
 
     for (double const value : multiples(lat, lat_step))
         if (std::abs(value) < 90)
-            addMapLine(domain, LineKind::PARALLEL, value, std::vector<double>(SAMPLES + 1, value),
+            addMapLine(plane, LineKind::PARALLEL, value, std::vector<double>(SAMPLES + 1, value),
                        samples(lon.min, lon.max), cutter);
 
     double const end_lat = 90 - lat_step; // where most meridians end before a pole
@@ -336,8 +338,8 @@ void addMapLines(Domain const & domain, Rect const & frame, GraticuleStep const 
         std::vector<double> const along = samples(reach.min, reach.max);
         double const drawn = std::clamp(value, lon.min, lon.max);
         bool const is_second = value > lon.min + 360 - lon_step / 2;
-        if (!is_second || !areSame(domain, frame, along, drawn, lon.min))
-            addMapLine(domain, LineKind::MERIDIAN, halfTurn(value), along,
+        if (!is_second || !areSame(plane, frame, along, drawn, lon.min))
+            addMapLine(plane, LineKind::MERIDIAN, halfTurn(value), along,
                        std::vector<double>(SAMPLES + 1, drawn), cutter);
     }
 }

@@ -119,7 +119,8 @@ public:
     [[nodiscard]] detail::PanelLayout const & getLayout() const noexcept { return layout; }
 
     /// Parallels and meridians in the plane of the plot.
-    /// attr  an attribute text for the lines; steps in degrees, Const::MISS for suitable ones.
+    /// attr  attributes, or an attribute text, for the lines; steps in degrees, Const::MISS for suitable ones.
+    int drawGraticule(PlotAttr const & attr, float lat_step, float lon_step);
     int drawGraticule(char const * attr, float lat_step, float lon_step);
     int drawGraticule(char const * attr);
 

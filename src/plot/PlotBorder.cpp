@@ -81,14 +81,15 @@ Point outward(GraticuleTick::Edge edge)
 
 } // namespace
 
-int Plot::drawGraticule(char const * attr, float lat_step, float lon_step)
+int Plot::drawGraticule(PlotAttr const & attr, float lat_step, float lon_step)
 {
     if (!graph.isOpen())
         return 0;
     if (!isDrawn(detail::DRAW_MAP))
         return 1;
     steps = {lat_step, lon_step};
-    PlotAttr const line(attr, GRATICULE_ATTR);
+    PlotAttr line = attr;
+    line.update(PlotAttr(GRATICULE_ATTR));
     if (!line.validColor())
         return 1;
     Graticule const graticule = detail::makeGraticule(domain, getFrame(), steps);
@@ -99,6 +100,11 @@ int Plot::drawGraticule(char const * attr, float lat_step, float lon_step)
     for (auto const & piece : graticule.lines)
         graph.drawLine(piece.points);
     return 1;
+}
+
+int Plot::drawGraticule(char const * attr, float lat_step, float lon_step)
+{
+    return drawGraticule(PlotAttr(attr), lat_step, lon_step);
 }
 
 int Plot::drawGraticule(char const * attr)

@@ -104,7 +104,8 @@ void bindPlot(Module & m)
         .method("newPanel", &Plot::newPanel)
         .method("drawGraticule", overload<int()>(&Plot::drawGraticule),
                 overload<int(char const *)>(&Plot::drawGraticule),
-                overload<int(char const *, float, float)>(&Plot::drawGraticule))
+                overload<int(char const *, float, float)>(&Plot::drawGraticule),
+                overload<int(PlotAttr const &, float, float)>(&Plot::drawGraticule))
         .method("drawBorder", &Plot::drawBorder)
         .method("getLabelPosIndex", &Plot::getLabelPosIndex)
         .method("setLabel", overload<int(char const *, char const *)>(&Plot::setLabel),
