@@ -2,7 +2,7 @@
 """Draws a contour map of one field of a GRIB file to a PostScript page.
 
     contour_map.py FILE [--match TEXT] [--domain TEXT] [--interval N] [--device ps|eps] [--output NAME]
-                        [--portrait] [--color NAME] [--no-labels]
+                        [--portrait] [--color NAME] [--no-labels] [--no-map]
 
 The field is the first of the file, or the first whose description holds the text of --match. The map is the
 field's own area, or the one that --domain describes, for example stereo:90:-25,53,-25,57,43,1.5 (polar
@@ -15,7 +15,7 @@ import os
 import sys
 from typing import NoReturn
 
-from Yul import ContPlot, Domain, DomainTool, GribFile, Grid, Plot, PlotAttr, Range, Yul
+from Yul import ContPlot, Domain, DomainTool, GribFile, Grid, MapPlot, Plot, PlotAttr, Range, Yul
 
 
 # How the page lies, and on an upright sheet its printable area in inches. A picture to embed stands upright in
@@ -48,6 +48,8 @@ def parse_arguments() -> argparse.Namespace:
     parser.add_argument('--color', metavar='NAME', help='draw in colour, contours in this one')
     parser.add_argument('--labels', action=argparse.BooleanOptionalAction, default=True,
                         help='label the contours, mark highs and lows')
+    parser.add_argument('--map', action=argparse.BooleanOptionalAction, default=True,
+                        help='draw coastlines and boundaries')
     return parser.parse_args()
 
 
@@ -120,6 +122,11 @@ def draw(grid: Grid, domain: Domain, arguments: argparse.Namespace, page: str) -
     plot.drawGraticule()
     if not contours.draw(plot, grid):
         raise Failure(f'the field has no values on this map: {domain}')
+    if arguments.map:
+        coast = MapPlot()
+        coast.setParam('nogrid')
+        if not coast.drawLines(plot):
+            raise Failure()
     plot.drawBorder()
     plot.drawLabels()
     if not plot.close():

@@ -1,5 +1,6 @@
 #include "plot/MapPlot.h"
 
+#include "core/Clamp.h"
 #include "core/Number.h"
 #include "core/Scan.h"
 #include "core/StrLib.h"
@@ -141,7 +142,7 @@ private:
     {
         if (!file.isOpen() && file.open(map.fileName().c_str()) == 0)
             return 0;
-        int const wanted_scale = map.detail > 0 ? map.detail : static_cast<int>(std::clamp(scale, 1., 1000.));
+        int const wanted_scale = map.detail > 0 ? map.detail : detail::clampTo<int>(scale);
         int const i = file.findLayer(source.c_str(), wanted_scale);
         if (i < 0) {
             Yul::outWarning("MapPlot::draw: No layer %s in the map file\n", source.c_str());

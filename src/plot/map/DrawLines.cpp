@@ -28,6 +28,7 @@ public:
     {
     }
 
+    /// Goes on with some pieces; a last line may be left open.
     void draw(MapLines const & lines, std::vector<double> const & x, std::vector<double> const & y)
     {
         for (MapLines::Piece const & piece : lines.pieces) {
@@ -40,7 +41,6 @@ public:
                 before = now;
             }
         }
-        finish();
     }
 
     /// A ring of points in the plane.
@@ -54,6 +54,17 @@ public:
                 lineTo({{}, x[i] + shift, y[i], 0, true}, {{}, x[next] + shift, y[next], 0, true});
         }
         finish();
+    }
+
+    /// Ends the line that is being drawn.
+    void finish()
+    {
+        if (has_rest)
+            points.add(rest);
+        if (points.getNum() > 1)
+            graph.drawLine(points);
+        points.clear();
+        has_rest = false;
     }
 
 private:
@@ -225,16 +236,6 @@ private:
         }
     }
 
-    void finish()
-    {
-        if (has_rest)
-            points.add(rest);
-        if (points.getNum() > 1)
-            graph.drawLine(points);
-        points.clear();
-        has_rest = false;
-    }
-
     MapPlane const & map;
     Rect frame;
     double shift;
@@ -250,14 +251,22 @@ private:
 
 void MapCanvas::drawLines(MapLines const & lines, bool is_closed)
 {
-    MapLines const dense = densified(lines, step, is_closed);
-    map.project(dense.lat, dense.lon, x, y);
-    for (double const shift : shifts)
-        LinePen(*this, shift).draw(dense, x, y);
+    for (double const shift : shifts) {
+        LinePen pen(*this, shift);
+        MapLines dense;
+        for (std::size_t next = 0; next < lines.pieces.size();) {
+            densify(lines, next, step, is_closed, dense);
+            map.project(dense.lat, dense.lon, x, y);
+            pen.draw(dense, x, y);
+        }
+        pen.finish();
+    }
 }
 
 void MapCanvas::drawEdge()
 {
+    if (map.turn() > 0) // a plane that repeats itself ends nowhere
+        return;
     map.outline(x, y);
     for (double const shift : shifts)
         LinePen(*this, shift).drawRing(x, y);

@@ -9,6 +9,7 @@ namespace Yul::detail {
 namespace {
 
 constexpr double HALF_ROUND = 180 - 1e-9;
+constexpr double MOST_PARTS = 128; // of a side
 
 double halfTurn(double lon)
 {
@@ -71,7 +72,7 @@ Ring MapCanvas::refined(Ring const & ring) const
         RingPoint const p = ring[i];
         RingPoint const q = ring[(i + 1) % ring.size()];
         double const longest = std::max(std::fabs(q.a - p.a), std::fabs(q.b - p.b));
-        int const parts = std::max(1, static_cast<int>(std::ceil(longest / step)));
+        int const parts = static_cast<int>(std::clamp(std::ceil(longest / step), 1., MOST_PARTS));
         for (int k = 0; k < parts; ++k)
             dense.push_back({p.a + (q.a - p.a) * k / parts, p.b + (q.b - p.b) * k / parts});
     }
@@ -148,6 +149,62 @@ std::vector<Ring> MapCanvas::cutAtMeridian(Ring ring) const
     return parts;
 }
 
+/// Puts points in on sides that are long in the plane, near the frame, and bent: round the far point and beside
+/// poles a short way on the earth is a long one on the map. lat, lon and their images x, y grow together.
+void MapCanvas::followBends(std::vector<double> & lat, std::vector<double> & lon)
+{
+    constexpr double LONG = 0.03; // of the frame
+    constexpr int MOST_HALVINGS = 12;
+    double const size = static_cast<double>(std::max(edge.getWidth(), edge.getHeight()));
+    std::vector<bool> is_done(lat.size(), false);
+    for (int round = 0; round < MOST_HALVINGS; ++round) {
+        std::size_t const n = lat.size();
+        std::vector<std::size_t> sides;
+        std::vector<double> mid_lat;
+        std::vector<double> mid_lon;
+        for (std::size_t i = 0; i < n; ++i) {
+            std::size_t const j = (i + 1) % n;
+            bool const is_long = !is_done[i] && !isMissing(x[i]) && !isMissing(x[j]) &&
+                                 std::max(std::fabs(x[j] - x[i]), std::fabs(y[j] - y[i])) > LONG * size;
+            if (!is_long || !isNear(x[i], y[i], x[j], y[j]))
+                continue;
+            sides.push_back(i);
+            mid_lat.push_back((lat[i] + lat[j]) / 2);
+            mid_lon.push_back(lon[i] + std::remainder(lon[j] - lon[i], 360.) / 2);
+        }
+        if (sides.empty())
+            return;
+        std::vector<double> mid_x;
+        std::vector<double> mid_y;
+        map.project(mid_lat, mid_lon, mid_x, mid_y);
+        for (std::size_t k = sides.size(); k-- > 0;) {
+            std::size_t const i = sides[k];
+            std::size_t const j = (i + 1) % n;
+            is_done[i] = isMissing(mid_x[k]) ||
+                         std::hypot(mid_x[k] - (x[i] + x[j]) / 2, mid_y[k] - (y[i] + y[j]) / 2) < dot;
+            if (is_done[i])
+                continue;
+            auto const at = static_cast<std::ptrdiff_t>(i + 1);
+            lat.insert(lat.begin() + at, mid_lat[k]);
+            lon.insert(lon.begin() + at, mid_lon[k]);
+            x.insert(x.begin() + at, mid_x[k]);
+            y.insert(y.begin() + at, mid_y[k]);
+            is_done.insert(is_done.begin() + at, false);
+        }
+    }
+}
+
+/// True when the box round two points touches the frame or its surroundings.
+bool MapCanvas::isNear(double x1, double y1, double x2, double y2) const
+{
+    double const wide = static_cast<double>(edge.getWidth()) / 4;
+    double const high = static_cast<double>(edge.getHeight()) / 4;
+    return shifts.size() > 1 || (std::max(x1, x2) > static_cast<double>(edge.x1) - wide &&
+                                 std::min(x1, x2) < static_cast<double>(edge.x2) + wide &&
+                                 std::max(y1, y2) > static_cast<double>(edge.y1) - high &&
+                                 std::min(y1, y2) < static_cast<double>(edge.y2) + high);
+}
+
 /// Fills a ring of latitudes and longitudes.
 void MapCanvas::fillRing(Ring ring)
 {
@@ -163,6 +220,7 @@ void MapCanvas::fillRing(Ring ring)
             lon.push_back(p.b);
         }
         map.project(lat, lon, x, y);
+        followBends(lat, lon);
         Ring image;
         for (std::size_t i = 0; i < x.size(); ++i)
             if (!isMissing(x[i]))

@@ -9,8 +9,9 @@ namespace {
 
 constexpr double COARSEST = 2.5; // degrees
 constexpr double FINEST = 0.02;
-constexpr double ROUND = 57.3; // degrees in the radius of the earth
-constexpr double BEND = 4;     // how much more than a great circle a line may be bent
+constexpr double MOST_PARTS = 64; // of a segment; the pen looks at those more closely that are still long
+constexpr double ROUND = 57.3;    // degrees in the radius of the earth
+constexpr double BEND = 4;        // how much more than a great circle a line may be bent
 
 /// A segment that is straight on the plane but bent on the earth leaves its place by length^2 / (8 radius); it may by
 /// a dot.
@@ -31,13 +32,14 @@ MapCanvas::MapCanvas(Domain const & domain, Rect const & frame, double dot_size,
         shifts = {-map.turn(), 0, map.turn()};
 }
 
-MapLines densified(MapLines const & lines, double step, bool is_closed)
+void densify(MapLines const & lines, std::size_t & next, double step, bool is_closed, MapLines & dense)
 {
-    MapLines dense;
-    dense.lat.reserve(lines.lat.size() + lines.lat.size() / 8);
-    dense.lon.reserve(dense.lat.capacity());
-    dense.pieces.reserve(lines.pieces.size());
-    for (MapLines::Piece const & piece : lines.pieces) {
+    constexpr std::size_t ENOUGH = 1U << 16U; // points at a time
+    dense.lat.clear();
+    dense.lon.clear();
+    dense.pieces.clear();
+    for (; next < lines.pieces.size() && dense.lat.size() < ENOUGH; ++next) {
+        MapLines::Piece const & piece = lines.pieces[next];
         MapLines::Piece out = piece;
         out.begin = dense.lat.size();
         double turn = 0; // added to longitudes
@@ -57,7 +59,7 @@ MapLines densified(MapLines const & lines, double step, bool is_closed)
                 double const d_lon = lon - from_lon;
                 double const longest = std::max(std::fabs(d_lat), std::fabs(d_lon));
                 if (longest > step) {
-                    int const parts = static_cast<int>(std::ceil(longest / step));
+                    int const parts = static_cast<int>(std::min(std::ceil(longest / step), MOST_PARTS));
                     for (int k = 1; k < parts; ++k) {
                         dense.lat.push_back(from_lat + d_lat * k / parts);
                         dense.lon.push_back(from_lon + d_lon * k / parts);
@@ -70,7 +72,6 @@ MapLines densified(MapLines const & lines, double step, bool is_closed)
         out.end = dense.lat.size();
         dense.pieces.push_back(out);
     }
-    return dense;
 }
 
 } // namespace Yul::detail

@@ -44,6 +44,8 @@ private:
 
     void fillRing(Ring ring);
     void fillPlaneRing(Ring ring) const;
+    void followBends(std::vector<double> & lat, std::vector<double> & lon);
+    [[nodiscard]] bool isNear(double x1, double y1, double x2, double y2) const;
     [[nodiscard]] std::vector<Ring> cutAtCircle(Ring const & ring) const;
     [[nodiscard]] std::vector<Ring> cutAtMeridian(Ring ring) const;
     [[nodiscard]] Ring refined(Ring const & ring) const;
@@ -58,8 +60,10 @@ private:
     std::vector<double> y;
 };
 
-/// The lines with points put in so that no segment has more than `step` degrees either way; longitudes run on over
-/// the 180th meridian. Where is_closed, every piece ends where it began.
-[[nodiscard]] MapLines densified(MapLines const & lines, double step, bool is_closed);
+/// Some pieces of lines with points put in where a segment has more than `step` degrees either way; longitudes run on
+/// over the 180th meridian. Where is_closed, every piece ends where it began.
+/// next   in: the first piece; out: behind the last one that was taken
+/// dense  out
+void densify(MapLines const & lines, std::size_t & next, double step, bool is_closed, MapLines & dense);
 
 } // namespace Yul::detail

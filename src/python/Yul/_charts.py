@@ -147,12 +147,24 @@ def _contours(values, options):
     return layers
 
 
+def _map(wanted):
+    """The map under and over the contours; None for none. The graticule is the chart's own."""
+    from . import MapPlot
+    if not wanted or isinstance(wanted, MapPlot):
+        return wanted or None
+    background = MapPlot()
+    background.setParam('nogrid')
+    if isinstance(wanted, str):
+        background.setParam(wanted)
+    return background
+
+
 def contour_map(grid: Grid, output: str | PathLike[str] | None = None, *, domain: Domain | str | None = None,
                 interval: float | None = None, base: float | None = None, levels: Sequence[float] | str | None = None,
                 fill: bool | str | Sequence[str] = False, lines: bool | str = True, labels: bool = True,
                 highs: bool = True, every: int = 5, title: str | None = None, texts: Mapping[str, str] | None = None,
-                graticule: bool | str = True, bar: bool | str | None = None, color: bool = True,
-                portrait: bool = False, params: str | None = None) -> Page:
+                map: bool | str | MapPlot = True, graticule: bool | str = True, bar: bool | str | None = None,
+                color: bool = True, portrait: bool = False, params: str | None = None) -> Page:
     """Draws a grid as a contour map; one call, one page.
 
         contour_map(grid, "height.ps", domain="stereo:90:-25,53,-25,57,43,1.5", interval=60)
@@ -168,6 +180,8 @@ def contour_map(grid: Grid, output: str | PathLike[str] | None = None, *, domain
     labels, highs     labels in the lines; highs and lows marked
     every       every nth line is wider; 0 for none
     title, texts      the upper left label; other labels by position ("ul" to "lr"), codes as in Plot.formatLabel
+    map         coastlines and boundaries; False for none, or what MapPlot.setParam takes ("land,sea,river,nocoast"),
+                or a MapPlot. Areas are filled under everything, lines are drawn over the contours
     graticule   parallels and meridians, or an attribute text for them
     bar         a colour bar, True, "right" or "bottom"; with filled bands unless False
     color       False for shades of gray
@@ -183,7 +197,7 @@ def contour_map(grid: Grid, output: str | PathLike[str] | None = None, *, domain
     grid.getRange(values)
     if values.min == -9999 and values.max == -9999:
         raise ValueError('contour_map: the field has no values')
-    area, layers = _domain(domain, grid), _contours(values, options)
+    area, layers, background = _domain(domain, grid), _contours(values, options), _map(map)
     kind = os.path.splitext(os.fspath(output))[1].lower() if output is not None else ''
     has_bar = bool(fill) if bar is None else bar
     device = [EMBEDDED if kind == '.eps' else UPRIGHT if portrait else LYING, 'color' if color else 'gray', 'de=p',
@@ -200,11 +214,15 @@ def contour_map(grid: Grid, output: str | PathLike[str] | None = None, *, domain
                 raise ValueError(f'contour_map: no such position: {position}')
         if values.min == values.max:
             plot.setLabel('ll', '%a{ %u} everywhere')
+        if background is not None:
+            background.drawFill(plot)
         for i, contours in enumerate(layers):
             if i == len(layers) - 1:  # over the bands, under the lines
                 plot.drawGraticule(*[graticule] if isinstance(graticule, str) else []) if graticule else None
             if not contours.draw(plot, grid):
                 raise ValueError(f'contour_map: the field has no values on this map: {area}')
+        if background is not None:
+            background.drawLines(plot)
         plot.drawBorder()
         plot.drawLabels()
         if not plot.close():
