@@ -313,6 +313,7 @@ void bindDomain(Module & m)
                 overload<int(EarthPoint const &)>(&Domain::pan))
         .method("offset", &Domain::offset)
         .method("offsetLatLon", &Domain::offsetLatLon)
+        .method("seamWidth", &Domain::seamWidth)
         .method("wrapLine", overload<int(Points const &, Points &) const>(&Domain::wrapLine),
                 overload<int(Point const &, Point const &, Point &, Point &) const>(&Domain::wrapLine))
         .method("offsetLine", &Domain::offsetLine)

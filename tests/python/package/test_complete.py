@@ -22,6 +22,8 @@ OMITTED = {
     'Grid::prepareData': 'hands out memory that is not filled',
     'Grid::shareData': 'Grid_view holds the memory',
     'Listener::Listener': 'a receiver is not copied',
+    'MapFile::getChunks': 'MapFile_getLine gives whole lines',
+    'MapFile::read': 'MapFile_getLine gives whole lines',
     'Plot::callback': 'Listener_callback comes to it',
     'Plot::proposeLabel': 'for layers, which are written in C++',
     'Plot::getFacts': 'for layers, which are written in C++',

@@ -97,7 +97,7 @@ def test_every_operation_takes_absurd_arguments(capfd):
     nothing, number = float('nan'), 2**31 - 1
     background, file, header, plot = MapPlot(), MapFile(), MapFileHeader(), Plot()
     for text in (None, '', ',', '=', 'x' * 1000000, '\udcff', '%s%n', 'coast=' + 'wi=1e999:' * 1000):
-        background.setParam(text), background.setLayer(text, text), background.setFile(text), background.isLayer(text)
+        background.setParam(text), background.setLayer(text, text or ''), background.setFile(text), background.isLayer(text)
         header.setName(text), file.findLayer(text, number), file.setSource(text), file.write(text and None), file.open(text)
         assert background.drawLines(plot) == 0
     for value in (-number, number, 0):
