@@ -21,6 +21,8 @@ def declare(parser):
     parser.add_argument('--interval', metavar='N', type=float, help='between two contours (default: a round one)')
     parser.add_argument('--fill', action='store_true', help='fill the bands between the levels with colours')
     parser.add_argument('--lines', metavar='ATTRIBUTES', default=True, help='of the contours, such as blue:wi=2')
+    parser.add_argument('--map', metavar='LAYERS', default=True, help='such as land,sea,river: see MapPlot.setParam')
+    parser.add_argument('--no-map', action='store_true', help='no coastlines and boundaries')
     parser.add_argument('--title', metavar='TEXT', help='upper left label')
     parser.add_argument('--output', metavar='NAME', help='default: yul.ps, or yul.png with --png')
     parser.add_argument('--png', action='store_true', help='a picture')
@@ -61,7 +63,8 @@ def run(arguments):
     grid, output = find_field(arguments.file, arguments.match), output_of(arguments)
     Yul.setMessageLevel(Yul.NONE)  # but errors; what is created says the last line
     try:
-        contour_map(grid, output, domain=arguments.domain, interval=arguments.interval, fill=arguments.fill,
+        contour_map(grid, output, domain=arguments.domain, interval=arguments.interval,
+                    map=not arguments.no_map and arguments.map, fill=arguments.fill,
                     lines=arguments.lines, labels=not arguments.no_labels, highs=not arguments.no_labels,
                     title=arguments.title, color=not arguments.gray, portrait=arguments.portrait)
     except ValueError as error:
