@@ -173,11 +173,11 @@ public:
                         std::span<double const> y,
                         std::span<double> lat,
                         std::span<double> lon) const;
-    /// From the earth to fractional columns and rows.
+    /// From the earth to fractional columns and rows, which are rounded to floats as those of a GridPoint.
     std::size_t locate(std::span<double const> lat,
                        std::span<double const> lon,
-                       std::span<double> column,
-                       std::span<double> row) const;
+                       std::span<float> column,
+                       std::span<float> row) const;
 
     /// Positions of all grid points, index = row * nx + column. Returns 0 when the arrays do not hold nx * ny
     /// items or the domain has no limits.
@@ -271,13 +271,13 @@ private:
     [[nodiscard]] detail::Pair fromGrid(detail::Pair grid) const;
     void convert(Space from, Space to, detail::Block & block) const;
     template <class In, class Out> int convertList(Space from, Space to, In const & in, Out & out) const;
-    template <class Real>
+    template <class Real, class Out>
     std::size_t convertArrays(Space from,
                               Space to,
                               std::span<Real const> a,
                               std::span<Real const> b,
-                              std::span<Real> out_a,
-                              std::span<Real> out_b) const;
+                              std::span<Out> out_a,
+                              std::span<Out> out_b) const;
     template <class Run> int calcGrid(std::span<float> a, std::span<float> b, Run const & run) const;
     [[nodiscard]] bool isInGrid(int index) const noexcept;
     [[nodiscard]] bool hasLimits() const noexcept;

@@ -124,13 +124,13 @@ template <class In, class Out> int Domain::convertList(Space from, Space to, In 
     return stored == count ? 1 : 0;
 }
 
-template <class Real>
+template <class Real, class Out>
 std::size_t Domain::convertArrays(Space from,
                                   Space to,
                                   std::span<Real const> a,
                                   std::span<Real const> b,
-                                  std::span<Real> out_a,
-                                  std::span<Real> out_b) const
+                                  std::span<Out> out_a,
+                                  std::span<Out> out_b) const
 {
     return inBlocks(
         std::min({a.size(), b.size(), out_a.size(), out_b.size()}),
@@ -265,8 +265,8 @@ std::size_t Domain::inverse(std::span<double const> x,
 
 std::size_t Domain::locate(std::span<double const> lat,
                            std::span<double const> lon,
-                           std::span<double> column,
-                           std::span<double> row) const
+                           std::span<float> column,
+                           std::span<float> row) const
 {
     return convertArrays(Space::EARTH, Space::GRID, lat, lon, column, row);
 }

@@ -211,9 +211,7 @@ int Grid::getValues(std::span<float const> x, std::span<float const> y, std::spa
         std::ranges::fill(out, MISSING);
         return 0;
     }
-    auto const * const first = values.data();
-    for (std::size_t i = 0; i < out.size(); ++i)
-        out[i] = detail::interpolate(first, nx, ny, x[i], y[i]);
+    detail::interpolateEach(values.data(), nx, ny, x, y, out);
     return 1;
 }
 
@@ -221,19 +219,20 @@ int Grid::getValues(std::span<double const> lat, std::span<double const> lon, st
 {
     if (lat.size() != lon.size() || lat.size() != out.size())
         return 0;
-    constexpr std::size_t BLOCK = 1024;
-    std::array<double, BLOCK> column;
-    std::array<double, BLOCK> row;
-    auto const * const first = values.data();
+    if (!isData()) {
+        std::ranges::fill(out, MISSING);
+        return 0;
+    }
+    constexpr std::size_t BLOCK = 256;
+    std::array<float, BLOCK> column;
+    std::array<float, BLOCK> row;
     for (std::size_t at = 0; at < out.size(); at += BLOCK) {
         auto const size = std::min(BLOCK, out.size() - at);
         domain.locate(lat.subspan(at, size), lon.subspan(at, size), column, row);
-        for (std::size_t i = 0; i < size; ++i) // places are rounded as those of GridPoint are
-            out[at + i] = isData() ? detail::interpolate(first, nx, ny, static_cast<float>(column[i]),
-                                                         static_cast<float>(row[i]))
-                                   : MISSING;
+        detail::interpolateEach(values.data(), nx, ny, std::span(column).first(size),
+                                std::span(row).first(size), out.subspan(at, size));
     }
-    return isData() ? 1 : 0;
+    return 1;
 }
 
 bool Grid::isValue(int column, int row) const noexcept

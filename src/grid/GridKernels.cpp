@@ -1,5 +1,6 @@
 #include "grid/GridKernels.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -91,6 +92,33 @@ void scaleValid(std::span<float> values, float factor) noexcept
 void offsetValid(std::span<float> values, float amount) noexcept
 {
     changeValid(values, [amount](float value) { return value + amount; });
+}
+
+void interpolateEach(float const * data,
+                     int nx,
+                     int ny,
+                     std::span<float const> x,
+                     std::span<float const> y,
+                     std::span<float> out) noexcept
+{
+    constexpr std::size_t BLOCK = 256; // so many places are under way at once
+    auto const width = static_cast<std::size_t>(nx);
+    auto const last_row = static_cast<std::size_t>(ny - 1);
+    auto const columns = static_cast<float>(nx);
+    auto const rows = static_cast<float>(ny);
+    for (std::size_t at = 0; at < out.size(); at += BLOCK) {
+        auto const end = std::min(at + BLOCK, out.size());
+        for (std::size_t i = at; i < end; ++i) {
+            bool const is_inside = x[i] >= 0 && x[i] < columns && y[i] >= 0 && y[i] < rows;
+            auto const row = is_inside ? static_cast<std::size_t>(y[i]) : 0;
+            auto const column = is_inside ? static_cast<std::size_t>(x[i]) : 0;
+            auto const * const place = data + row * width + column;
+            __builtin_prefetch(place);
+            __builtin_prefetch(row < last_row ? place + width : place);
+        }
+        for (std::size_t i = at; i < end; ++i)
+            out[i] = interpolate(data, nx, ny, static_cast<double>(x[i]), static_cast<double>(y[i]));
+    }
 }
 
 } // namespace Yul::detail

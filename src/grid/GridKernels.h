@@ -68,4 +68,13 @@ void offsetValid(std::span<float> values, float amount) noexcept;
     return orMiss(static_cast<float>((1 - part) * p[0] + part * other));
 }
 
+/// `interpolate` at many places: out[i] at column x[i] and row y[i], both of out's length. Places that lie far apart
+/// are fetched from memory side by side.
+void interpolateEach(float const * data,
+                     int nx,
+                     int ny,
+                     std::span<float const> x,
+                     std::span<float const> y,
+                     std::span<float> out) noexcept;
+
 } // namespace Yul::detail

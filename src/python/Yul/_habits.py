@@ -306,6 +306,10 @@ class Date(_Kept):
             date = date + step
 
 
+class Filename(_Kept):
+    """One file name or an ordered list of them, with the name of an index file that may go with each."""
+
+
 class NameConv:
     """A file name convention: turns a data type and a time into a file, and finds the latest one."""
 

@@ -91,6 +91,8 @@ RECORDS = {
     'Points': (tuple, _set_list),
     'GridPoints': (tuple, _set_list),
     'Grids': (tuple, _set_list),
+    'Filename': (lambda names: tuple((names.get(i), names.getIndex(i)) for i in range(names.getNum())),
+                 lambda names, *values: [names.add(*value) for value in values]),
     'DateVal': (_fields, _set_fields),
     'Date': (_date_values, _set_date),
     'ForeTime': (lambda fore: (fore.getType(), fore.getFromSeconds(), fore.getSeconds()),

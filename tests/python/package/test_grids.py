@@ -10,7 +10,7 @@ import pytest
 
 import Yul
 from Yul import Date, Domain, DomainVal, EarthPoint, EarthPoints, ForeTime, Grid, Grids, GridSpec, Level, Point, String
-from Yul import DateVal, GridPoint, ModelSpec, Range, Rect, Strings, Variable
+from Yul import DateVal, Filename, GridPoint, ModelSpec, Range, Rect, Strings, Variable
 
 MISS = -9999
 
@@ -143,6 +143,10 @@ def test_lists_and_grids_survive_pickling(grid):
     points.extend([EarthPoint(1, 2), EarthPoint(3, 4)])
     assert list(pickle.loads(pickle.dumps(points))) == list(points)
     assert list(pickle.loads(pickle.dumps(Strings('a,b', ',')))) == ['a', 'b']
+    names = Filename('file', 'index')
+    names.add('other')
+    assert [(back.get(i), back.getIndex(i)) for back in [copy.copy(names)] for i in range(3)] == [
+        ('file', 'index'), ('other', ''), (None, None)]
     grid.values[1, 1] = np.uint32(0x7fc12345).view('f')
     grid.setGenName('a model')
     grids = Grids()
