@@ -168,10 +168,15 @@ int GridYulFile::read(char const * name, int data_format, Grid & grid)
 
 int GridYulFile::read(GridSpec const & spec, Grid & grid)
 {
-    while (readHdr(grid) == 1)
-        if (grid.meets(spec))
-            return readData(grid);
-    return 0;
+    return guarded("read", [&] {
+        while (readHdr(grid) == 1) {
+            Grid found; // without what the grid may have kept of another one
+            detail::native::describe(header, found);
+            if (found.meets(spec))
+                return readData(grid) == 1;
+        }
+        return false;
+    });
 }
 
 int GridYulFile::read(Grids & grids)

@@ -570,7 +570,7 @@ class _GridReader(_Closing):
     def _headers(self):
         """The fields from here on, each described in one Grid without values that is used again."""
         grid = classes['Grid']()
-        while self.peek(grid):
+        while grid.reset() and self.peek(grid):
             yield grid
 
     def inventory(self) -> Any:

@@ -392,6 +392,10 @@ TEST_F(GridYulFileTest, AFaultKeepsWhatWasSetBeforeIt)
     EXPECT_EQ(grid.getLevel().getValue(), 500) << "a malformed line 4 leaves the level";
     EXPECT_EQ(grid.getNx(), 9);
     EXPECT_FALSE(grid.isData());
+
+    GridYulFile file(write("YulGRID1\n\n\nLL 0 0 1 1 3 2\n" + TEXT_VALUES).c_str());
+    EXPECT_EQ(file.read(GridSpec("UGRD,500mb"), grid), 0)
+        << "what a grid had before is not what the header says";
 }
 
 TEST_F(GridYulFileTest, TextGivesBackEveryFloat)
