@@ -30,6 +30,7 @@ def command(tmp_path):
         result.folder = folder
         return result
 
+    command.folder = folder
     return command
 
 
@@ -96,6 +97,18 @@ def test_convert_can_pick_fields(command, write_grib):
     assert [grid.getVar().getName() for grid in GribFile(str(result.folder / 'out.grib'))] == ['TMP']
 
 
+@pytest.mark.parametrize('options', [(), ('--to', 'text'), ('--to', 'native')])
+def test_convert_writes_native_files_that_the_other_commands_read(command, write_grib, options):
+    name = write_grib(HEIGHT, TEMPERATURE)
+    assert command('convert', name, 'out', *options).stdout == 'out: 2 of 2 fields\n'
+    listed = command('ls', name).stdout, command('ls', 'out').stdout
+    assert [line.split()[:5] for line in listed[0].splitlines()] == [line.split()[:5] for line in listed[1].splitlines()]
+    assert command('plot', 'out', '--match', 'temperature').returncode == 0
+    assert command('convert', 'out', 'back.grb', '--decimals', 1).returncode == 0
+    back = list(GribFile(str(command.folder / 'back.grb')))
+    np.testing.assert_allclose(back[0].values, FIELD, atol=0.11)
+
+
 # ---- plot -------------------------------------------------------------------------------------------------------
 
 def test_plot_draws_the_field_that_matches(command, write_grib):
@@ -123,13 +136,14 @@ BAD = [
     (['ls'], 'BADPARAM'), ([], 'BADPARAM'), (['fly'], 'BADPARAM'), (['ls', '--fly', '{grib}'], 'BADPARAM'),
     (['convert', '{folder}/nowhere', 'out'], 'NOFILE'), (['convert', '{text}', 'out'], 'NODATA'),
     (['convert', '{grib}', '{grib}'], 'BADPARAM'), (['convert', '{grib}', '{folder}/no/out'], 'NOWRITE'),
-    (['convert', '{grib}', '{folder}'], 'NOWRITE'), (['convert', '{grib}', 'out', '--bits', '99'], 'BADPARAM'),
-    (['convert', '{grib}', 'out', '--bits', '0'], 'BADPARAM'), (['convert', '{grib}', 'out', '--decimals', '77'], 'BADPARAM'),
+    (['convert', '{grib}', '{folder}'], 'NOWRITE'), (['convert', '{grib}', 'out.grb', '--bits', '99'], 'BADPARAM'),
+    (['convert', '{grib}', 'out.grb', '--bits', '0'], 'BADPARAM'), (['convert', '{grib}', 'out.grb', '--decimals', '77'], 'BADPARAM'),
     (['plot', '{folder}/nowhere'], 'NOFILE'), (['plot', '{text}'], 'NODATA'), (['plot', '{grib}', '--match', 'x'], 'NODATA'),
     (['plot', '{grib}', '--interval', 'nan'], 'BADPARAM'), (['plot', '{grib}', '--interval', '-5'], 'BADPARAM'),
     (['plot', '{grib}', '--domain', 'no such place'], 'BADPARAM'), (['plot', '{grib}', '--output', '{grib}'], 'BADPARAM'),
     (['plot', '{grib}', '--output', '{folder}/no/map.ps'], 'NOWRITE'), (['plot', '{grib}', '--output', '{folder}'], 'NOWRITE'),
-    (['convert', '{grib}', 'out', '--match', 'humidity'], 'NODATA'),
+    (['convert', '{grib}', 'out', '--match', 'humidity'], 'NODATA'), (['convert', '{grib}', 'out', '--bits', '8'], 'BADPARAM'),
+    (['convert', '{grib}', 'out', '--to', 'netcdf'], 'BADPARAM'),
 ]
 
 

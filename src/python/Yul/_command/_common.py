@@ -3,7 +3,7 @@
 import os
 import sys
 
-from Yul import GribFile, Yul
+from Yul import GribFile, GridFile, GridYulFile, Yul
 
 
 class Failure(Exception):
@@ -31,9 +31,11 @@ def check_input(name):
         raise Failure(Yul.NOINPUT, f'{name}: {getattr(error, "strerror", None) or error}') from None
 
 
-def open_grib(name):
+def open_fields(name):
+    """A file of GRIB or of the library's own form; standard input is GRIB."""
     check_input(name)
-    file = GribFile(name)
+    is_own = name != '-' and GridFile.checkType(name) == GridFile.YUL
+    file = GridYulFile(name) if is_own else GribFile(name)
     if not file.isOpen():
         raise Failure(Yul.NOINPUT)
     return file

@@ -1,27 +1,40 @@
-"""write the fields of a GRIB file to a file of another kind
+"""write the fields of a file to a file of another kind
 
-OUT becomes GRIB edition 1. Fields that it cannot hold are named and left out; the exit status is 8 then. OUT appears
-when it is whole: a file of that name that was there before stays until then.
+OUT becomes GRIB edition 1 when its name ends in .grib, .grib1, .grb or .grb1, else a native grid file; --to says
+otherwise. Fields that edition 1 cannot hold are named and left out; the exit status is 8 then. OUT appears when it is
+whole: a file of that name that was there before stays until then.
 """
 
 import os
 
-from Yul import GribFile, Yul
+from Yul import GribFile, GridYulFile, Yul
 from Yul._progress import progress
 
-from ._common import Failure, has_text, open_grib
+from ._common import Failure, has_text, open_fields
+
+ENDINGS = '.grib', '.grib1', '.grb', '.grb1'
 
 
 def declare(parser):
-    parser.add_argument('file', metavar='FILE', help='GRIB file, edition 1 or 2; - for standard input')
+    parser.add_argument('file', metavar='FILE', help='GRIB or native grid file; - for GRIB from standard input')
     parser.add_argument('output', metavar='OUT', help='file to write')
     parser.add_argument('--match', metavar='TEXT', default='', help='only fields whose description or level has it')
-    parser.add_argument('--bits', metavar='N', type=int, help='bits of a packed value, 1 to 31 (default: 16)')
+    parser.add_argument('--to', choices=('grib1', 'native', 'text'),
+                        help='GRIB edition 1, native with binary values, native with values as text')
+    parser.add_argument('--bits', metavar='N', type=int, help='GRIB: bits of a packed value, 1 to 31 (default: 16)')
     parser.add_argument('--decimals', metavar='N', type=int,
-                        help='decimal places to keep, -30 to 30 (default: as many as the bits hold)')
+                        help='GRIB: decimal places to keep, -30 to 30 (default: as many as the bits hold)')
 
 
 def open_output(name, arguments):
+    kind = arguments.to or ('grib1' if arguments.output.lower().endswith(ENDINGS) else 'native')
+    if kind != 'grib1':
+        if arguments.bits is not None or arguments.decimals is not None:
+            raise Failure(Yul.BADPARAM, '--bits and --decimals are for GRIB')
+        output = GridYulFile()
+        if not output.open(name, GridYulFile.WRITE, GridYulFile.BINARY if kind == 'native' else GridYulFile.TEXT):
+            raise Failure(Yul.NOWRITE)
+        return output
     output = GribFile()
     if arguments.bits is not None and not (arguments.bits > 0 and output.setValueBits(arguments.bits)):
         raise Failure(Yul.BADPARAM, f'not a number of bits: {arguments.bits}')
@@ -41,7 +54,7 @@ def run(arguments):
     part = f'{target}.{os.getpid()}.part'
     seen = written = 0
     try:
-        with open_grib(arguments.file) as file:
+        with open_fields(arguments.file) as file:
             output = open_output(part, arguments)
             for grid in progress(file, 'fields'):
                 if has_text(grid, arguments.match):
@@ -50,9 +63,9 @@ def run(arguments):
             if not output.close():
                 raise Failure(Yul.NOWRITE, f'{arguments.output}: not all could be written')
         if seen == 0:
-            raise Failure(Yul.NODATA, f'{arguments.file}: no GRIB field to convert')
+            raise Failure(Yul.NODATA, f'{arguments.file}: no field to convert')
         if written == 0:
-            raise Failure(Yul.NOWRITE, f'{arguments.output}: edition 1 holds none of the fields')
+            raise Failure(Yul.NOWRITE, f'{arguments.output}: none of the fields could be written')
         os.replace(part, target)
     finally:
         if os.path.exists(part):

@@ -1,4 +1,4 @@
-"""list the fields of GRIB files
+"""list the fields of files
 
 One line a field, from the headers alone: number in the file, variable, level, forecast time, valid time, size of the
 grid, description. With --json one array of records with the same keys for every field.
@@ -9,14 +9,14 @@ import sys
 
 from Yul import Yul
 
-from ._common import Failure, has_text, is_terminal, open_grib
+from ._common import Failure, has_text, is_terminal, open_fields
 
 COLUMNS = 'number', 'variable', 'level', 'forecast', 'valid', 'size', 'description'
 RIGHT = 'number', 'size'
 
 
 def declare(parser):
-    parser.add_argument('files', metavar='FILE', nargs='+', help='GRIB file, edition 1 or 2; - for standard input')
+    parser.add_argument('files', metavar='FILE', nargs='+', help='GRIB or native grid file; - for GRIB from standard input')
     parser.add_argument('--match', metavar='TEXT', default='', help='only fields whose description or level has it')
     parser.add_argument('--json', action='store_true', help='records instead of a table')
 
@@ -38,7 +38,7 @@ def row_of(number, grid):
 
 def fields_of(name, text):
     """Number and header of each field; the grid is used again for the next one."""
-    with open_grib(name) as file:
+    with open_fields(name) as file:
         number = 0
         for grid in file._headers():
             number += 1

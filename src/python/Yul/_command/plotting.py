@@ -1,4 +1,4 @@
-"""draw a field of a GRIB file as a contour map
+"""draw a field of a file as a contour map
 
 The field is the first of the file, or the first whose description or level has the text of --match. The map is the
 field's own area, or the one that --domain describes, for example stereo:90:-25,53,-25,57,43,1.5 (polar stereographic,
@@ -11,11 +11,11 @@ import os
 
 from Yul import Yul, contour_map
 
-from ._common import Failure, has_text, open_grib
+from ._common import Failure, has_text, open_fields
 
 
 def declare(parser):
-    parser.add_argument('file', metavar='FILE', help='GRIB file, edition 1 or 2; - for standard input')
+    parser.add_argument('file', metavar='FILE', help='GRIB or native grid file; - for GRIB from standard input')
     parser.add_argument('--match', metavar='TEXT', default='', help='the first field whose description or level has it')
     parser.add_argument('--domain', metavar='TEXT', help='area of the map (default: that of the field)')
     parser.add_argument('--interval', metavar='N', type=float, help='between two contours (default: a round one)')
@@ -34,7 +34,7 @@ def declare(parser):
 def find_field(name, text):
     """The first field that has the text."""
     seen = {}
-    with open_grib(name) as file:
+    with open_fields(name) as file:
         for grid in file:
             if has_text(grid, text):
                 return grid
