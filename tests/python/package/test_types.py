@@ -1,6 +1,7 @@
 """Documentation, completion and type stubs of the package."""
 
 import ast
+import importlib.util
 import os
 from pathlib import Path
 import pydoc
@@ -16,7 +17,8 @@ import _Yul
 
 PACKAGE = Path(Yul.__file__).parent
 IS_INSTALLED = not (PACKAGE.parent / '_Yul.pyi').exists()  # a wheel has it as a package of stubs
-EXAMPLES = sorted((Path(__file__).resolve().parents[3] / 'examples').rglob('*.py'))
+EXAMPLES = sorted(path for path in (Path(__file__).resolve().parents[3] / 'examples').rglob('*.py')
+                  if 'dask' not in path.name or importlib.util.find_spec('dask'))
 
 pytestmark = pytest.mark.skipif(not (PACKAGE / '__init__.pyi').exists(),
                                 reason='a build with sanitizers cannot write stubs and tables')
