@@ -16,7 +16,7 @@ SHAFT = 20, 100  # from the station circle to the end
 LONG = 38, 13  # of a feather: across and along the shaft
 PENNANT_BASE = 14
 STEP = 10  # between feathers
-CALM_RADIUS = 30
+CALM_RADIUS = 20
 
 
 def counts(speed):

@@ -42,7 +42,7 @@ def plot(x: float, y: float, report: tuple[Any, ...]) -> None:
     (name, direction, speed, amount, warmth, dew, weather, visibility, pressure, trend, change, past, low, middle,
      high) = report
     graph.setTextBoxColor(0xffffff)  # what is written breaks the shaft behind it
-    graph.drawWindBarb(x, y, float(direction), float(speed), 110.0)
+    graph.drawWindBarb(x, y, float(direction), float(speed), 160.0)
     graph.drawSymbol(x, y, f'n{amount}', RING / 0.8)
     number(x - 24, y + 22, warmth, 3)
     number(x - 24, y - 22, dew, 3)
@@ -59,11 +59,11 @@ def plot(x: float, y: float, report: tuple[Any, ...]) -> None:
     graph.setFont('italic')
     graph.setTextHeight(8.0)
     graph.setTextAlign(2, 0)
-    graph.drawText(x, y - 66, name)
+    graph.drawText(x - 60, y - 62, name)
     graph.setFont('modern')
 
 
 for i, report in enumerate(REPORTS):
-    plot(130.0 + i % 3 * 250, 480.0 - i // 3 * 195, report)
+    plot(130.0 + i % 3 * 250, 490.0 - i // 3 * 195, report)
 if not graph.close():
     sys.exit(1)
