@@ -37,9 +37,9 @@ struct GFont::Reader
     /// False for a line that has no place in a font file.
     bool take(std::string_view line)
     {
-        auto const words = detail::words(line);
         if (glyph != nullptr)
-            return takeNumbers(words);
+            return takeNumbers(line);
+        auto const words = detail::words(line);
         if (words[0] == "name")
             return words.size() > 1;
         if (words[0] == "metrics" && words.size() == 3)
@@ -78,9 +78,9 @@ struct GFont::Reader
         return true;
     }
 
-    bool takeNumbers(std::vector<std::string_view> const & words)
+    bool takeNumbers(std::string_view line)
     {
-        for (std::string_view const word : words) {
+        for (auto word = detail::nextWord(line); !word.empty(); word = detail::nextWord(line)) {
             auto const number = intIn(word, 0, MAX_COORDINATE);
             if (!number || glyph == nullptr)
                 return false;

@@ -58,7 +58,7 @@ public:
 
     // ---- conversions ----
     /// Gives the image a palette of at most `max_colors` (2 to 256): its own colours where they are so few, else
-    /// the means of boxes that the colours are cut into, each at its median. Transparent samples stay so.
+    /// one for each of the boxes that they are cut into at their medians. Transparent samples stay so.
     /// Source: P. Heckbert, Color image quantization for frame buffer display, Computer Graphics 16(3), 1982.
     int toIndexed(int max_colors = MAX_COLORS);
     /// Gives each sample its own colour.

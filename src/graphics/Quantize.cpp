@@ -23,7 +23,7 @@ struct Box
 {
     std::span<Count> counts;
     std::size_t channel = 0; // the one that varies most
-    std::size_t weight = 0;  // its range times the number of samples: what is cut first
+    std::size_t weight = 0;  // square of its range times the number of samples: what is cut first
 
     explicit Box(std::span<Count> colors) : counts(colors)
     {
@@ -36,8 +36,8 @@ struct Box
                     return CHANNELS[i](a.color) < CHANNELS[i](b.color);
                 });
             auto const range = static_cast<std::size_t>(CHANNELS[i](high->color) - CHANNELS[i](low->color));
-            if (range * samples > weight) {
-                weight = range * samples;
+            if (range * range * samples > weight) {
+                weight = range * range * samples;
                 channel = i;
             }
         }
@@ -61,7 +61,8 @@ struct Box
         return i + 1;
     }
 
-    [[nodiscard]] int mean() const
+    /// The colour of more than half of the samples, as areas have it; else the mean.
+    [[nodiscard]] int color() const
     {
         std::array<std::size_t, 3> sum{};
         std::size_t total = 0;
@@ -70,6 +71,9 @@ struct Box
                 sum[i] += each.samples * static_cast<std::size_t>(CHANNELS[i](each.color));
             total += each.samples;
         }
+        for (Count const & each : counts)
+            if (each.samples > total / 2)
+                return each.color;
         auto const level = [&](std::size_t i) { return static_cast<int>((sum[i] + total / 2) / total); };
         return level(0) << 16 | level(1) << 8 | level(2);
     }
@@ -115,7 +119,7 @@ Quantized quantize(std::span<int const> pixels, std::size_t max_colors)
     for (Box const & box : boxesOf(counts, max_colors - found.colors.size())) {
         for (Count const & each : box.counts)
             index[each.color] = static_cast<std::uint8_t>(found.colors.size());
-        found.colors.push_back(box.mean());
+        found.colors.push_back(box.color());
     }
     found.indices.reserve(pixels.size());
     for (int const pixel : pixels)

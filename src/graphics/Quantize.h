@@ -16,8 +16,8 @@ struct Quantized
 };
 
 /// Finds a palette of at most max_colors (2 to 256) for samples: their own colours where they are so few, else
-/// the means of boxes made by cutting the box of the most varied colours at its median. A transparent sample
-/// gets a colour of its own.
+/// one for each of the boxes made by cutting the box of the most varied colours at its median: the colour of more
+/// than half of its samples, else their mean. A transparent sample gets a colour of its own.
 [[nodiscard]] Quantized quantize(std::span<int const> pixels, std::size_t max_colors);
 
 } // namespace Yul::detail

@@ -59,16 +59,26 @@ bool TableFile::next(std::string_view & line)
     return false;
 }
 
+std::string_view nextWord(std::string_view & rest)
+{
+    std::size_t first = 0;
+    while (first < rest.size() && isBlank(rest[first]))
+        ++first;
+    std::size_t last = first;
+    while (last < rest.size() && !isBlank(rest[last]))
+        ++last;
+    std::string_view const word = rest.substr(first, last - first);
+    rest.remove_prefix(last);
+    return word;
+}
+
 std::vector<std::string_view> words(std::string_view line)
 {
+    constexpr std::size_t USUAL = 16;
     std::vector<std::string_view> found;
-    for (line = trimmed(line); !line.empty(); line = trimmed(line)) {
-        std::size_t length = 0;
-        while (length < line.size() && !isBlank(line[length]))
-            ++length;
-        found.push_back(line.substr(0, length));
-        line.remove_prefix(length);
-    }
+    found.reserve(USUAL);
+    for (auto word = nextWord(line); !word.empty(); word = nextWord(line))
+        found.push_back(word);
     return found;
 }
 

@@ -22,6 +22,9 @@ private:
     std::size_t position = 0;
 };
 
+/// Takes the first word off a line; empty at the end of the line.
+[[nodiscard]] std::string_view nextWord(std::string_view & rest);
+
 /// The words of a line, which blanks separate.
 [[nodiscard]] std::vector<std::string_view> words(std::string_view line);
 

@@ -138,6 +138,34 @@ def test_page_renders_without_a_word(tmp_path, monkeypatch, params):
         assert picture.read().count(0) > 100  # ink
 
 
+@pytest.mark.skipif(subprocess.call('command -v gs >/dev/null', shell=True) != 0, reason='needs Ghostscript')
+@pytest.mark.parametrize('params, frame', [('eps,port', (8, 8, 748, 568)), ('eps', (44, 8, 564, 748))])
+def test_picture_stands_at_its_box_in_a_document(tmp_path, monkeypatch, params, frame):
+    """The frame, on the page of the picture itself, is found where the document puts it; nothing else changes."""
+    monkeypatch.chdir(tmp_path)
+    graph = Graph('postscript', f'in.eps,{params}')
+    assert graph.open() == 1
+    graph.setWindow(Rect(0.0, 0.0, 756.0, 576.0))
+    upright = Rect(8.0, 8.0, 748.0, 568.0) if 'port' in params else Rect(8.0, 48.0, 748.0, 568.0)
+    graph.drawFill(upright)
+    assert graph.close() == 1
+    with open('in.eps') as inner, open('out.ps', 'w') as outer:
+        outer.write('%!PS\n/keep save def /showpage {} def 100 200 translate 0.25 0.25 scale\n' + inner.read() +
+                    'keep restore\n10 10 20 20 rectfill\nshowpage\n')
+    result = subprocess.run(['gs', '-q', '-dNOPAUSE', '-dBATCH', '-sDEVICE=pgmraw', '-r72', '-sOutputFile=out.pgm',
+                             '-dDEVICEWIDTHPOINTS=612', '-dDEVICEHEIGHTPOINTS=792', 'out.ps'],
+                            capture_output=True, text=True)
+    assert (result.returncode, result.stdout, result.stderr) == (0, '', '')
+    with open('out.pgm', 'rb') as picture:
+        samples = picture.read()[-612 * 792:]
+    dark = [(i % 612, 792 - i // 612) for i, sample in enumerate(samples) if sample < 128]
+    inner = [place for place in dark if place[1] > 100]
+    assert len(dark) - len(inner) == 400  # the document's own square, where it belongs
+    box = (min(x for x, _ in inner), min(y for _, y in inner), max(x for x, _ in inner), max(y for _, y in inner))
+    expected = [offset + 0.25 * side for offset, side in zip((100, 200, 100, 200), frame)]
+    assert box == pytest.approx(expected, abs=1.5)
+
+
 def test_directory_is_no_page(tmp_path, monkeypatch, capfd):
     monkeypatch.chdir(tmp_path)
     os.mkdir('folder')
