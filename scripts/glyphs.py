@@ -206,6 +206,13 @@ ACCENTED = (
     "ù u grave 20, ú u acute 20, û u circumflex 20, ü u dieresis 20, ý y acute 21, ÿ y dieresis 21"
 )
 
+# What a broad pen asks for: bars and bows that meet are strokes of their own.
+BOLD = {
+    "e": "0.5,31 46,31 | @23,29,23,30,-8,318",
+    "æ": "3,45 ~6,54,12,59,20,59 ~30,59,35,53,35,42 35,20 | 35,34 ~30,33,25,33,19,32 ~7,31,0,26,0,16 "
+         "~0,5,7,-1,16,-1 ~26,-1,33,6,35,18 | 35,31 78,31 | @56.5,29,21.5,30,-8,318",
+}
+
 # Where the font of one width has outlines of its own: narrow letters get feet, wide ones are redrawn.
 MONO = {
     "I": "0,0 40,0 | 0,84 40,84 | 20,0 20,84",

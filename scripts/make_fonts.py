@@ -63,7 +63,7 @@ FONTS = (
     Font('modern', 'A sans stroke font of single strokes, the default.'),
     Font('light', 'A light sans stroke font, narrow, for crowded maps.', narrowing=0.8),
     Font('italic', 'A slanted sans stroke font of single strokes.', slant=SLANT),
-    Font('bold', 'A bold sans stroke font.', draw=pens.bold, pen=6, tightening=-2.0),
+    Font('bold', 'A bold sans stroke font.', draw=pens.bold, pen=6, tightening=-2.0, outlines=glyphs.BOLD),
     Font('serif', 'A serif stroke font.', draw=pens.serif, pen=4, narrowing=0.96, tightening=-2.5),
     Font('serifitalic', 'A slanted serif stroke font, as for the names of waters.', draw=pens.serif, pen=4,
          narrowing=0.92, slant=SLANT, tightening=-2.5),
@@ -215,7 +215,7 @@ def encode(strokes, shift):
     """The strokes as the pairs of a glyph, without doubled places."""
     codes = []
     for stroke in strokes:
-        places = [(round(x + shift), round(y + BASELINE)) for x, y in stroke]
+        places = [(math.floor(x + shift + 0.5), math.floor(y + BASELINE + 0.5)) for x, y in stroke]
         kept = [place for i, place in enumerate(places) if i == 0 or place != places[i - 1]]
         for i, (x, y) in enumerate(kept if len(kept) > 1 else []):
             assert 0 <= x <= MAX_X and 0 <= y <= 255, (x, y)

@@ -14,12 +14,13 @@ STOP_STEP = 45  # degrees
 BOLD_OFFSET = 4.0  # of the outline from the middle
 BOLD_HALF = 7.0  # half the width of a bold stroke: with half of the pen
 CROWDED = "%@©®¼½¾ªº¹²³$¢¤§£¥«»*"  # drawn less bold
-SLIM = "´#&"  # accents among them
+SLIM = "´#&ð"  # accents among them
 STOP_LIFT = 13.0  # of the dot of an i
+SHARP = 0.5  # cosine of the turn at a corner from which on it is filled
 MITER_LIMIT = 0.12  # least 1 + cos of the turn at a corner that is mitred
 LEVELS = (glyphs.DESCENDER, 0, glyphs.X_HEIGHT, glyphs.CAP, glyphs.ASCENDER)  # where stems end
 
-NIB = 3.4, 1.0  # half of the broad nib's edge
+NIB = 3.0, 1.0  # half of the broad nib's edge
 SERIF_REACH = 10.5
 SERIF_RISE = 13.0  # of the serif at the end of an arm
 STEEP = 1.05  # dx over dy of what counts as a stem
@@ -67,12 +68,12 @@ def bold(name, strokes):
             for end, level in zip((0, -1), levels):
                 if level is not None:
                     extend(side, end, height(level) + (half - pen if level > 0 else pen - half))
-        tips = [corner_tip(inner, sides, i, low, high) for i in range(1, len(inner) - 1)]
+        fillings = [corner_filling(inner, sides, i, low, high) for i in range(1, len(inner) - 1)]
         left, middle, right = (clipped(side, low, high) for side in sides)
         is_closed = math.dist(line[0], line[-1]) < 0.5
         if not is_closed:  # one outline, from the middle of an end and back to it
             left, right = [middle[0]] + left + right[::-1] + [middle[0]], []
-        drawn += filter(None, [left, right, middle, *tips])
+        drawn += filter(None, [left, right, middle, *fillings])
     for x, y in stops:
         rise = half + pen - 4 if y < 10 else STOP_LIFT if y > glyphs.X_HEIGHT else 0
         drawn += stop(x, height(y) - half + rise, BOLD_STOP_RADII if share == 1 else STOP_RADII)
@@ -111,13 +112,11 @@ def extend(line, end, level):
         line[end] = x2 + (level - y2) * (x2 - x1) / (y2 - y1), level
 
 
-def corner_tip(line, sides, i, low, high):
-    """A line that fills a sharp corner which clipping makes flat."""
-    reach = [side[i][1] for side in sides]
-    if min(reach) >= low and max(reach) <= high:
-        return None
-    x, _ = line[i]
-    return [(x, max(min(reach), low)), (x, min(max(reach), high))]
+def corner_filling(line, sides, i, low, high):
+    """A line across a sharp corner, where those beside one another drift apart."""
+    before, after = math.dist(line[i - 1], line[i]), math.dist(line[i], line[i + 1])
+    cosine = sum((line[i][k] - line[i - 1][k]) * (line[i + 1][k] - line[i][k]) for k in (0, 1)) / (before * after)
+    return [(side[i][0], min(max(side[i][1], low), high)) for side in sides] if cosine < SHARP else None
 
 
 def clipped(line, low, high):

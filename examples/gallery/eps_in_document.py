@@ -20,7 +20,7 @@ TEXT = (
 )
 
 
-def draw(folder, params):
+def draw(folder: str, params: str) -> str:
     """A picture that fills its box."""
     name = f'{folder}/picture.eps'
     graph = Graph('postscript', f'{name},{params}')
@@ -45,7 +45,7 @@ def draw(folder, params):
     return Path(name).read_text()
 
 
-def embedded(picture, left):
+def embedded(picture: str, left: float) -> str:
     """The picture between the lines that a document writes round it."""
     box = next(line.split()[1:] for line in picture.splitlines() if line.startswith('%%BoundingBox:'))
     x1, y1, x2, y2 = (float(number) for number in box)

@@ -106,7 +106,9 @@ TEST(GFont, RefusesCutAndGarbledFiles)
           "YulFont 1\nmetrics 1 5\nglyph 256 0 9\n254\n", "YulFont 1\nmetrics 1 5\nglyph 65 0 9\n1 1 254\n",
           "YulFont 1\nmetrics 1 5\nglyph 65 0 9\n128 1 256 254\n",
           "YulFont 1\nmetrics 1 5\nglyph 65 0 9\n128 1\n",
-          "YulFont 1\nmetrics 1 5\nglyph 65 0 9\n254\nglyph 65 0 9\n254\n"}) {
+          "YulFont 1\nmetrics 1 5\nglyph 65 0 9\n254\nglyph 65 0 9\n254\n",
+          "YulFont 1\nmetrics 1 5\npen 256\nglyph 65 0 9\n254\n",
+          "YulFont 1\nmetrics 1 5\npen\nglyph 65 0 9\n254\n"}) {
         std::ofstream(file.path) << text;
         EXPECT_EQ(GFont().open(file.path.c_str()), 0) << text;
     }
