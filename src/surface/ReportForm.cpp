@@ -195,6 +195,15 @@ ReportLabel readClimate(Groups groups)
     return label;
 }
 
+/// How often the word stands in front: "TAF TAF" occurs.
+std::size_t wordLength(ReportForm const & form, Groups groups)
+{
+    std::size_t n = 0;
+    while (at(groups, n) == form.word)
+        ++n;
+    return n;
+}
+
 ReportLabel readBody(ReportForm const & form, Groups groups, std::string_view section, bool is_named)
 {
     switch (form.layout) {
@@ -287,9 +296,10 @@ bool isSectionGroup(ReportForm const & form, Groups groups)
 
 std::size_t headLength(ReportForm const & form, Groups groups)
 {
-    std::size_t n = at(groups, 0) == form.word ? 1 : 0;
-    if (n == 0)
+    std::size_t const n_words = wordLength(form, groups);
+    if (n_words == 0)
         return 0;
+    std::size_t n = n_words;
     if (isSectionWord(form))
         return n + (fits(at(groups, n), "ddddx") ? 1 : 0);
     if (form.layout == ReportLayout::AIRPORT) {
@@ -301,9 +311,9 @@ std::size_t headLength(ReportForm const & form, Groups groups)
 
 ReportLabel readLabel(ReportForm const & form, Groups groups, std::string_view section)
 {
-    bool const is_named = at(groups, 0) == form.word;
-    if (is_named)
-        groups = groups.subspan(1);
+    std::size_t const n_words = wordLength(form, groups);
+    bool const is_named = n_words > 0;
+    groups = groups.subspan(n_words);
     ReportLabel label = readBody(form, groups, section, is_named);
     label.is_nil =
         groups.size() <= MOST_NIL_GROUPS && isNil(groups.empty() ? std::string_view() : groups.back());

@@ -74,15 +74,19 @@ void ReportSplitter::addPiece(std::string_view piece, bool begins_line)
     cutIntoGroups(piece, piece_groups);
     if (piece_groups.empty())
         return;
-    bool const is_end = begins_line && piece_groups.size() == 1 && piece_groups.front() == MESSAGE_END;
+    bool const is_end = piece_groups.back() == MESSAGE_END;
+    if (is_end)
+        piece_groups.pop_back();
+    if (piece_groups.empty()) {
+        finish();
+        return;
+    }
     ReportForm const * const named =
         begins_line || groups.empty() ? findReportForm(Groups(piece_groups)) : nullptr;
-    if (is_end || named != nullptr ||
+    if (named != nullptr ||
         (begins_line && form != nullptr &&
          beginsReport(*form, piece_groups, groups.empty() ? std::string_view() : groups.front())))
         finish();
-    if (is_end)
-        return;
     if (named != nullptr) {
         form = named;
         section.clear();
@@ -98,6 +102,8 @@ void ReportSplitter::addPiece(std::string_view piece, bool begins_line)
     groups.insert(groups.end(), piece_left.begin(), piece_left.end());
     if (named != nullptr)
         takeHead();
+    if (is_end)
+        finish();
 }
 
 /// Takes what stands once for several reports off the report at hand.
