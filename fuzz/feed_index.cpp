@@ -6,6 +6,7 @@
 #include "surface/WmoProduct.h"
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -28,8 +29,11 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t siz
     feed.rewind();
     feed.setHeader("S");
     Yul::WmoProduct product;
+    std::vector<long> places;
     while (feed.peek(product) != 0)
-        if (feed.setLoc(product.getLoc()) != 0)
+        places.push_back(product.getLoc());
+    for (long const place : places)
+        if (feed.setLoc(place) != 0)
             feed.getLine(line);
     feed.rewind();
     while (feed.getProduct(product) != 0) {

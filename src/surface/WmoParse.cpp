@@ -254,7 +254,7 @@ bool WmoParse::collect(WmoProduct & product, bool is_found)
         }
         if (is_beginning && is_found) {
             feed.putBack();
-            state = previous_state;
+            state = previous_state = is_at_known_place ? detail::LINE_NONE : detail::LINE_UNSELECTED;
             heading_matches = is_at_known_place;
             return true;
         }
@@ -384,7 +384,9 @@ bool WmoParse::beginsBulletin(std::string_view line) const
 {
     if (feed.isRest() || is_at_known_place)
         return false;
-    bool const is_in_frame = previous_state == detail::LINE_START || previous_state == detail::LINE_SEQUENCE;
+    bool const is_in_frame = previous_state == detail::LINE_START ||
+                             previous_state == detail::LINE_SEQUENCE ||
+                             (previous_state == detail::LINE_HEADING && expects_identifier);
     return detail::isStartLine(line) || (detail::isStarredHeading(line) && !is_in_frame);
 }
 

@@ -59,6 +59,17 @@ def test_other_choices(name):
     assert [r.station for r in reports(name, header='SP')] == ['CYUL']
 
 
+@pytest.mark.parametrize('expects', [True, False])
+def test_bulletins_of_a_heading_alone(expects, write_feed):
+    head = '\x01\r\r\n123 \r\r\n'
+    name = write_feed(head, 'A\r\r\n', head, 'B\r\r\nid\r\r\n', head, head, 'C\r\r\n', '** D\r\r\n', '** E\r\r\nid\r\r\n', head, 'F')
+    found = [(b.heading, b.identifier, b.lines) for b in WmoParse(name, expect_identifier=expects)]
+    if expects:  # "** D" stands where the identifier of C does
+        assert found == [('A', '', []), ('B', 'id', []), ('C', '** D', []), ('', 'id', [])]
+    else:
+        assert found == [('A', '', []), ('B', '', ['id']), ('C', '', []), ('', '', []), ('', '', ['id'])]
+
+
 def test_iteration_goes_on_where_it_was(name):
     parse = WmoParse(name)
     assert next(iter(parse)).heading == HEADINGS[0]
