@@ -49,7 +49,7 @@ class Class:
     name: str
     doc: list[str]
     bases: list[str]
-    header: str
+    room: str
     is_internal: bool
     declarations: list[Declaration] = field(default_factory=list)
 
@@ -95,7 +95,7 @@ class Reader:
     """Walks the tokens of one header."""
 
     def __init__(self, path):
-        self.header = path.name
+        self.room = path.parent.name
         self.tokens = list(tokens_of(path.read_text(encoding='utf-8')))
         self.place = 0
         self.classes = []
@@ -185,7 +185,7 @@ class Reader:
     def read_class(self, match, doc, scope, owner):
         bases = [re.sub(r'^(public|virtual)\s+|\s', '', base)
                  for base in split_list(match[3] or '') if not base.startswith(('private', 'protected'))]
-        made = Class(match[2], doc, [re.sub(r'\bdetail::|\bYul::', '', base) for base in bases], self.header,
+        made = Class(match[2], doc, [re.sub(r'\bdetail::|\bYul::', '', base) for base in bases], self.room,
                      scope == 'detail')
         if owner is None:
             self.classes.append(made)
