@@ -128,6 +128,25 @@ def test_plot_makes_a_picture(command, write_grib):
     assert (result.folder / 'yul.png').read_bytes().startswith(b'\x89PNG')
 
 
+# ---- bulletins --------------------------------------------------------------------------------------------------
+
+def test_bulletins_are_listed_by_heading(command, root):
+    feed = root / 'examples' / 'data' / 'bulletins.txt'
+    result = command('bulletins', feed, '--header', 'S[AP].')
+    assert (result.returncode, result.stderr) == (0, '')
+    assert [line.split()[:3] for line in result.stdout.splitlines()] == [
+        ['SAUS70', 'KWBC', '201200'], ['SPCN31', 'CWAO', '201207'], ['SAUK31', 'EGRR', '201220']]
+    records = [json.loads(line) for line in command('bulletins', feed, '--header', 'SA', '--json', '--date', '2020-11-20T12:30')
+               .stdout.splitlines()]
+    assert [record['time'] for record in records] == ['2020-11-20T12:00:00Z', '2020-11-20T12:20:00Z']
+    text = command('bulletins', feed, '--header', 'SAUK', '--text').stdout
+    assert text.startswith('SAUK31 EGRR 201220\n') and 'EGLL 201220Z' in text
+    with open(feed, 'rb') as file:
+        assert command('bulletins', '-', '--header', 'SAUK', '--text', stdin=file).stdout == text
+    assert command('bulletins', feed, '--header', 'ZZZZ').returncode == Yul.NODATA
+    assert command('bulletins', feed, '--date', 'soon').returncode == Yul.BADPARAM
+
+
 # ---- bad input --------------------------------------------------------------------------------------------------
 
 BAD = [

@@ -11,10 +11,10 @@ import sys
 
 from Yul import Yul
 
-from . import converting, listing, plotting
+from . import bulletins, converting, listing, plotting
 from ._common import Failure
 
-SUBCOMMANDS = {'ls': listing, 'plot': plotting, 'convert': converting}
+SUBCOMMANDS = {'ls': listing, 'plot': plotting, 'convert': converting, 'bulletins': bulletins}
 
 
 class Parser(argparse.ArgumentParser):
