@@ -3,11 +3,13 @@
 #include "core/Const.h"
 #include "core/StrLib.h"
 #include "core/Yul.h"
+#include "grid/GridData.h"
 
 #include <cmath>
 #include <exception>
 #include <iterator>
 #include <limits>
+#include <new>
 
 namespace Yul {
 namespace {
@@ -40,7 +42,10 @@ int StationData::grow(std::size_t count)
         return -1;
     }
     auto const fields = static_cast<std::size_t>(num_fields);
+    auto const most = detail::GridData::most() / 2; // the values may lie in memory twice while they move
     try {
+        if (fields > 0 && first + count > most / fields)
+            throw std::bad_alloc();
         values.resize((first + count) * fields, MISSING);
         places.resize(first + count);
     } catch (std::exception const &) {

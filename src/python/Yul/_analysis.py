@@ -7,17 +7,29 @@ from ._proxy import classes
 TYPE_CHECKING = False
 if TYPE_CHECKING:
     from collections.abc import Mapping
+    from typing import overload
     from numpy.typing import ArrayLike
+
+    @overload
+    def analyse(lats: ArrayLike, lons: ArrayLike, values: Mapping[str, ArrayLike], domain: Domain | str, *,
+                filter: float | None = None, radius: float | None = None, passes: int | None = None,
+                convergence: float | None = None, stations: int | None = None,
+                missing: float | None = None) -> dict[str, Grid]:
+        """Makes grids of several fields of scattered values, see below."""
+
+    @overload
+    def analyse(lats: ArrayLike, lons: ArrayLike, values: ArrayLike, domain: Domain | str, *, variable: str = '',
+                filter: float | None = None, radius: float | None = None, passes: int | None = None,
+                convergence: float | None = None, stations: int | None = None, missing: float | None = None) -> Grid:
+        """Makes a grid of scattered values by successive corrections with Gaussian weights, see ObjectAnal."""
 
 # Options, and the names of the library's operations for them behind "set" and "get".
 OPTIONS = {'filter': 'Filter', 'radius': 'RadInf', 'passes': 'NumPass', 'convergence': 'Converg',
            'stations': 'MinSta', 'missing': 'MissVal'}
 
 
-def analyse(lats: ArrayLike, lons: ArrayLike, values: ArrayLike | Mapping[str, ArrayLike], domain: Domain | str, *,
-            variable: str = '', filter: float | None = None, radius: float | None = None, passes: int | None = None,
-            convergence: float | None = None, stations: int | None = None,
-            missing: float | None = None) -> Grid | dict[str, Grid]:
+def analyse(lats, lons, values, domain, *, variable='', filter=None, radius=None, passes=None, convergence=None,
+            stations=None, missing=None):
     """Makes a grid of scattered values by successive corrections with Gaussian weights (see ObjectAnal).
 
     lats, lons   where the stations are, degrees
@@ -38,6 +50,7 @@ def analyse(lats: ArrayLike, lons: ArrayLike, values: ArrayLike | Mapping[str, A
     """
     from collections.abc import Mapping
     from math import isclose
+    from operator import index
     import numpy as np
 
     def array(numbers):
@@ -60,9 +73,10 @@ def analyse(lats: ArrayLike, lons: ArrayLike, values: ArrayLike | Mapping[str, A
     chosen = dict(filter=filter, radius=radius, passes=passes, convergence=convergence, stations=stations, missing=missing)
     for option, value in chosen.items():
         if value is not None:
+            value = index(value) if option in ('passes', 'stations') else float(value)
             taken = getattr(analysis, f'set{OPTIONS[option]}')(value)
             held = getattr(analysis, f'get{OPTIONS[option]}')()
-            if not taken or not isclose(held, value, rel_tol=1e-6):
+            if not taken or not isclose(held, value, rel_tol=1e-6) or option == 'passes' and value < 1:
                 raise ValueError(f'analyse: {option} cannot be {value}')
     analysis.setDomain(classes['Domain'](domain) if isinstance(domain, str) else domain)
     if not analysis.compute(data, grids):

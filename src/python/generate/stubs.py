@@ -1,7 +1,8 @@
 """The type stubs of the package: `Yul/__init__.pyi` and `_Yul.pyi`.
 
 The library's own operations come from the module's tables, what the package adds from the annotations in its source.
-In those, `Item` stands for what a list holds, and names that only annotations need are imported under TYPE_CHECKING.
+In those, `Item` stands for what a list holds. What only type checkers need, imports and overloads, stands under
+TYPE_CHECKING.
 """
 
 import ast
@@ -52,7 +53,9 @@ class Added:
         self.tree = ast.parse(path.read_text(encoding='utf-8'))
         self.classes = {node.name: node for node in self.tree.body if isinstance(node, ast.ClassDef)}
         self.functions = {node.name: node for node in self.tree.body if isinstance(node, ast.FunctionDef)}
-        self.imports = [ast.unparse(node) for block in self.tree.body if is_for_types(block) for node in block.body]
+        for_types = [node for block in self.tree.body if is_for_types(block) for node in block.body]
+        self.overloads = [node for node in for_types if isinstance(node, ast.FunctionDef)]
+        self.imports = [ast.unparse(node) for node in for_types if node not in self.overloads]
 
     def members(self, name, item):
         """Name -> stub lines, of the class and of the bases it has in the same source; the nearest hold."""
@@ -223,7 +226,8 @@ class Stubs:
         """The package's own functions and objects."""
         for name in names:
             if name in added.functions:
-                yield from function_lines(added.functions[name], 'object', name)
+                for node in [node for node in added.overloads if node.name == name] or [added.functions[name]]:
+                    yield from function_lines(node, 'object', name)
                 yield ''
             if name in added.classes:
                 yield f'class {name}:'

@@ -468,6 +468,10 @@ TEST(StationData, KeepsWhatItIsGivenAndRefusesTheRest)
     EXPECT_STREQ(data.getName(1), "TMP");
     EXPECT_EQ(data.setName(1, nullptr), 1);
     EXPECT_STREQ(data.getName(1), "");
+    StationData wide(StationData::MAX_FIELDS);
+    std::vector<float> const many(1000000);
+    EXPECT_EQ(wide.add(many, many), -1); // 4 TB
+    EXPECT_EQ(wide.getNum(), 0);
     for (int const bad : {-1, INT_MIN, INT_MAX, StationData::MAX_FIELDS + 1})
         EXPECT_EQ(StationData(bad).getFields(), 0);
 }

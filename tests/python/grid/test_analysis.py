@@ -103,7 +103,8 @@ def test_arrays_are_analysed_as_single_reports_are():
     lats, lons = random.uniform(42, 48, 50), random.uniform(6, 14, 50)
     values = random.normal(10, 5, 50)
     values[::7] = np.nan
-    grid = Yul.analyse(lats, lons, values, DOMAIN, variable='TMP[C]', passes=3, radius=4, stations=2)
+    grid = Yul.analyse(lats, lons, values, DOMAIN, variable='TMP[C]', passes=np.int64(3), radius=np.float32(4),
+                       stations=2)
     one_by_one = reports(*zip(lats.tolist(), lons.tolist(), np.nan_to_num(values, nan=MISS).tolist()))
     grids = Yul.Grids()
     analysis('pass=3,rad_inf=4,min_sta=2').compute(one_by_one, grids)
@@ -133,6 +134,7 @@ def test_several_fields_come_back_by_name():
     (([45], [10], [1], DOMAIN), {'filter': 0}),
     (([45], [10], [1], DOMAIN), {'radius': float('nan')}),
     (([45], [10], [1], DOMAIN), {'stations': 0}),
+    (([45], [10], [1], DOMAIN), {'passes': 0}),
     (([45], [10], [1], DOMAIN), {'missing': float('inf')}),
     (([45], [10], {}, DOMAIN), {}),
 ])
