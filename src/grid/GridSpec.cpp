@@ -29,6 +29,18 @@ bool isCode(int code)
     return detail::isMissing(code) || (code >= 0 && code <= MAX_CODE);
 }
 
+struct Centre
+{
+    std::string_view name; ///< small letters
+    int code;
+};
+
+/// Originating centres by what they are called. WMO Manual on Codes 306, volume I.2, common code table C-1.
+constexpr Centre CENTRES[] = {
+    {"bom", 1},    {"ncep", 7},  {"jma", 34}, {"cma", 38}, {"kma", 40},         {"cmc", 54},
+    {"fnmoc", 58}, {"ukmo", 74}, {"dwd", 78}, {"mf", 85},  {"meteofrance", 85}, {"ecmwf", 98},
+};
+
 /// A number of 0 to 65535, Const::MISS where it is left open; none for anything else.
 std::optional<int> readCode(std::string_view text)
 {
@@ -38,6 +50,15 @@ std::optional<int> readCode(std::string_view text)
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), code);
     bool const is_whole = error == std::errc() && end == text.data() + text.size();
     return is_whole && code >= 0 && code <= MAX_CODE ? std::optional(code) : std::nullopt;
+}
+
+/// A centre by name or number.
+std::optional<int> readCentre(std::string_view text)
+{
+    for (auto const & centre : CENTRES)
+        if (detail::sameIgnoringCase(text, centre.name))
+            return centre.code;
+    return readCode(text);
 }
 
 std::string codeText(int code)
@@ -87,7 +108,7 @@ int ModelSpec::decode(char const * text)
     auto const parts = detail::split(detail::viewOf(text), ':');
     if (parts.size() > 2)
         return 0;
-    auto const source_code = readCode(detail::trimmed(parts[0]));
+    auto const source_code = readCentre(detail::trimmed(parts[0]));
     auto const model_code = readCode(parts.size() > 1 ? detail::trimmed(parts[1]) : ANY);
     return source_code && model_code ? set(*source_code, *model_code) : 0;
 }

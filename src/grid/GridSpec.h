@@ -23,6 +23,7 @@ public:
     int init();
 
     /// "source:model" or "source", numbers of 0 to 65535; "*" or nothing for any: "7:96", "98", "*:96".
+    /// A large centre may be named: "ncep:96", "ecmwf".
     /// Returns 0, prints a warning and changes nothing when the text is not of that form.
     int set(char const * text);
     int decode(char const * text);

@@ -135,6 +135,40 @@ int setByCode(Level & level, std::string_view text)
     return numbers && text.empty() ? setNumbers(level, {"", code}, *numbers) : 0;
 }
 
+/// A value behind its word, "sigma 0.995" or "hybrid 60": the kinds without a unit, and potential temperature.
+int setByWord(Level & level, std::string_view text)
+{
+    auto const end = std::min(text.find_first_of("-.0123456789"), text.size());
+    auto const word = findText(text.substr(0, end), true);
+    text.remove_prefix(end);
+    auto const numbers = takeNumbers(text);
+    if (!word || !numbers || !text.empty())
+        return 0;
+    bool const has_unit = *detail::findLevelKind(word->code)->units != '1';
+    return has_unit && word->text != "theta" ? 0 : setNumbers(level, *word, *numbers);
+}
+
+/// What a label says.
+int setByLabel(Level & level, std::string_view text)
+{
+    for (auto const & kind : detail::levelKinds()) {
+        auto const label = compact(kind.label);
+        auto const value = std::min(label.find("%s"), label.size());
+        auto const before = std::string_view(label).substr(0, value);
+        auto const behind = std::string_view(label).substr(kind.has_value ? value + 2 : value);
+        if (text.size() < before.size() + behind.size() || !text.starts_with(before) ||
+            !text.ends_with(behind))
+            continue;
+        auto between = text.substr(before.size(), text.size() - before.size() - behind.size());
+        if (!kind.has_value && between.empty())
+            return level.set(kind.code);
+        auto const numbers = takeNumbers(between);
+        if (kind.has_value && numbers && between.empty())
+            return setNumbers(level, {"", kind.code}, *numbers);
+    }
+    return 0;
+}
+
 /// The shortest decimal text that reads back to the same float, without an exponent.
 std::string shortest(float value)
 {
@@ -358,10 +392,10 @@ int Level::decode(char const * text)
         return setByCode(*this, words);
     std::string_view rest = words;
     auto const numbers = takeNumbers(rest);
-    if (!numbers)
-        return 0;
-    auto const unit = findText(rest, true);
-    return unit ? setNumbers(*this, *unit, *numbers) : 0;
+    auto const unit = numbers ? findText(rest, true) : std::nullopt;
+    if (unit)
+        return setNumbers(*this, *unit, *numbers);
+    return setByWord(*this, words) == 1 || setByLabel(*this, words) == 1 ? 1 : 0;
 }
 
 int Level::setGrib1(int table_3, int octet_11, int octet_12)

@@ -113,6 +113,10 @@ constexpr LevelAlias ALIASES[] = {
     {"kpa", Level::PRES, 10},
     {"magl", Level::HGT},
     {"mgnd", Level::HGT},
+    {"metre", Level::HGT},
+    {"metres", Level::HGT},
+    {"meter", Level::HGT},
+    {"meters", Level::HGT},
     {"maboveground", Level::HGT},
     {"mabovegnd", Level::HGT},
     {"km", Level::HGT, 1000},
@@ -158,7 +162,7 @@ constexpr LevelAlias ALIASES[] = {
     {"meansealevel", Level::MSL},
     {"tropopause", Level::TROP},
     {"tro", Level::TROP},
-    {"maximumwindlevel", Level::MAX_WIND},
+    {"maxwindlevel", Level::MAX_WIND},
     {"mwsl", Level::MAX_WIND},
     {"0c", Level::ZERO_DEG},
     {"0cisotherm", Level::ZERO_DEG},
@@ -183,7 +187,7 @@ constexpr LevelAlias ALIASES[] = {
     {"mcy", Level::MID_CLOUD},
     {"highcloudlayer", Level::HIGH_CLOUD},
     {"hcy", Level::HIGH_CLOUD},
-    {"convectivecloudlayer", Level::CONV_CLOUD},
+    {"convectivecloud", Level::CONV_CLOUD},
     {"ccy", Level::CONV_CLOUD},
 };
 

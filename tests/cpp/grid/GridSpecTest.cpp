@@ -56,6 +56,12 @@ TEST(GridSpec, RefusesOtherTextsAndKeepsWhatItWas)
         EXPECT_EQ(spec.decode(text), 0) << text;
         EXPECT_EQ(textOf(spec), "HGT,500mb,24h") << text;
     }
+    ModelSpec named;
+    EXPECT_EQ(named.set("NCEP:96"), 1);
+    EXPECT_TRUE(named.match(ModelSpec(7, 96)));
+    EXPECT_EQ(named.set(" ecmwf"), 1);
+    EXPECT_TRUE(named.match(ModelSpec(98, 145)));
+    EXPECT_EQ(named.set("96:ncep"), 0);
     EXPECT_EQ(ModelSpec().set(-1, 0), 0);
     EXPECT_EQ(ModelSpec().set(0, INT_MAX), 0);
     EXPECT_EQ(ModelSpec().set(INT_MIN, Const::MISS), 0);

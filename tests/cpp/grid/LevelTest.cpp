@@ -59,6 +59,10 @@ constexpr TextCase TEXT_CASES[] = {
     {"-10C", Level::ISOTHERM, 263.15F, MISS, "263.15kiso", "263.15 K isotherm"},
     {"0.995sigma", Level::SIGMA, 0.995F, MISS, "0.995sigma", "0.995 sigma"},
     {"0.33-1 sig", Level::SIGMA, 0.33F, 1, "0.33-1sigma", "0.33-1 sigma"},
+    {"sigma 0.995", Level::SIGMA, 0.995F, MISS, "0.995sigma", "0.995 sigma"},
+    {"theta 320", Level::THETA, 320, MISS, "320k", "320 K potential temperature"},
+    {"hybrid 60-61", Level::HYBRID, 60, 61, "60-61hybrid", "Hybrid level 60-61"},
+    {"10 metres", Level::HGT, 10, MISS, "10m", "10 m above ground"},
     {"137hybrid", Level::HYBRID, 137, MISS, "137hybrid", "Hybrid level 137"},
     {"0-10cm", Level::DEPTH, 0, 10, "0-10cm", "0-10 cm below ground"},
     {"0-0.1 m below ground", Level::DEPTH, 0, 10, "0-10cm", "0-10 cm below ground"},
@@ -90,6 +94,17 @@ TEST(Level, ReadsAndWritesTexts)
     }
 }
 
+TEST(Level, ReadsItsLabelsBack)
+{
+    for (auto const & kind : detail::levelKinds()) {
+        Level level;
+        ASSERT_EQ(kind.has_value ? level.set(kind.code, 3, 2.5F) : level.set(kind.code), 1);
+        Level back;
+        EXPECT_EQ(back.decode(labelOf(level).c_str()), 1) << labelOf(level);
+        EXPECT_TRUE(back.compare(level)) << labelOf(level) << ": " << textOf(back);
+    }
+}
+
 TEST(Level, RefusesOtherTextsAndKeepsWhatItWas)
 {
     std::string const endless(100000, '9');
@@ -108,6 +123,10 @@ TEST(Level, RefusesOtherTextsAndKeepsWhatItWas)
                               "5-mb",
                               "5--mb",
                               "1e5mb",
+                              "mb500",
+                              "sigma",
+                              "sigma0.5x",
+                              "hybrid level",
                               "0x10mb",
                               "L",
                               "L255",
