@@ -8,8 +8,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
+#include <filesystem>
 #include <optional>
+#include <system_error>
 
 namespace Yul {
 namespace {
@@ -77,6 +78,13 @@ bool readAt(File & file, std::size_t position, std::size_t count, std::string & 
 {
     octets.resize(count);
     return file.seek(static_cast<long long>(position)) != 0 && file.read(octets.data(), count) == count;
+}
+
+/// Opening a named pipe would wait for a writer.
+bool openRegular(File & file, std::string const & name)
+{
+    std::error_code error;
+    return std::filesystem::is_regular_file(name, error) && file.open(name.c_str(), "r") != 0;
 }
 
 bool isPosition(EarthPoint const & point)
@@ -157,8 +165,7 @@ int MapFile::open(char const * file_name)
     std::string const name(detail::viewOf(file_name));
     std::string const in_database = detail::databaseFile(name);
     bool const is_there = !name.empty() && name != "-" && name.front() != '|';
-    bool const is_found =
-        is_there && (file.open(in_database.c_str(), "r") != 0 || file.open(name.c_str(), "r") != 0);
+    bool const is_found = is_there && (openRegular(file, in_database) || openRegular(file, name));
     if (is_found && readHeaders())
         return 1;
     Yul::outWarning("MapFile::open: %s: %s\n", name.c_str(),

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace Yul {
 namespace {
@@ -184,6 +185,9 @@ TEST_F(MapFileTest, RefusalsLeaveNoTrace)
     EXPECT_EQ(file.open("no such.map"), 0);
     EXPECT_EQ(file.open(nullptr) + file.open("") + file.open("-") + file.open("/"), 0);
     EXPECT_EQ(file.isOpen() ? 1 : file.getNumLayers(), 0);
+    std::remove(name.c_str());
+    ASSERT_EQ(mkfifo(name.c_str(), 0600), 0);
+    EXPECT_EQ(file.open(name.c_str()), 0); // and does not wait for a writer
 }
 
 /// Reads all that the file holds; every position that comes out is one.
