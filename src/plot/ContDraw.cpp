@@ -401,7 +401,7 @@ private:
         float const value_height = VALUE_HEIGHT * h;
         float const gap = 0.3F * h;
         char const * const letter = extremum.is_high ? "H" : "L";
-        char const * const color = extremum.is_high ? "blue" : "red";
+        char const * const color = (extremum.is_high ? cont.high_color : cont.low_color).c_str();
         std::string const value = detail::levelText(extremum.value, step);
 
         setText(value_height, 1.5F, color);
@@ -429,7 +429,7 @@ private:
     /// Text that stands clear of what is behind it.
     void drawClear(float x, float y, char const * text, TextLook const & look)
     {
-        constexpr float HALO = 5; // dots
+        constexpr float HALO = 6; // dots
         setText(look.height, look.weight + HALO, "white");
         graph.drawText(x, y, text);
         setText(look.height, look.weight, look.color);

@@ -156,8 +156,13 @@ int ContPlot::setParam(char const * params)
             setLabel(PlotAttr(value.c_str()));
         else if (is("nolab"))
             has_labels = false;
-        else if (is("hilo") || is("nohilo"))
-            has_extrema = is("hilo");
+        else if (is("hilo")) {
+            has_extrema = true;
+            std::size_t const colon = std::min(value.find(':'), value.size());
+            high_color = value.empty() ? HIGH_COLOR : value.substr(0, colon);
+            low_color = value.empty() ? LOW_COLOR : value.substr(std::min(colon + 1, value.size()));
+        } else if (is("nohilo"))
+            has_extrema = false;
     }
     return 1;
 }

@@ -7,6 +7,8 @@
 #include "plot/LevelScale.h"
 #include "plot/PlotAttr.h"
 
+#include <string>
+
 namespace Yul {
 
 class Grid;
@@ -66,7 +68,7 @@ public:
     ///   dash=N   dash mode                                line=ATTR    attribute text, colons between items;
     ///                                                     "line=off" draws none
     ///   every=N  wide lines                               lab or lab=ATTR, nolab   labels in the lines
-    ///   hilo, nohilo   highs and lows marked
+    ///   hilo, hilo=A:B, nohilo   highs and lows marked, in these colours (blue and red)
     int setParam(char const * params);
 
     /// Chooses the levels for a grid, as `draw` does. Warns when the interval is too small and replaced.
@@ -96,6 +98,9 @@ public:
 private:
     class Drawer;
 
+    static constexpr char const * HIGH_COLOR = "blue";
+    static constexpr char const * LOW_COLOR = "red";
+
     float interval = Const::MISS;
     float base = Const::MISS;
     float low = Const::MISS;
@@ -104,6 +109,8 @@ private:
     int every = 0;
     bool has_labels = false;
     bool has_extrema = false;
+    std::string high_color = HIGH_COLOR;
+    std::string low_color = LOW_COLOR;
     bool is_filled = false;
     bool has_table_colors = false; // those of the colour table, for lines; bands have them anyway
     PlotAttr line;

@@ -84,7 +84,9 @@ View lookOver(Domain const & domain, Rect const & frame)
             continue;
         double const offset = halfTurn(lon[i] - view.mid_lon);
         view.lat = {std::min(view.lat.min, lat[i]), std::max(view.lat.max, lat[i])};
-        view.lon = {std::min(view.lon.min, offset), std::max(view.lon.max, offset)};
+        bool const is_opposite = 180 - std::abs(offset) < 1e-6; // it counts on both sides
+        view.lon = {std::min(view.lon.min, is_opposite ? -180 : offset),
+                    std::max(view.lon.max, is_opposite ? 180 : offset)};
     }
     for (double const pole : {-90., 90.}) {
         if (view.isEmpty() || !polePoint(domain, frame, pole))

@@ -142,8 +142,9 @@ def _contours(values, options):
         layers.append(layer('line=off', 'fill' if colors is True else f'fill={_joined(colors)}'))
     if options['lines']:
         look = options['lines']
+        wide = options['every'] if options['levels'] is None else 0
         layers.append(layer('' if look is True else f'line={look}', 'lab' if options['labels'] else '',
-                            'hilo' if options['highs'] else '', f'every={options["every"] if options["levels"] is None else 0}', options['params'] or ''))
+                            options['highs'] or '', f'every={wide}', options['params'] or ''))
     return layers
 
 
@@ -193,6 +194,7 @@ def contour_map(grid: Grid, output: str | PathLike[str] | None = None, *, domain
     from . import Plot, Range
     options = dict(interval=interval, base=base, levels=levels, fill=fill, lines=lines, labels=labels, highs=highs,
                    every=every, params=params)
+    options['highs'] = highs and ('hilo' if color else 'hilo=black:black')
     values = Range()
     grid.getRange(values)
     if values.min == -9999 and values.max == -9999:

@@ -88,6 +88,25 @@ TEST(Graticule, LinesHoldTheirLatitudeOrLongitude)
     }
 }
 
+TEST(Graticule, ParallelsRoundTheEarthMeetBothSides)
+{
+    for (char const * text : {"ll,0,0,361,181,1,1", "ll,0,180,361,181,1,1", "ll,10,-75,721,121,.5,.5"}) {
+        Domain const domain(text);
+        Graticule const graticule = makeGraticule(domain, domain.getLimits(), {30, 60});
+        for (auto const edge : {GraticuleTick::LEFT, GraticuleTick::RIGHT}) {
+            auto const is_parallel = [&](GraticuleTick const & tick) {
+                return tick.edge == edge && tick.kind == LineKind::PARALLEL && std::abs(tick.value) == 30;
+            };
+            EXPECT_GE(std::count_if(graticule.ticks.begin(), graticule.ticks.end(), is_parallel), 1) << text;
+        }
+        for (GraticuleLine const & line : graticule.lines) {
+            bool const is_whole = line.kind != LineKind::PARALLEL ||
+                                  line.points.all().back().x - line.points.all().front().x > 359;
+            EXPECT_TRUE(is_whole) << text << ' ' << line.value;
+        }
+    }
+}
+
 TEST(Graticule, WritesDegrees)
 {
     EXPECT_EQ(graticuleLabel(LineKind::PARALLEL, 40), "40°N");
