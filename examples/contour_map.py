@@ -102,6 +102,8 @@ def draw(grid: Grid, domain: Domain, arguments: argparse.Namespace, page: str) -
                                      'color' if arguments.color else 'gray']))
     plot, contours, values = Plot(), ContPlot(), Range()
     grid.getRange(values)
+    if values.min == values.max == -9999:
+        raise Failure('the field has no values')
     if arguments.interval is None:
         contours.setInterval(round_interval(values))
     elif not (arguments.interval > 0 and contours.setInterval(arguments.interval)):

@@ -6,6 +6,7 @@ it. Only the document shows its page; the pictures leave its state as it was.
 
 from pathlib import Path
 import sys
+import tempfile
 
 from Yul import GribFile, contour_map
 
@@ -24,8 +25,13 @@ TEXTS = [(742, 20, 'Upper air, North Atlantic'), (722, 11, 'Lines and bands of o
          (30, 9, 'The boxes show what the document knows of the pictures: their bounding boxes.')]
 
 grid = next(iter(GribFile(str(FIELD))))
-contour_map(grid, 'lines.eps', domain='stereo:90:-25,53,-25,57,43,1.5', interval=60, color=False)
-contour_map(grid, 'bands.eps', domain='stereo:90:-25,53,-25,57,43,1.5', interval=120, fill=True, labels=False)
+area = 'stereo:90:-25,53,-25,57,43,1.5'
+pictures = {}
+with tempfile.TemporaryDirectory() as folder:
+    contour_map(grid, f'{folder}/lines.eps', domain=area, interval=60, color=False)
+    contour_map(grid, f'{folder}/bands.eps', domain=area, interval=120, fill=True, labels=False)
+    for file in Path(folder).iterdir():
+        pictures[file.name] = file.read_text(encoding='latin-1')
 
 x = (612 - WIDTH * SCALE) / 2
 with open(sys.argv[1], 'w', encoding='latin-1') as page:
@@ -33,7 +39,7 @@ with open(sys.argv[1], 'w', encoding='latin-1') as page:
     for y, size, text in TEXTS:
         page.write(f'/Helvetica findfont {size} scalefont setfont {x} {y} moveto ({text}) show\n')
     for name, y in (('lines.eps', 384), ('bands.eps', 50)):
-        picture = Path(name).read_text(encoding='latin-1')
+        picture = pictures[name]
         left, bottom, right, top = (int(word) for word in picture.split('%%BoundingBox: ')[1].split('\n')[0].split())
         page.write(f'0.6 setgray 0.5 setlinewidth {x} {y} {(right - left) * SCALE} {(top - bottom) * SCALE} rectstroke\n')
         page.write(BEGIN.format(x=x - left * SCALE, y=y - bottom * SCALE, scale=SCALE, name=name) + picture + END)

@@ -6,6 +6,7 @@ lines in the colours of the table with a bar below.
 
 from pathlib import Path
 import sys
+import tempfile
 
 from Yul import ContPlot, Domain, GribFile, Image, Plot
 
@@ -19,10 +20,9 @@ for row in range(SIZE):
         distance = (x * x + y * y) ** 0.5
         if distance < 1:
             logo.setPixel(column, row, 0x1B4F8A if distance > 0.82 or abs(y - 0.35 * x * (1 - x * x) * 3) < 0.12 else 0xDCEBFA)
-logo.write('logo.png')
 
 plot, contours = Plot(), ContPlot()
-if not plot.open(f'{sys.argv[1]},de=p,color,land,bar=bottom,lo=logo.png:ur'):
+if not plot.open(f'{sys.argv[1]},de=p,color,land,bar=bottom'):
     sys.exit(1)
 plot.setDomain(Domain('merc:0:0,50,-20,91,49,1.2,1.2'))
 contours.setParam('int=40,col,line=wi=2,lab=black,hilo')
@@ -32,6 +32,9 @@ for position, text in {'ul': '%l %v', 'uc': 'valid %t', 'ur': 'from %i', 'll': '
                        'lc': '%a to %z %u', 'lr': '{%m, }h + %h'}.items():
     plot.setLabel(position, text)
 plot.drawBorder()
-plot.drawLabels()
+with tempfile.TemporaryDirectory() as folder:
+    logo.write(f'{folder}/logo.png')
+    plot.setParam(f'lo={folder}/logo.png:ur')
+    plot.drawLabels()
 if not plot.close():
     sys.exit(1)

@@ -207,7 +207,7 @@ def contour_map(grid: Grid, output: str | PathLike[str] | None = None, *, domain
 
     def draw(name):
         plot = Plot()
-        if not plot.open(','.join(filter(None, [name, *device]))):
+        if not _open_quietly(plot, ','.join(filter(None, [name, *device]))):
             raise OSError(f'contour_map: unable to write to {output or name}')
         if not plot.setDomain(area):
             raise ValueError(f'contour_map: not an area to draw: {area}')
@@ -231,6 +231,18 @@ def contour_map(grid: Grid, output: str | PathLike[str] | None = None, *, domain
             raise OSError(f'contour_map: unable to write all of the page to {output or name}')
 
     return _draw_to(draw, output, kind)
+
+
+def _open_quietly(plot, params):
+    """Opens a plot without the notice where it goes: that name is not the one it ends with."""
+    from . import Yul
+    if not Yul.checkMessage(Yul.PRINT):
+        return plot.open(params)
+    Yul.setMessageLevel('-print')
+    try:
+        return plot.open(params)
+    finally:
+        Yul.setMessageLevel('+print')
 
 
 def _draw_to(draw, output, kind):

@@ -150,6 +150,9 @@ def test_a_bad_file_gives_one_message_and_no_page(draw, write_grib, octets):
     (['{file}', '--interval', 'wide'], 'wide'),
     (['{file}', '--interval', '-5'], 'interval'),
     (['{file}', '--color', 'nocolour'], 'nocolour'),
+    (['{file}', '--domain', 'stereo:-90:0,-70,100,21,21,1'], 'no values on this map'),
+    (['{file}', '--domain', 'll,50,120,21,21,1,1'], 'no values on this map'),
+    (['{file}', '--domain', 'll,-50,-15,21,21,1,1'], 'no values on this map'),
 ])
 def test_a_bad_request_gives_one_message_and_no_page(draw, write_grib, tmp_path, arguments, word):
     places = {'file': write_grib(MESSAGE), 'folder': str(tmp_path / 'elsewhere'), 'pipe': str(tmp_path / 'pipe')}
