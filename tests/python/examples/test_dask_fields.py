@@ -1,11 +1,14 @@
 """examples/dask_fields.py gives the same results whichever way it runs."""
 
+import os
 import re
 import subprocess
 import sys
 
 import pytest
 
+if 'asan' in os.environ.get('LD_PRELOAD', ''):
+    pytest.skip('a cluster of workers takes too long with sanitizers', allow_module_level=True)
 pytest.importorskip('dask', reason='dask is not installed')
 
 

@@ -7,6 +7,8 @@ import pickle
 import numpy as np
 import pytest
 
+if 'asan' in os.environ.get('LD_PRELOAD', ''):
+    pytest.skip('xarray brings compilers that sanitizers do not bear', allow_module_level=True)
 xarray = pytest.importorskip('xarray', reason='xarray is not installed')
 
 from Yul import GribFile  # noqa: E402
