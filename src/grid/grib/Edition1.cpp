@@ -5,6 +5,7 @@
 #include "grid/grib/Earth.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace Yul::detail::grib {
@@ -191,6 +192,27 @@ constexpr GridType GRID_TYPES[] = {
 constexpr unsigned VARIES = 0xffff;
 constexpr unsigned MAX_BITS = 32;
 
+/// A lat/lon grid whose list of row lengths says one value at a pole and equal rows else. False when it says anything else.
+bool takePoleRow(Section & s, Geometry & g)
+{
+    std::size_t const rows = s.u16(9);
+    std::size_t const list = s.u8(5) + 4 * std::size_t{s.u8(4)};
+    auto const lengthOf = [&](std::size_t row) { return s.u16(list + 2 * row); };
+    if (s.u16(7) != VARIES || rows < 3 || rows == VARIES || s.u8(5) == 255 || lengthOf(1) < 2)
+        return false;
+    unsigned const length = lengthOf(1);
+    for (std::size_t row = 2; row + 1 < rows; ++row)
+        if (lengthOf(row) != length)
+            return false;
+    bool const is_first = lengthOf(0) == 1 && lengthOf(rows - 1) == length;
+    bool const is_last = lengthOf(0) == length && lengthOf(rows - 1) == 1;
+    if ((!is_first && !is_last) || (s.u8(28) & 0x20U) != 0)
+        return false;
+    g.nx = static_cast<int>(length);
+    g.pole_row = is_first ? PoleRow::FIRST : PoleRow::LAST;
+    return std::abs(std::abs(is_first ? g.lat1 : g.lat2) - 90) < MILLI;
+}
+
 } // namespace
 
 std::string readPDB(Section section, Product & product, Presence & presence)
@@ -226,9 +248,10 @@ std::string readGDB(Section section, Geometry & geometry)
             continue;
         if (row.read == nullptr)
             return format("grid type %u (%s)", type, row.name);
-        if (section.u16(7) == VARIES || section.u16(9) == VARIES)
-            return "reduced grid (rows of different lengths)";
+        bool const is_reduced = section.u16(7) == VARIES || section.u16(9) == VARIES;
         row.read(section, geometry);
+        if (is_reduced && (row.kind != GridKind::LATLON || !takePoleRow(section, geometry)))
+            return "reduced grid (rows of different lengths)";
         if (section.isShort())
             return "grid description section too short";
         geometry.kind = row.kind;

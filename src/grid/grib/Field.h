@@ -88,6 +88,9 @@ struct Product
 /// Kinds of grids that can be delivered.
 enum class GridKind { NONE, LATLON, GAUSSIAN, MERCATOR, POLAR, LAMBERT, ALBERS, AZIMUTHAL, SPACE_VIEW };
 
+/// A row at a pole that the message holds as one value.
+enum class PoleRow { NONE, FIRST, LAST };
+
 /// Where the points lie: the numbers of the grid definition, degrees and metres. NaN where the message does
 /// not say.
 struct Geometry
@@ -121,10 +124,17 @@ struct Geometry
     double x_angle = 0; ///< space view: apparent diameter of the earth in grid lengths
     double y_angle = 0;
     int gauss_n = 0; ///< Gaussian: parallels between a pole and the equator
+    PoleRow pole_row = PoleRow::NONE;
 
     [[nodiscard]] std::uint64_t points() const noexcept
     {
         return static_cast<std::uint64_t>(nx) * static_cast<std::uint64_t>(ny);
+    }
+
+    /// Points that the message holds, bitmap and values.
+    [[nodiscard]] std::uint64_t codedPoints() const noexcept
+    {
+        return pole_row == PoleRow::NONE ? points() : points() - static_cast<std::uint64_t>(nx) + 1;
     }
 };
 

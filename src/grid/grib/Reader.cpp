@@ -346,7 +346,7 @@ void Reader::complete(Field & field)
 }
 
 /// Simple packing goes through a small buffer, so that the octets of the message never leave the nearest caches.
-bool Reader::unpackInPieces(Field const & field, std::span<float> values)
+std::string Reader::unpackInPieces(Field const & field, std::span<float> values)
 {
     Packing const & packing = field.packing;
     for (std::size_t first = 0; first < values.size(); first += POINTS_AT_ONCE) {
@@ -355,20 +355,27 @@ bool Reader::unpackInPieces(Field const & field, std::span<float> values)
         input.release(position);
         Octets const packed = input.view(position, (std::uint64_t{piece.size()} * packing.bits + 7) / 8);
         if (!holds(packed, 0, packing.bits, piece.size()))
-            return false;
+            return "cut short";
         unpackScaled(packed, 0, packing.bits, packing.scale, piece);
     }
-    return true;
+    return {};
 }
 
 std::string Reader::unpack(Field const & field, std::span<float> values)
 {
-    if (field.packing.kind == PackingKind::SIMPLE && !field.has_bitmap) {
-        if (!unpackInPieces(field, values))
-            return "cut short";
+    auto const coded = values.first(static_cast<std::size_t>(field.geometry.codedPoints()));
+    bool const is_simple = field.packing.kind == PackingKind::SIMPLE && !field.has_bitmap;
+    std::string fault = is_simple ? unpackInPieces(field, coded) : unpackWhole(field, coded);
+    if (fault.empty()) {
+        spreadPole(field.geometry, values);
         arrange(Scan::of(field.geometry.scan_flags), field.geometry.nx, field.geometry.ny, values, spare);
-        return {};
     }
+    return fault;
+}
+
+/// Bitmap and data in memory.
+std::string Reader::unpackWhole(Field const & field, std::span<float> values)
+{
     input.release(
         std::min(field.has_bitmap ? field.bitmap.position : field.data.position, field.data.position));
     std::vector<Octet> bitmap_copy;
@@ -394,10 +401,7 @@ std::string Reader::unpack(Field const & field, std::span<float> values)
         data = input.view(field.data.position, field.data.length);
     if (data.size() < field.data.length || (field.has_bitmap && bitmap.size() < field.bitmap.length))
         return "cut short";
-    std::string fault = unpackValues(field, bitmap, data, values);
-    if (fault.empty())
-        arrange(Scan::of(field.geometry.scan_flags), field.geometry.nx, field.geometry.ny, values, spare);
-    return fault;
+    return unpackValues(field, bitmap, data, values);
 }
 
 } // namespace Yul::detail::grib

@@ -71,7 +71,8 @@ private:
     [[nodiscard]] bool
     takeSection1(std::uint64_t & position, std::size_t head, Section & section, Extent & extent);
     void complete(Field & field);
-    [[nodiscard]] bool unpackInPieces(Field const & field, std::span<float> values);
+    [[nodiscard]] std::string unpackInPieces(Field const & field, std::span<float> values);
+    [[nodiscard]] std::string unpackWhole(Field const & field, std::span<float> values);
     void leave(std::uint64_t next_position);
     void abandon(std::string const & fault, std::uint64_t next_position);
     void warn(std::string line);

@@ -10,6 +10,7 @@
 #include "grid/grib/packing/SecondOrder.h"
 #include "grid/grib/packing/Unpack.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -74,7 +75,7 @@ std::string checkField(Field const & field)
         return format("staggered rows (scanning mode %u)", g.scan_flags);
     if (findUnpacker(field.packing.kind) == nullptr)
         return format("data template 5.%d", field.packing.template_number);
-    std::uint64_t const points = g.points();
+    std::uint64_t const points = g.codedPoints();
     std::uint64_t const packed = field.packing.points;
     if (field.has_bitmap && field.bitmap.length < (points + 7) / 8)
         return format("bitmap of %llu octets for %llu points",
@@ -91,6 +92,19 @@ std::string checkField(Field const & field)
     if (!isWithinFloat(field.packing.scale, field.packing.bits))
         return "scale factors beyond the range of values";
     return {};
+}
+
+void spreadPole(Geometry const & geometry, std::span<float> values) noexcept
+{
+    auto const row = static_cast<std::size_t>(geometry.nx);
+    std::size_t const coded = values.size() - row + 1;
+    if (geometry.pole_row == PoleRow::LAST)
+        std::fill(values.begin() + static_cast<std::ptrdiff_t>(coded), values.end(), values[coded - 1]);
+    else if (geometry.pole_row == PoleRow::FIRST) {
+        std::copy_backward(values.begin() + 1, values.begin() + static_cast<std::ptrdiff_t>(coded),
+                           values.end());
+        std::fill_n(values.begin() + 1, row - 1, values[0]);
+    }
 }
 
 std::string unpackValues(Field const & field, Octets bitmap, Octets data, std::span<float> values)

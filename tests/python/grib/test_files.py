@@ -247,8 +247,6 @@ def test_check_type_looks_at_200_octets(write_grib):
     assert GribFile.checkType('/nowhere') == 0
 
 
-
-
 def test_an_inventory_comes_from_the_headers(write_grib):
     name = write_grib(*(message(p + h, hours=h, level=(100, p * 100)) for p in (850, 500) for h in (0, 6)),
                       message(2, edition=1, parameter=11, level=(105, 2)))
@@ -279,28 +277,78 @@ PREDEFINED = {
 }
 
 
+def named_by_number(values, number):
+    """A message without a grid description, whose values belong to a grid of that number."""
+    octets = bytearray(grib1(values, AREA))
+    del octets[36:36 + int.from_bytes(octets[36:39], 'big')]
+    octets[4:7] = len(octets).to_bytes(3, 'big')
+    octets[14], octets[15] = number, 0
+    return octets
+
+
 @pytest.mark.parametrize('number', PREDEFINED)
 def test_a_grid_named_by_number_lies_where_its_centre_says(write_grib, number):
     nx, ny, lat, lon = PREDEFINED[number]
-    octets = bytearray(grib1(np.zeros((ny, nx)) + 3, AREA))
-    del octets[36:36 + int.from_bytes(octets[36:39], 'big')]  # the grid description
-    octets[4:7] = len(octets).to_bytes(3, 'big')
-    octets[14], octets[15] = number, 0
     grid = Grid()
-    assert GribFile(write_grib(octets)).read(grid) == 1
+    assert GribFile(write_grib(named_by_number(np.zeros((ny, nx)) + 3, number))).read(grid) == 1
     assert (grid.getNx(), grid.getNy(), grid.getType()) == (nx, ny, number)
     earth = EarthPoint()
     assert grid.tran(GridPoint(nx - 1, ny - 1 if number < 200 else 0), earth) == 1
     assert (earth.lat, earth.lon) == pytest.approx((lat, lon), abs=2e-3)
 
 
-@pytest.mark.parametrize('number, text', [(37, 'rows of different lengths'), (21, 'pole'), (99, 'predefined grid 99')])
-def test_a_grid_named_by_another_number_is_refused(write_grib, capfd, number, text):
-    octets = bytearray(message(1, edition=1))
-    del octets[36:36 + int.from_bytes(octets[36:39], 'big')]
+# Grids with one value for a pole: number, columns, rows without the pole, western and eastern edge.
+POLAR_CAPS = [(21, 37, 36, 0, 180), (22, 37, 36, -180, 0), (23, 37, 36, 0, 180), (24, 37, 36, -180, 0),
+              (25, 72, 18, 0, -5), (26, 72, 18, 0, -5), (61, 91, 45, 0, 180), (62, 91, 45, -180, 0),
+              (63, 91, 45, 0, 180), (64, 91, 45, -180, 0)]
+SOUTHERN = (23, 24, 26, 63, 64)
+
+
+def check_polar_cap(grid, field, pole_value, is_south, west, east):
+    """field has its rows from south to north, without the pole's."""
+    values = np.array(grid.values)
+    pole, rest = (values[-1], values[:-1]) if is_south else (values[0], values[1:])
+    np.testing.assert_allclose(pole, pole_value, atol=0.06)
+    np.testing.assert_allclose(rest, field[::-1], atol=0.06)
+    first, last = EarthPoint(), EarthPoint()
+    assert grid.tran(GridPoint(0, 0), first) and grid.tran(GridPoint(grid.getNx() - 1, grid.getNy() - 1), last)
+    assert (first.lat, last.lat) == pytest.approx((0, -90) if is_south else (90, 0), abs=1e-4)
+    for lon, expected in ((first.lon, west), (last.lon, east)):
+        assert (lon - expected + 180) % 360 - 180 == pytest.approx(0, abs=1e-3)
+
+
+@pytest.mark.parametrize('number, nx, rows, west, east', POLAR_CAPS)
+def test_one_value_for_a_pole_fills_its_row(write_grib, number, nx, rows, west, east):
+    field = np.random.default_rng(number).uniform(0, 100, (rows, nx)).round(1)
+    is_south = number in SOUTHERN
+    coded = np.concatenate([[250.0], field.ravel()] if is_south else [field.ravel(), [250.0]])
+    grid = Grid()
+    assert GribFile(write_grib(named_by_number(coded[None, :], number))).read(grid) == 1
+    check_polar_cap(grid, field, 250, is_south, west, east)
+
+
+@pytest.mark.parametrize('is_south', [False, True])
+def test_row_lengths_that_say_one_value_for_a_pole(write_grib, is_south):
+    field = np.random.default_rng(3).uniform(0, 100, (9, 8)).round(1)
+    coded = np.concatenate([[250.0], field.ravel()] if is_south else [field.ravel(), [250.0]])
+    octets = bytearray(grib1(coded[None, :], LatLon(0, 0, 0, 315), scan=0x40))
+    pole = 46 if is_south else 53  # the latitude of the first or the last point
+    octets[pole:pole + 3] = (90000 | is_south << 23).to_bytes(3, 'big')
+    lengths = [1] + 9 * [8] if is_south else 9 * [8] + [1]
+    octets[36:39] = (32 + 20).to_bytes(3, 'big')
+    octets[36 + 4] = 33  # where the list begins
+    octets[42:46] = b'\xff\xff' + (10).to_bytes(2, 'big')
+    octets[36 + 23:36 + 27] = (45000).to_bytes(2, 'big') + (10000).to_bytes(2, 'big')
+    octets[36 + 32:36 + 32] = b''.join(n.to_bytes(2, 'big') for n in lengths)
     octets[4:7] = len(octets).to_bytes(3, 'big')
-    octets[14], octets[15] = number, 0
-    assert first_values(write_grib(octets)) == []
+    grid = Grid()
+    assert GribFile(write_grib(octets)).read(grid) == 1
+    check_polar_cap(grid, field, 250, is_south, 0, -45)
+
+
+@pytest.mark.parametrize('number, text', [(37, 'rows of different lengths'), (99, 'predefined grid 99')])
+def test_a_grid_named_by_another_number_is_refused(write_grib, capfd, number, text):
+    assert first_values(write_grib(named_by_number(FIELD, number))) == []
     assert text in capfd.readouterr().err
 
 
