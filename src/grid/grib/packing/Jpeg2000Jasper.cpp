@@ -16,12 +16,55 @@ namespace {
 
 constexpr std::size_t BLOCK = 1024;
 
+#if defined(JAS_VERSION_MAJOR) && JAS_VERSION_MAJOR >= 3
+
+/// JasPer for this thread; it prints nothing.
+class Session
+{
+public:
+    Session() : is_ready(hasLibrary() && jas_init_thread() == 0) {}
+
+    ~Session()
+    {
+        if (is_ready)
+            jas_cleanup_thread();
+    }
+
+    Session(Session const &) = delete;
+    Session & operator=(Session const &) = delete;
+
+    bool const is_ready;
+
+private:
+    /// Once for the process.
+    static bool hasLibrary()
+    {
+        static bool const is_set_up = [] {
+            jas_conf_clear();
+            jas_conf_set_max_mem_usage(jas_get_total_mem_size());
+            jas_conf_set_vlogmsgf(jas_vlogmsgf_discard);
+            return jas_init_library() == 0;
+        }();
+        return is_set_up;
+    }
+};
+
+bool isReady()
+{
+    thread_local Session const session;
+    return session.is_ready;
+}
+
+#else
+
 /// JasPer is set up once for the process; false when that failed.
 bool isReady()
 {
     static bool const ready = jas_init() == 0;
     return ready;
 }
+
+#endif
 
 struct Free
 {
@@ -34,19 +77,26 @@ struct Free
 
 template <class Handle> using Owned = std::unique_ptr<Handle, Free>;
 
-/// Samples row by row, scaled in blocks.
-void scaleRows(
-    jas_matrix_t & samples, std::size_t width, std::size_t height, Scale const & scale, float * out)
+/// Samples a row at a time, because JasPer hands them out as words of eight octets. False when it does not.
+bool scaleRows(jas_image_t & image, std::size_t width, std::size_t height, Scale const & scale, float * out)
 {
+    Owned<jas_matrix_t> const samples(jas_matrix_create(1, static_cast<jas_matind_t>(width)));
+    if (samples == nullptr)
+        return false;
     std::array<std::uint32_t, BLOCK> block;
-    for (std::size_t row = 0; row < height; ++row)
+    for (std::size_t row = 0; row < height; ++row) {
+        if (jas_image_readcmpt(&image, 0, 0, static_cast<jas_image_coord_t>(row),
+                               static_cast<jas_image_coord_t>(width), 1, samples.get()) != 0)
+            return false;
         for (std::size_t first = 0; first < width; first += BLOCK) {
             std::size_t const count = std::min(BLOCK, width - first);
             for (std::size_t i = 0; i < count; ++i)
-                block[i] = static_cast<std::uint32_t>(jas_matrix_get(&samples, static_cast<jas_matind_t>(row),
-                                                                     static_cast<jas_matind_t>(first + i)));
+                block[i] = static_cast<std::uint32_t>(
+                    jas_matrix_get(samples.get(), 0, static_cast<jas_matind_t>(first + i)));
             scaleIntegers(std::span(block).first(count), scale, out + row * width + first);
         }
+    }
+    return true;
 }
 
 } // namespace
@@ -68,12 +118,8 @@ std::string decodeJpeg2000(Octets octets, Scale const & scale, std::span<float> 
     auto const height = static_cast<std::size_t>(jas_image_height(image.get()));
     if (jas_image_numcmpts(image.get()) != 1 || width * height != out.size())
         return format("JPEG 2000 picture of %zu by %zu samples for %zu values", width, height, out.size());
-    Owned<jas_matrix_t> const samples(
-        jas_matrix_create(static_cast<jas_matind_t>(height), static_cast<jas_matind_t>(width)));
-    if (samples == nullptr || jas_image_readcmpt(image.get(), 0, 0, 0, static_cast<jas_image_coord_t>(width),
-                                                 static_cast<jas_image_coord_t>(height), samples.get()) != 0)
+    if (!scaleRows(*image, width, height, scale, out.data()))
         return "damaged JPEG 2000 picture";
-    scaleRows(*samples, width, height, scale, out.data());
     return {};
 }
 
