@@ -107,7 +107,6 @@ int GribFile::close()
     reader.close();
     has_field = has_loc = false;
     is_bad = false;
-    params.clear();
     header.init();
     return output.close();
 }

@@ -69,10 +69,28 @@ public:
     /// Forecast time; of a field over a period its end counts.
     [[nodiscard]] ForeTime const & getForeTime() const noexcept { return fore; }
 
+    /// Latitude of a row, degrees, row 0 in the north, of a grid whose rows are parallels: latitude/longitude and regular
+    /// Gaussian grids. Rows of the latter are not quite equally apart, as a Domain has them. Const::MISS for other grids and
+    /// rows outside.
+    [[nodiscard]] double getRowLat(int row) const noexcept;
+
     /// Lists the description on standard output.
     int print() const;
 
 private:
+    /// The rows of a grid on parallels.
+    struct Rows
+    {
+        int count = 0;
+        double north = 0;
+        double step = 0;
+        int parallels = 0; ///< Gaussian: between a pole and the equator, and which one is row 0
+        int first = 0;
+    };
+
+    static Rows rowsOf(detail::grib::Field const & field) noexcept;
+
+    Rows rows;
     int edition = Const::MISS;
     int centre = Const::MISS;
     int sub_centre = Const::MISS;

@@ -5,6 +5,7 @@
 #include "core/StrLib.h"
 #include "grid/VarName.h"
 #include "grid/Variable.h"
+#include "grid/variables/Tables.h"
 
 #include <algorithm>
 
@@ -19,6 +20,16 @@ VarNameItem const * findItem(int edition, int number, int centre, int table, int
     if (edition == 2)
         return VarName::findGrib2(centre, key / KEY_BASE, key % KEY_BASE, number);
     return VarName::findGrib1(centre, table, number);
+}
+
+/// A parameter of a centre's own table of edition 1 that no variable stands for; null where there is none.
+detail::LocalParam const * findLocalParam(int centre, int table, int number)
+{
+    for (auto const rows : {detail::ncepParams(), detail::ecmwfParams()})
+        for (auto const & row : rows)
+            if (row.centre == centre && row.table == table && row.number == number)
+                return &row;
+    return nullptr;
 }
 
 } // namespace
@@ -49,14 +60,20 @@ int GribParam::setText(char const * name_value, char const * units_value, char c
 int GribParam::find(int edition, int number_value, int centre_value, int table_value, int key_value)
 {
     init();
-    VarNameItem const * const item =
-        key_value >= 0 ? findItem(edition, number_value, centre_value, table_value, key_value) : nullptr;
-    if (item == nullptr)
+    if (key_value < 0)
         return 0;
-    set(number_value, centre_value, table_value, key_value);
-    setText(item->getName(), item->getUnits(), item->getLongName());
-    var_code = item->getIndex();
-    return 1;
+    if (auto const * const item = findItem(edition, number_value, centre_value, table_value, key_value)) {
+        auto const * const local =
+            edition == 2 ? nullptr : detail::findLocalGrib1(centre_value, table_value, number_value);
+        bool const has_units = local != nullptr && local->units != nullptr;
+        setText(item->getName(), has_units ? local->units : item->getUnits(), item->getLongName());
+        var_code = item->getIndex();
+    } else if (auto const * const param =
+                   edition == 2 ? nullptr : findLocalParam(centre_value, table_value, number_value))
+        setText(param->name, param->units, param->text);
+    else
+        return 0;
+    return set(number_value, centre_value, table_value, key_value);
 }
 
 bool GribParam::match(int number_value, int centre_value, int table_value, int key_value) const noexcept

@@ -27,7 +27,9 @@ struct RangeIndicator
     Statistic statistic;
 };
 
-/// Code table 5. 6 and 7 count P1 (and 6 also P2) backward.
+/// Code table 5, from 128 on as NCEP has it. 6 and 7 count P1 (and 6 also P2) backward; 128 to 131 and 137 to 140 are means
+/// of several forecasts' accumulations and averages.
+/// Source: WMO Manual on Codes 306, volume I.2, code table 5; NCEP Office Note 388, table 5.
 constexpr RangeIndicator RANGE_INDICATORS[] = {
     {0, 1, 1, 0, 0, Statistic::NONE},           {1, 0, 0, 0, 0, Statistic::NONE},
     {2, 1, 0, 1, 0, Statistic::NONE},           {3, 1, 0, 1, 0, Statistic::AVERAGE},
@@ -39,6 +41,13 @@ constexpr RangeIndicator RANGE_INDICATORS[] = {
     {117, 1, 1, 0, 0, Statistic::AVERAGE},      {118, 0, 0, 0, 1, Statistic::COVARIANCE},
     {119, 1, 1, 0, 1, Statistic::DEVIATION},    {123, 0, 0, 0, 1, Statistic::AVERAGE},
     {124, 0, 0, 0, 1, Statistic::ACCUMULATION}, {125, 1, 1, 0, 1, Statistic::DEVIATION},
+    {128, 1, 0, 1, 0, Statistic::AVERAGE},      {129, 1, 0, 1, 0, Statistic::AVERAGE},
+    {130, 1, 0, 1, 0, Statistic::AVERAGE},      {131, 1, 0, 1, 0, Statistic::AVERAGE},
+    {132, 0, 0, 0, 0, Statistic::AVERAGE},      {133, 1, 1, 0, 0, Statistic::AVERAGE},
+    {134, 1, 1, 0, 0, Statistic::RMS},          {135, 1, 1, 0, 0, Statistic::DEVIATION},
+    {136, 0, 0, 0, 0, Statistic::DEVIATION},    {137, 1, 0, 1, 0, Statistic::AVERAGE},
+    {138, 1, 0, 1, 0, Statistic::AVERAGE},      {139, 1, 0, 1, 0, Statistic::AVERAGE},
+    {140, 1, 0, 1, 0, Statistic::AVERAGE},
 };
 
 constexpr unsigned ANALYSIS = 1;

@@ -22,16 +22,25 @@ struct ProductTemplate
 };
 
 constexpr ProductTemplate TEMPLATES[] = {
-    {0, 0, 0, 0, 0, 0, 0, 0},    {1, 0, 36, 0, 0, 0, 0, 0},   {2, 0, 0, 35, 0, 0, 0, 0},
-    {3, 0, 0, 35, 0, 0, 0, 0},   {4, 0, 0, 35, 0, 0, 0, 0},   {5, 0, 0, 0, 0, 37, 0, 0},
-    {6, 0, 0, 0, 35, 0, 0, 0},   {7, 0, 0, 0, 0, 0, 0, 0},    {8, 0, 0, 0, 0, 0, 35, 0},
-    {9, 0, 0, 0, 0, 37, 48, 0},  {10, 0, 0, 0, 35, 0, 36, 0}, {11, 0, 36, 0, 0, 0, 38, 0},
-    {12, 0, 0, 35, 0, 0, 37, 0}, {13, 0, 0, 35, 0, 0, 69, 0}, {14, 0, 0, 35, 0, 0, 65, 0},
-    {15, 0, 0, 0, 0, 0, 0, 35},  {40, 2, 0, 0, 0, 0, 0, 0},   {41, 2, 38, 0, 0, 0, 0, 0},
-    {42, 2, 0, 0, 0, 0, 37, 0},  {43, 2, 38, 0, 0, 0, 40, 0}, {45, 13, 49, 0, 0, 0, 0, 0},
-    {46, 13, 0, 0, 0, 0, 48, 0}, {48, 24, 0, 0, 0, 0, 0, 0},  {51, 0, 0, 0, 0, 0, 0, 0},
-    {60, 0, 36, 0, 0, 0, 0, 0},  {61, 0, 36, 0, 0, 0, 45, 0},
+    {0, 0, 0, 0, 0, 0, 0, 0},     {1, 0, 36, 0, 0, 0, 0, 0},   {2, 0, 0, 35, 0, 0, 0, 0},
+    {3, 0, 0, 35, 0, 0, 0, 0},    {4, 0, 0, 35, 0, 0, 0, 0},   {5, 0, 0, 0, 0, 37, 0, 0},
+    {6, 0, 0, 0, 35, 0, 0, 0},    {7, 0, 0, 0, 0, 0, 0, 0},    {8, 0, 0, 0, 0, 0, 35, 0},
+    {9, 0, 0, 0, 0, 37, 48, 0},   {10, 0, 0, 0, 35, 0, 36, 0}, {11, 0, 36, 0, 0, 0, 38, 0},
+    {12, 0, 0, 35, 0, 0, 37, 0},  {13, 0, 0, 35, 0, 0, 69, 0}, {14, 0, 0, 35, 0, 0, 65, 0},
+    {15, 0, 0, 0, 0, 0, 0, 35},   {32, 0, 0, 0, 0, 0, 0, 0},   {40, 2, 0, 0, 0, 0, 0, 0},
+    {41, 2, 38, 0, 0, 0, 0, 0},   {42, 2, 0, 0, 0, 0, 37, 0},  {43, 2, 38, 0, 0, 0, 40, 0},
+    {45, 13, 49, 0, 0, 0, 0, 0},  {46, 13, 0, 0, 0, 0, 48, 0}, {47, 13, 49, 0, 0, 0, 51, 0},
+    {48, 24, 0, 0, 0, 0, 0, 0},   {49, 24, 60, 0, 0, 0, 0, 0}, {51, 0, 0, 0, 0, 0, 0, 0},
+    {60, 0, 36, 0, 0, 0, 0, 0},   {61, 0, 36, 0, 0, 0, 45, 0}, {76, 3, 0, 0, 0, 0, 0, 0},
+    {77, 3, 39, 0, 0, 0, 0, 0},   {78, 3, 0, 0, 0, 0, 38, 0},  {79, 3, 39, 0, 0, 0, 41, 0},
+    {85, 13, 49, 0, 0, 0, 51, 0},
 };
+
+/// Simulated pictures of satellites have spectral bands in place of the surfaces.
+constexpr bool hasSurfaces(unsigned number) noexcept
+{
+    return number != 32;
+}
 
 /// Products of satellites have neither forecast time nor level.
 constexpr bool isSatellite(unsigned number) noexcept
@@ -120,13 +129,16 @@ std::string readPDS(Section section, Product & product)
         product.start = secondsAfter(product.reference, section.s32(19 + row.shift),
                                      static_cast<int>(section.u8(18 + row.shift)));
         product.end = product.start;
-        product.first = surfaceAt(section, 23 + row.shift);
-        product.second = surfaceAt(section, 29 + row.shift);
+        product.first = product.second = {};
+        if (hasSurfaces(number)) {
+            product.first = surfaceAt(section, 23 + row.shift);
+            product.second = surfaceAt(section, 29 + row.shift);
+        }
         product.member = optionalOctet(section, row.member);
         product.derived = optionalOctet(section, row.derived);
         product.percentile = optionalOctet(section, row.percentile);
         product.probability = optionalOctet(section, row.probability);
-        product.statistic = Statistic::NONE;
+        product.statistic = product.area_statistic = Statistic::NONE;
         if (row.area_statistic != 0)
             product.area_statistic = statisticOf(section.u8(row.area_statistic));
         if (row.period != 0)

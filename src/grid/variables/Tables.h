@@ -33,4 +33,19 @@ struct VarGrib1
 /// The row for a parameter of a centre's own table, or null.
 [[nodiscard]] VarGrib1 const * findLocalGrib1(int centre, int table, int number) noexcept;
 
+/// A parameter of a centre's own table of edition 1 that no variable stands for: its texts alone.
+struct LocalParam
+{
+    int centre;
+    int table;
+    int number;
+    char const * name;
+    char const * units;
+    char const * text;
+};
+
+/// In the order of table and number.
+[[nodiscard]] std::span<LocalParam const> ncepParams() noexcept;
+[[nodiscard]] std::span<LocalParam const> ecmwfParams() noexcept;
+
 } // namespace Yul::detail

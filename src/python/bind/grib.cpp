@@ -54,6 +54,7 @@ void bindGribPDB(Module & m)
         .method("getVar", &GribPDB::getVar)
         .method("getDate", &GribPDB::getDate)
         .method("getForeTime", &GribPDB::getForeTime)
+        .method("getRowLat", &GribPDB::getRowLat)
         .print(&GribPDB::print);
 }
 

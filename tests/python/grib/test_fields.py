@@ -130,3 +130,33 @@ def test_grid_says_what_the_message_says(write_grib, edition):
 def test_unknown_parameters_are_named_by_their_numbers(write_grib):
     assert read_one(write_grib(grib2(FIELD, AREA, parameter=(3, 200, 201)))).getVar().getName() == 'VAR_3_200_201'
     assert read_one(write_grib(grib1(FIELD, AREA, parameter=250, table=199))).getVar().getName() == 'VAR_255_199_250'
+
+
+@pytest.mark.parametrize('parallels, first, rows', [(16, 0, 32), (47, 0, 94), (32, 10, 20)])
+def test_rows_of_a_gaussian_grid_know_their_parallels(write_grib, parallels, first, rows):
+    sines, _ = np.polynomial.legendre.leggauss(2 * parallels)
+    lats = np.degrees(np.arcsin(sines))[::-1][first:first + rows]
+    values = RANDOM.uniform(0, 100, (rows, 12)).round(1)
+    octets = bytearray(grib1(values, LatLon(lats[0], 0, lats[-1], 330)))
+    octets[36 + 5] = 4  # a Gaussian grid
+    octets[36 + 25:36 + 27] = parallels.to_bytes(2, 'big')
+    file = GribFile(write_grib(octets))
+    grid = Grid()
+    assert file.read(grid) == 1
+    np.testing.assert_allclose(grid.values, values, atol=0.06)
+    header = file.getHeader()
+    np.testing.assert_allclose([header.getRowLat(row) for row in range(rows)], lats, atol=1e-9)
+    assert header.getRowLat(-1) == header.getRowLat(rows) == MISS
+    corner = EarthPoint()
+    for row in range(rows):  # the domain has them equally apart
+        assert grid.tran(GridPoint(0, row), corner) == 1
+        assert corner.lat == pytest.approx(lats[row], abs=1.2 / parallels)
+
+
+def test_rows_of_other_grids(write_grib):
+    file = GribFile(write_grib(grib2(FIELD, AREA), grib2(FIELD, GRIDS['lambert'], scan=0x40)))
+    grid = Grid()
+    assert file.read(grid) == 1
+    assert file.getHeader().getRowLat(0) == pytest.approx(60) and file.getHeader().getRowLat(20) == pytest.approx(40)
+    assert file.read(grid) == 1
+    assert file.getHeader().getRowLat(0) == MISS
