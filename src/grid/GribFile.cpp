@@ -7,6 +7,7 @@
 #include "grid/grib/Erratic.h"
 #include "grid/grib/FromGrid.h"
 #include "grid/grib/GridDomain.h"
+#include "grid/grib/packing/Png.h"
 
 #include <algorithm>
 #include <array>
@@ -206,6 +207,8 @@ bool GribFile::unpack(Grid & grid)
     std::span<float> const all(values, static_cast<std::size_t>(field.points));
     std::string const fault = reader.unpack(field, all);
     if (!fault.empty()) {
+        if (fault == detail::grib::NOT_A_PNG)
+            Yul::outWarning("%s\n", fault.c_str());
         warnSkipped(fault);
         grid.freeData();
         return false;

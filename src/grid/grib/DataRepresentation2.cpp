@@ -50,6 +50,14 @@ void readIeee(Section & s, Packing & p)
     p.precision = static_cast<int>(s.u8(12));
 }
 
+void readCcsds(Section & s, Packing & p)
+{
+    readSimple(s, p);
+    p.ccsds_flags = s.u8(22);
+    p.block_size = s.u8(23);
+    p.reference_interval = s.u16(24);
+}
+
 void readRunLength(Section & s, Packing & p)
 {
     p.bits = s.u8(12);
@@ -76,6 +84,7 @@ constexpr DataTemplate TEMPLATES[] = {
     {4, PackingKind::IEEE, "IEEE floating point data", readIeee},
     {40, PackingKind::JPEG2000, "JPEG2000 data compression", readSimple},
     {41, PackingKind::PNG, "PNG data compression", readSimple},
+    {42, PackingKind::CCSDS, "CCSDS lossless compression", readCcsds},
     {200, PackingKind::RUN_LENGTH, "mapped values", readRunLength},
 };
 

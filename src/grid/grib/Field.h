@@ -148,7 +148,7 @@ struct Scale
     [[nodiscard]] double operator()(double x) const noexcept { return (reference + x * binary) * decimal; }
 };
 
-enum class PackingKind { NONE, SIMPLE, COMPLEX, IEEE, JPEG2000, PNG, RUN_LENGTH, SECOND_ORDER };
+enum class PackingKind { NONE, SIMPLE, COMPLEX, IEEE, JPEG2000, PNG, CCSDS, RUN_LENGTH, SECOND_ORDER };
 
 /// How the values are packed: section 5 of edition 2, or the head of the binary data section of edition 1.
 struct Packing
@@ -176,6 +176,11 @@ struct Packing
     unsigned extra_octets = 0; ///< octets of each extra descriptor
 
     int precision = 0; ///< IEEE: 1 single, 2 double, 3 quadruple
+
+    // CCSDS compression.
+    unsigned ccsds_flags = 0;
+    unsigned block_size = 0;
+    unsigned reference_interval = 0; ///< blocks from one reference sample to the next
 
     // Run length packing.
     unsigned max_level = 0;    ///< the largest level that occurs in this field

@@ -2,6 +2,7 @@
 
 #include "core/Format.h"
 #include "grid/grib/packing/Bitmap.h"
+#include "grid/grib/packing/Ccsds.h"
 #include "grid/grib/packing/Complex.h"
 #include "grid/grib/packing/Ieee.h"
 #include "grid/grib/packing/Jpeg2000.h"
@@ -41,6 +42,7 @@ constexpr Unpacker UNPACKERS[] = {
     {PackingKind::IEEE, unpackIeee},
     {PackingKind::JPEG2000, unpackJpeg2000},
     {PackingKind::PNG, unpackPng},
+    {PackingKind::CCSDS, unpackCcsds},
     {PackingKind::RUN_LENGTH, unpackRunLength},
     {PackingKind::SECOND_ORDER, unpackSecondOrder},
 };

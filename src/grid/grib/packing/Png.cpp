@@ -90,7 +90,7 @@ std::string unpackPng(Octets data, Packing const & packing, std::span<float> out
         return {};
     }
     if (data.size() < SIGNATURE || png_sig_cmp(data.data(), 0, SIGNATURE) != 0)
-        return "Not a PNG file";
+        return NOT_A_PNG;
     Source source{data};
     Decoder decoder;
     if (decoder.info == nullptr || !readHeader(decoder, source))
