@@ -120,32 +120,30 @@ GribPDB::Rows GribPDB::rowsOf(detail::grib::Field const & field) noexcept
 {
     using detail::grib::GridKind;
     constexpr int MOST_PARALLELS = 10000;
-    constexpr double TOLERANCE = 0.01; // degrees between the first row and its parallel
     detail::grib::Geometry const & g = field.geometry;
-    if ((g.kind != GridKind::LATLON && g.kind != GridKind::GAUSSIAN) || !(std::abs(g.lat1) <= 90) ||
+    bool const is_gaussian = g.kind == GridKind::GAUSSIAN;
+    if ((g.kind != GridKind::LATLON && !is_gaussian) || !(std::abs(g.lat1) <= 90) ||
         !(std::abs(g.lat2) <= 90) || g.ny < 1)
         return {};
-    Rows rows;
-    rows.count = g.ny;
-    rows.north = std::max(g.lat1, g.lat2);
-    rows.step = g.ny > 1 ? std::abs(g.lat1 - g.lat2) / (g.ny - 1) : 0;
-    if (g.kind == GridKind::GAUSSIAN && g.gauss_n > 0 && g.gauss_n <= MOST_PARALLELS) {
-        int const first = detail::grib::nearestGaussian(g.gauss_n, rows.north);
-        if (first >= 1 && first <= 2 * g.gauss_n - g.ny + 1 &&
-            std::abs(detail::grib::gaussianLatitude(g.gauss_n, first) - rows.north) < TOLERANCE) {
-            rows.parallels = g.gauss_n;
-            rows.first = first;
-        }
-    }
-    return rows;
+    double const step = g.ny > 1 ? std::abs(g.lat1 - g.lat2) / (g.ny - 1) : 0;
+    bool const has_parallels = is_gaussian && g.gauss_n > 0 && g.gauss_n <= MOST_PARALLELS;
+    return {g.ny, std::max(g.lat1, g.lat2), step, has_parallels ? g.gauss_n : 0};
 }
 
 double GribPDB::getRowLat(int row) const noexcept
 {
+    constexpr double TOLERANCE = 0.01; // degrees between the first row and its parallel
     if (row < 0 || row >= rows.count)
         return Const::MISS;
-    return rows.parallels > 0 ? detail::grib::gaussianLatitude(rows.parallels, rows.first + row)
-                              : rows.north - row * rows.step;
+    if (rows.parallels > 0) {
+        int const first = detail::grib::nearestGaussian(rows.parallels, rows.north);
+        bool const is_gaussian =
+            first >= 1 && first + rows.count <= 2 * rows.parallels + 1 &&
+            std::abs(detail::grib::gaussianLatitude(rows.parallels, first) - rows.north) < TOLERANCE;
+        if (is_gaussian)
+            return detail::grib::gaussianLatitude(rows.parallels, first + row);
+    }
+    return rows.north - row * rows.step;
 }
 
 int GribPDB::print() const

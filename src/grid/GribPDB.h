@@ -84,8 +84,7 @@ private:
         int count = 0;
         double north = 0;
         double step = 0;
-        int parallels = 0; ///< Gaussian: between a pole and the equator, and which one is row 0
-        int first = 0;
+        int parallels = 0; ///< Gaussian: between a pole and the equator
     };
 
     static Rows rowsOf(detail::grib::Field const & field) noexcept;

@@ -8,6 +8,7 @@
 #include "grid/variables/Tables.h"
 
 #include <algorithm>
+#include <array>
 
 namespace Yul {
 namespace {
@@ -123,15 +124,20 @@ GribParam const & GribParamCache::get(int edition, int number, int centre, int t
 
 int GribParamCache::add(int edition, GribParam const & row)
 {
-    if (entries.size() >= CAPACITY || row.isMiss())
+    int const kind = edition == 2 ? 2 : 1;
+    auto const of = [](GribParam const & p) {
+        return std::array{p.getNumber(), p.getCentre(), p.getTable(), p.getKey()};
+    };
+    auto const same = std::find_if(entries.begin(), entries.end(), [&](Entry const & entry) {
+        return entry.edition == kind && of(entry.row) == of(row);
+    });
+    if (row.isMiss() || (same == entries.end() && entries.size() >= CAPACITY))
         return 0;
-    entries.push_back({edition == 2 ? 2 : 1, row});
+    if (same != entries.end())
+        same->row = row;
+    else
+        entries.push_back({kind, row});
     return 1;
-}
-
-void GribParamCache::clear()
-{
-    entries.clear();
 }
 
 } // namespace detail

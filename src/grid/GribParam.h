@@ -98,9 +98,9 @@ public:
     /// The row for a parameter, from the cache or else from the tables; the missing row where there is none.
     /// Valid until the next call.
     [[nodiscard]] GribParam const & get(int edition, int number, int centre, int table, int key);
-    /// A row that goes before the tables. 0 when the cache is full or the row is the missing one.
+    /// A row that goes before the tables, in place of one for the same four numbers. 0 when the cache is full or the row is
+    /// the missing one.
     int add(int edition, GribParam const & row);
-    void clear();
 
 private:
     struct Entry

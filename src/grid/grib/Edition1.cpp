@@ -94,6 +94,29 @@ Moment readMoment(Section & s)
     return m;
 }
 
+constexpr int ECMWF = 98;
+constexpr int NCEP = 7;
+constexpr int NCEP_ENSEMBLE = 2; // sub-centre
+
+/// Where a centre's own octets tell the number of an ensemble member; -1 where they do not.
+/// Source: ECMWF local GRIB definitions 1, 30 and 36; NCEP Office Note 388, ensemble extension of the product definition.
+int memberOf(Section & s, Product const & product)
+{
+    unsigned const definition = s.size() >= 41 ? s.u8(41) : 0;
+    if (product.centre == ECMWF && s.size() >= 50 &&
+        (definition == 1 || definition == 30 || definition == 36)) {
+        unsigned const type = s.u8(43);
+        bool const is_member = type == 10 || type == 11; // control or perturbed forecast
+        return is_member ? static_cast<int>(s.u8(50)) : -1;
+    }
+    if (product.centre == NCEP && product.sub_centre == NCEP_ENSEMBLE && s.size() >= 43 && definition == 1) {
+        unsigned const type = s.u8(42);
+        bool const is_member = type >= 1 && type <= 4; // control or perturbed forecast
+        return is_member ? static_cast<int>(s.u8(43)) : -1;
+    }
+    return -1;
+}
+
 void setFirstPoint(Section & s, Geometry & g)
 {
     g.nx = static_cast<int>(s.u16(7));
@@ -245,6 +268,7 @@ std::string readPDB(Section section, Product & product, Presence & presence)
         product.sub_centre = static_cast<int>(section.u8(26));
         presence.decimal = section.s16(27);
     }
+    product.member = memberOf(section, product);
     return section.isShort() ? "product definition section too short" : std::string();
 }
 

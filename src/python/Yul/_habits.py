@@ -573,13 +573,18 @@ class _GridReader(_Closing):
         while grid.reset() and self.peek(grid):
             yield grid
 
+    _more_keys: tuple[str, ...] = ()
+
+    def _record(self, grid):
+        return _record(grid)
+
     def inventory(self) -> Any:
         """What the file holds from here on, from headers alone: a record a field, as a pandas DataFrame where pandas
         is there, else as a list of dictionaries."""
         self._check_open()
         records = []
         for grid in self._headers():
-            records.append(_record(grid))
+            records.append(self._record(grid))
             self.next()
         try:
             from pandas import DataFrame
@@ -593,12 +598,12 @@ class _GridReader(_Closing):
             for grid in file.select(name="HGT", level=500, hours=24): ...
         """
         self._check_open()
-        unknown = wanted.keys() - set(RECORD_KEYS)
+        unknown = wanted.keys() - {*RECORD_KEYS, *self._more_keys}
         if unknown:
             raise TypeError(f'{type(self).__name__}.select: no such key: {", ".join(sorted(unknown))}')
 
         def is_wanted(grid):
-            record = _record(grid)
+            record = self._record(grid)
             return all(record[key] == value for key, value in wanted.items())
 
         for header in self._headers():
@@ -610,6 +615,11 @@ class _GridReader(_Closing):
 
 class GribFile(_GridReader):
     """A file of GRIB messages, editions 1 and 2. Iterating gives the fields from here on, each a new Grid."""
+
+    _more_keys = ('member',)
+
+    def _record(self, grid):
+        return {**_record(grid), 'member': _or_none(self.getHeader().getMember())}
 
 
 class GridYulFile(_GridReader):

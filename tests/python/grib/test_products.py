@@ -7,6 +7,12 @@ from gribwriter import LatLon, grib1, grib2
 from sections import join, split
 from Yul import ForeTime, GribFile, GribParam, Grid
 
+try:
+    import pandas
+except ImportError:
+    pandas = None
+
+PANDAS = pandas is not None
 AREA = LatLon(50, 0, 40, 10)
 FIELD = np.arange(30.0).reshape(5, 6)
 NONE = -9999
@@ -177,3 +183,30 @@ def test_a_row_of_ones_own_goes_before_the_tables(write_grib):
     grid = Grid()
     assert file.read(grid) == 1
     assert (grid.getVar().getName(), grid.info) == ('MINE', 'A quantity of my own [furlong]')
+
+
+# centre, sub-centre, octets from 41 on, member
+MEMBERS = [
+    (98, 0, bytes([1, 1, 11]) + bytes(6) + bytes([23, 50]), 23),
+    (98, 0, bytes([1, 1, 10]) + bytes(6) + bytes([0, 50]), 0),
+    (98, 0, bytes([1, 1, 9]) + bytes(8), NONE),  # one forecast
+    (7, 2, bytes([1, 3, 4, 1, 255]), 4),
+    (7, 0, bytes([1, 3, 4, 1, 255]), NONE),
+    (7, 2, b'', NONE),
+]
+
+
+@pytest.mark.parametrize('centre, sub_centre, local, member', MEMBERS)
+def test_members_of_ensembles_in_edition_1(write_grib, centre, sub_centre, local, member):
+    octets = bytearray(grib1(FIELD, AREA, centre=centre))
+    octets[8 + 25] = sub_centre
+    octets[36:36] = bytes(12) + local
+    octets[8:11] = uint(40 + len(local), 3)
+    octets[4:7] = uint(len(octets), 3)
+    name = write_grib(octets)
+    grid, header = read(name)
+    assert header.getMember() == member
+    np.testing.assert_allclose(grid.values, FIELD, atol=0.06)
+    record, = list(GribFile(name).inventory().to_dict('records')) if PANDAS else GribFile(name).inventory()
+    assert record['member'] == (None if member == NONE else member) or record['member'] != record['member']
+    assert len(list(GribFile(name).select(member=None if member == NONE else member))) == 1
