@@ -10,6 +10,7 @@
 #include <tuple>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace Yul {
 namespace {
@@ -243,7 +244,7 @@ TEST(DomainTool, FindsStationsAndRegions)
 
     EXPECT_EQ(DomainTool::decode("Europe", val), 1);
     EXPECT_EQ(val.proj, Domain::LAMB);
-    std::string const own = testing::TempDir() + "own.reg";
+    std::string const own = testing::TempDir() + "own_" + std::to_string(getpid()) + ".reg";
     std::ofstream(own) << "# own regions\nhere: ll,1,2,3,4,5,6\nthere:here\nround: round\n";
     EXPECT_EQ(DomainTool::decode("here", val, own.c_str()), 1);
     EXPECT_EQ(val.clat, 1);

@@ -15,6 +15,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace Yul {
 namespace {
@@ -55,7 +56,7 @@ class MapFileTest : public testing::Test
 protected:
     void SetUp() override
     {
-        name = testing::TempDir() + "yul_test.map";
+        name = testing::TempDir() + "yul_map_" + std::to_string(getpid());
         Yul::setDatabasePath(YUL_DATABASE);
         Yul::setMessageLevel("none");
     }

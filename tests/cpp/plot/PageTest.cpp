@@ -16,6 +16,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace Yul {
 namespace {
@@ -26,7 +27,7 @@ class Page : public testing::Test
 protected:
     void SetUp() override
     {
-        name = testing::TempDir() + "yul_page.ps";
+        name = testing::TempDir() + "yul_page_" + std::to_string(getpid()) + ".ps";
         std::remove(name.c_str());
         Yul::setDatabasePath(YUL_DATABASE);
         Yul::resrc().clear();
