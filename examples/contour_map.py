@@ -122,13 +122,14 @@ def draw(grid: Grid, domain: Domain, arguments: argparse.Namespace, page: str) -
     if not plot.setDomain(domain):
         raise Failure(f'not an area to draw: {domain}')
     plot.drawGraticule()
-    if not contours.draw(plot, grid):
+    if not contours.drawLines(plot, grid):
         raise Failure(f'the field has no values on this map: {domain}')
     if arguments.map:
         coast = MapPlot()
         coast.setParam('nogrid')
         if not coast.drawLines(plot):
             raise Failure()
+    contours.drawTexts(plot)
     plot.drawBorder()
     plot.drawLabels()
     if not plot.close():

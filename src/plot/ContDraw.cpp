@@ -317,13 +317,13 @@ private:
         }
     }
 
-    void setText(float height, float weight, char const * color)
+    /// Prepares for measuring texts; returns the index of the colour.
+    int setTextSize(float height, float weight, char const * color)
     {
         graph.setTran(Plot::PAGE_TRAN);
-        graph.setTextColor(plot.findColor(color, "black"));
         graph.setTextHeight(height);
         graph.setTextWeight(weight);
-        graph.setTextAlign(2, 1);
+        return plot.findColor(color, "black");
     }
 
     void drawLabels(std::vector<DrawnLine> const & lines, Rect const & viewport, detail::LabelBoxes & boxes)
@@ -331,7 +331,7 @@ private:
         float const share = detail::isMissing(cont.label.size) ? LABEL_HEIGHT : cont.label.size;
         float const height = share * plot.getLayout().text_height;
         float const weight = detail::isMissing(cont.label.weight) ? 1.2F : cont.label.weight;
-        setText(height, weight, cont.label.color_name);
+        int const color = setTextSize(height, weight, cont.label.color_name);
         bool const has_color = cont.label.validColor();
         std::vector<std::string> texts;
         std::vector<detail::LevelLabel> labels;
@@ -345,20 +345,12 @@ private:
         rules.spacing = LABEL_SPACING;
         for (auto const & placed : detail::placeLabels(lines, labels, rules, boxes)) {
             auto const level = static_cast<std::size_t>(placed.level);
-            if (!has_color)
-                graph.setTextColor(pens[level].color);
-            drawTextIn(placed.box, height, texts[level]);
+            LabelBox const & box = placed.box; // the text is centred in it, along it
+            float const up_x = -box.along_y;
+            float const up_y = box.along_x;
+            cont.texts.push_back({texts[level], box.x - up_x * height / 2, box.y - up_y * height / 2, up_x,
+                                  up_y, height, weight, has_color ? color : pens[level].color});
         }
-        graph.setTextDirection(0, 1);
-    }
-
-    /// Centred in the box, along it.
-    void drawTextIn(LabelBox const & box, float height, std::string const & text)
-    {
-        float const up_x = -box.along_y;
-        float const up_y = box.along_x;
-        graph.setTextDirection(up_x, up_y);
-        graph.drawText(box.x - up_x * height / 2, box.y - up_y * height / 2, text.c_str());
     }
 
     /// A power of ten that the range holds some dozens of times.
@@ -404,7 +396,9 @@ private:
         char const * const color = (extremum.is_high ? cont.high_color : cont.low_color).c_str();
         std::string const value = detail::levelText(extremum.value, step);
 
-        setText(value_height, 1.5F, color);
+        constexpr float VALUE_WEIGHT = 1.5F;
+        constexpr float LETTER_WEIGHT = 3;
+        int const index = setTextSize(value_height, VALUE_WEIGHT, color);
         LabelBox box;
         box.half_width = std::max(graph.getTextWidth(value.c_str()), letter_height) / 2 + gap;
         box.half_height = (letter_height + gap + value_height) / 2 + gap;
@@ -415,25 +409,10 @@ private:
         if (!is_inside || !boxes.isFree(box))
             return;
         boxes.add(box);
-        drawClear(x, y - letter_height / 2 - gap - value_height, value.c_str(), {value_height, 1.5F, color});
-        drawClear(x, y - letter_height / 2, letter, {letter_height, 3.F, color});
-    }
-
-    struct TextLook
-    {
-        float height;
-        float weight;
-        char const * color;
-    };
-
-    /// Text that stands clear of what is behind it.
-    void drawClear(float x, float y, char const * text, TextLook const & look)
-    {
-        constexpr float HALO = 6; // dots
-        setText(look.height, look.weight + HALO, "white");
-        graph.drawText(x, y, text);
-        setText(look.height, look.weight, look.color);
-        graph.drawText(x, y, text);
+        float const foot = y - letter_height / 2;
+        cont.texts.push_back(
+            {value, x, foot - gap - value_height, 0, 1, value_height, VALUE_WEIGHT, index, true});
+        cont.texts.push_back({letter, x, foot, 0, 1, letter_height, LETTER_WEIGHT, index, true});
     }
 
     ContPlot & cont;
@@ -514,10 +493,41 @@ std::vector<float> closedValues(Grid const & grid, Domain & domain)
     return values;
 }
 
+void drawPlacedTexts(Plot & plot, std::vector<detail::PlacedText> const & texts)
+{
+    constexpr float HALO = 6; // dots
+    if (texts.empty())
+        return;
+    Graph & graph = plot.getGraph();
+    graph.setTran(Plot::PAGE_TRAN);
+    graph.setTextAlign(2, 1);
+    int const white = plot.findColor("white", "white");
+    for (detail::PlacedText const & text : texts) {
+        graph.setTextDirection(text.up_x, text.up_y);
+        graph.setTextHeight(text.height);
+        for (bool const is_edge : {true, false}) {
+            if (is_edge && !text.is_clear)
+                continue;
+            graph.setTextColor(is_edge ? white : text.color);
+            graph.setTextWeight(is_edge ? text.weight + HALO : text.weight);
+            graph.drawText(text.x, text.y, text.text.c_str());
+        }
+    }
+    graph.setTextDirection(0, 1);
+}
+
 } // namespace
 
 int ContPlot::draw(Plot & plot, Grid const & grid)
 {
+    int const result = drawLines(plot, grid);
+    drawPlacedTexts(plot, std::exchange(texts, {}));
+    return result;
+}
+
+int ContPlot::drawLines(Plot & plot, Grid const & grid)
+{
+    texts.clear();
     if (!plot.isOpen()) {
         Yul::outWarning("ContPlot::draw: The plot is not open\n");
         return 0;
@@ -538,6 +548,18 @@ int ContPlot::draw(Plot & plot, Grid const & grid)
     if (detail::ColorBar bar = drawer.colorBar(plot.getFacts().units); !bar.isEmpty())
         plot.setColorBar(std::move(bar));
     return drawer.draw(domain);
+}
+
+int ContPlot::drawTexts(Plot & plot)
+{
+    if (!plot.isOpen()) {
+        Yul::outWarning("ContPlot::drawTexts: The plot is not open\n");
+        return 0;
+    }
+    for (detail::PlacedText & text : texts)
+        text.is_clear = text.is_clear || !is_filled;
+    drawPlacedTexts(plot, std::exchange(texts, {}));
+    return 1;
 }
 
 } // namespace Yul

@@ -5,17 +5,20 @@
 #include "geo/Rect.h"
 #include "plot/ColorFill.h"
 #include "plot/LevelScale.h"
+#include "plot/PlacedText.h"
 #include "plot/PlotAttr.h"
 
 #include <string>
+#include <vector>
 
 namespace Yul {
 
 class Grid;
 class Plot;
 
-/// Draws a grid as contour lines on a plot, on request with the bands between them filled. Levels come from an interval (and a base), or from a list of
-/// values; without either the range is cut into about as many plain steps as there are colours.
+/// Draws a grid as contour lines on a plot, on request with the bands between them filled. Levels come from an
+/// interval (and a base), or from a list of values; without either the range is cut into about as many plain steps
+/// as there are colours.
 ///
 /// Every contour is drawn cell by cell as lines of two points, in whatever plane the plot has; on request
 /// labels stand in the lines and the highs and lows of the field are marked. Operations return 1, or 0 and
@@ -95,6 +98,13 @@ public:
     /// return 0 with a warning when the plot is not open, or the grid has no values or no place on the plot.
     int draw(Plot & plot, Grid const & grid);
 
+    /// The same in two steps, for what is to come over the lines and under the texts, such as coastlines: first
+    /// bands and lines, with gaps where texts will stand, ...
+    int drawLines(Plot & plot, Grid const & grid);
+    /// ... then the labels, highs and lows of that grid. Without bands all of them have a white edge.
+    /// return 0 with a warning when the plot is not open.
+    int drawTexts(Plot & plot);
+
 private:
     class Drawer;
 
@@ -116,8 +126,9 @@ private:
     PlotAttr line;
     PlotAttr label;
     ColorFill fill;
-    detail::LevelScale scale; // of the last choice
-    Range range;              // of the grid that it was for
+    detail::LevelScale scale;              // of the last choice
+    Range range;                           // of the grid that it was for
+    std::vector<detail::PlacedText> texts; // of the last drawing, until they are drawn
 };
 
 } // namespace Yul

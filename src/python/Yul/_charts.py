@@ -221,10 +221,12 @@ def contour_map(grid: Grid, output: str | PathLike[str] | None = None, *, domain
         for i, contours in enumerate(layers):
             if i == len(layers) - 1:  # over the bands, under the lines
                 plot.drawGraticule(*[graticule] if isinstance(graticule, str) else []) if graticule else None
-            if not contours.draw(plot, grid):
+            if not contours.drawLines(plot, grid):
                 raise ValueError(f'contour_map: the field has no values on this map: {area}')
         if background is not None:
             background.drawLines(plot)
+        for contours in layers:
+            contours.drawTexts(plot)
         plot.drawBorder()
         plot.drawLabels()
         if not plot.close():

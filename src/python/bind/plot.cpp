@@ -147,7 +147,9 @@ void bindContPlot(Module & m)
         .method("getInterval", &ContPlot::getInterval)
         .method("getLow", &ContPlot::getLow)
         .method("getHigh", &ContPlot::getHigh)
-        .method("draw", &ContPlot::draw);
+        .method("draw", &ContPlot::draw)
+        .method("drawLines", &ContPlot::drawLines)
+        .method("drawTexts", &ContPlot::drawTexts);
 }
 
 void bindGridBox(Module & m)

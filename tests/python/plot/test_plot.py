@@ -298,6 +298,32 @@ def test_gif_files_hold_the_picture(tmp_path):
 
 # ---- bands and their bar -----------------------------------------------------------------------------------------
 
+def test_texts_wait_for_what_comes_over_the_lines(folder, capfd):
+    def page_in(steps):
+        plot, contours = Plot(), ContPlot()
+        assert contours.setParam('int=2,lab=red,hilo,fill') and plot.open('two.ps,de=p,color')
+        steps(plot, contours, hills())
+        assert plot.close() and contours.drawTexts(plot) == 0
+        return re.findall(r'.* (?:mv|ln|setrgbcolor)$', (folder / 'two.ps').read_text(), re.MULTILINE)
+
+    def at_once(plot, contours, grid):
+        assert contours.draw(plot, grid) and contours.drawTexts(plot)  # nothing is left to draw
+
+    def in_two_steps(plot, contours, grid):
+        assert contours.drawLines(plot, grid) and contours.drawTexts(plot)
+
+    def with_a_line_between(plot, contours, grid):
+        assert contours.drawLines(plot, grid)
+        plot.getGraph().setLineColor(0x00ff00)
+        plot.getGraph().drawLine(0, 0, 1, 1)
+        assert contours.drawTexts(plot)
+
+    assert page_in(at_once) == page_in(in_two_steps)
+    page = page_in(with_a_line_between)
+    assert page.index('0.00 1.00 0.00 setrgbcolor') < page.index('1.00 0.00 0.00 setrgbcolor')
+    assert capfd.readouterr().err.count('ContPlot::drawTexts: The plot is not open') == 3
+
+
 def test_bands_cover_the_map_without_gaps():
     page = page_of(contours='val=-20:-5:0:5,fill=#000000:#0000FF:#00FF00:#FF0000,line=off', labels={})
     x1, y1, x2, y2 = frames(page)[0]
