@@ -70,11 +70,11 @@ makeLambertConformal(double plat, double plon, double std_lat1, double std_lat2,
     double const side = k.scale < 0 ? -1 : 1;
     double const turn = math::atan2(side * x, -k.sign * side * y) * k.inverse_cone;
     double const square = (x * x + y * y) * k.inverse_area;
-    double const tangent = math::log2Ratio(square, 1) * (k.inverse_cone / 2);
-    double const apex = k.cone > 0 ? -1e300 : 1e300;
+    double const tangent = math::log2Ratio(square, 1) * (k.sign * k.inverse_cone / 2);
+    double const apex = k.sign * k.cone > 0 ? -1e300 : 1e300;
     double const lat = math::latOfLog2Tan(square > 1e-300 ? tangent : apex + square);
     bool const inside = std::fabs(turn) <= 180 + CONE_SLACK;
-    return keepIf(inside, Position{k.sign * lat, k.ref_lon + turn});
+    return keepIf(inside, Position{lat, k.ref_lon + turn});
 }
 
 [[nodiscard]] inline Distortion distortion(LambertConformal const & k, double lat, double lon) noexcept

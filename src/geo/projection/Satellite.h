@@ -18,6 +18,7 @@ struct Satellite
     double major;          ///< semi-major axis
     double ratio;          ///< semi-minor over semi-major axis
     double ratio2;         ///< its square
+    double eccentricity2;  ///< 1 less that
     double tangent_square; ///< square of the distance of the satellite from its horizon, on the sphere
     double plumb_axis;     ///< distance over the square of the axes, along the earth's axis
     double plumb_meridian; ///< and across it
@@ -38,6 +39,7 @@ makeSatellite(double plat, double plon, double distance, double major, double mi
             major,
             ratio,
             ratio * ratio,
+            1 - ratio * ratio,
             stretched_s * stretched_s + stretched_c * stretched_c - major * major,
             distance * aspect.sin_lat / (minor * minor),
             distance * aspect.cos_lat / (major * major)};
@@ -56,7 +58,7 @@ struct EllipsoidPoint
 {
     auto const [s, c] = math::sinCos(lat);
     auto const [turn_s, turn_c] = math::sinCos(lon - k.aspect.ref_lon);
-    double const normal = k.major / std::sqrt(c * c + k.ratio2 * s * s);
+    double const normal = k.eccentricity2 == 0 ? k.major : k.major / std::sqrt(1 - k.eccentricity2 * (s * s));
     return {normal * k.ratio2 * s, normal * c * turn_c, normal * c * turn_s};
 }
 
