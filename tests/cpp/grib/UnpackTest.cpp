@@ -5,6 +5,8 @@
 #include "grid/grib/Scan.h"
 #include "grid/grib/packing/Bitmap.h"
 
+#include <cmath>
+#include <cstring>
 #include <random>
 #include <vector>
 
@@ -57,6 +59,34 @@ TEST(Unpack, GivesBackNumbersOfEveryWidthAndStart)
                         }
                     }
             }
+}
+
+/// Scales that floats hold and that they do not, sums that are exact in double and that are not, results up to infinity.
+TEST(Unpack, ScalesAlikeInAllForms)
+{
+    std::mt19937 random(5);
+    std::uniform_int_distribution<int> exponent(-150, 130);
+    constexpr std::size_t COUNT = 32;
+    for (int round = 0; round < 20000; ++round) {
+        unsigned const width = 1 + static_cast<unsigned>(random() % 25);
+        BitWriter writer;
+        for (std::size_t i = 0; i < COUNT; ++i)
+            writer.put(static_cast<std::uint32_t>(random()) & maskOf(width), width);
+        writer.put(0, 32);
+        int const binary = round % 2 == 0 ? exponent(random) : exponent(random) / 8;
+        double const reference =
+            std::ldexp(static_cast<double>(random()) - 0x1p31, exponent(random) / 4 - 31);
+        Scale const scale{round % 3 == 0 ? reference : static_cast<double>(static_cast<float>(reference)),
+                          std::ldexp(1.0, binary), round % 5 == 0 ? 0.1 : 1};
+        std::vector<float> expected(COUNT);
+        plainForm().scaled(writer.octets, 0, width, scale, expected);
+        for (auto const * const form : forms()) {
+            std::vector<float> out(COUNT);
+            form->scaled(writer.octets, 0, width, scale, out);
+            ASSERT_EQ(std::memcmp(out.data(), expected.data(), COUNT * sizeof(float)), 0)
+                << form->name << ' ' << width << ' ' << scale.reference << ' ' << binary;
+        }
+    }
 }
 
 TEST(Unpack, ScalesSignedNumbers)

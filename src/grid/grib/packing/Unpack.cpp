@@ -1,7 +1,9 @@
 #include "grid/grib/packing/Unpack.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
+#include <limits>
 
 namespace Yul::detail::grib {
 namespace {
@@ -110,6 +112,21 @@ void groupsPlain(Octets packed, std::uint64_t bit, GroupRows const & groups, std
     }
 }
 
+bool isFloat(double x) noexcept
+{
+    return static_cast<double>(static_cast<float>(x)) == x;
+}
+
+/// True when reference + x * binary is a sum of two numbers of 24 bits. Rounded to the 53 bits of a double and then to a float
+/// it is the same as rounded once (S. A. Figueroa, When is double rounding innocuous?, SIGNUM Newsletter 30, 1995).
+bool isFloatSum(Scale const & scale, unsigned width) noexcept
+{
+    int exponent = 0;
+    bool const is_power = std::frexp(scale.binary, &exponent) == 0.5;
+    return is_power && width <= std::numeric_limits<float>::digits && isFloat(scale.binary) &&
+           isFloat(scale.reference);
+}
+
 constexpr UnpackForm PLAIN{"plain", integersPlain, scaledPlain, scalePlain, accumulatePlain, groupsPlain};
 
 UnpackForm const & bestForm() noexcept
@@ -121,6 +138,13 @@ UnpackForm const & bestForm() noexcept
 }
 
 } // namespace
+
+Arithmetic arithmeticFor(Scale const & scale, unsigned width) noexcept
+{
+    if (scale.decimal != 1)
+        return Arithmetic::DECIMAL;
+    return isFloatSum(scale, width) ? Arithmetic::FLOAT : Arithmetic::DOUBLE;
+}
 
 UnpackForm const & plainForm() noexcept
 {

@@ -39,6 +39,15 @@ void scaleIntegers(std::span<std::uint32_t const> values, Scale const & scale, f
 /// out[i] = sum = sum + out[i] + step, modulo 2^32: undoes differences.
 void accumulate(std::span<std::uint32_t> values, std::uint32_t step, std::uint32_t & sum) noexcept;
 
+/// What scaling numbers of a width takes so that the values come out rounded once.
+enum class Arithmetic {
+    FLOAT, ///< no decimal scale, and the sum in double would be exact: one joined multiplication and addition
+    DOUBLE, ///< no decimal scale
+    DECIMAL ///< everything
+};
+
+[[nodiscard]] Arithmetic arithmeticFor(Scale const & scale, unsigned width) noexcept;
+
 /// Groups of numbers that follow each other, each with its own width, length and base, in three columns.
 struct GroupRows
 {

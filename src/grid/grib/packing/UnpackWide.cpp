@@ -55,34 +55,50 @@ safeSteps(Octets packed, std::uint64_t bit, unsigned width, std::size_t count, s
     return std::min(fitting, count / LANES);
 }
 
-struct WideScale
+/// Scales eight numbers. The product with a power of two is exact, so that joining it with the sum changes no bit.
+template <Arithmetic KIND> struct Scaler
 {
     __m256d reference;
     __m256d binary;
     __m256d decimal;
+
+    YUL_WIDE explicit Scaler(Scale const & s) noexcept
+        : reference(_mm256_set1_pd(s.reference)), binary(_mm256_set1_pd(s.binary)),
+          decimal(_mm256_set1_pd(s.decimal))
+    {
+    }
+
+    YUL_WIDE __m128 half(__m128i x) const noexcept
+    {
+        __m256d const sum = _mm256_fmadd_pd(_mm256_cvtepi32_pd(x), binary, reference);
+        if constexpr (KIND == Arithmetic::DECIMAL)
+            return _mm256_cvtpd_ps(_mm256_mul_pd(sum, decimal));
+        return _mm256_cvtpd_ps(sum);
+    }
+
+    YUL_WIDE void operator()(__m256i x, float * out) const noexcept
+    {
+        _mm_storeu_ps(out, half(_mm256_castsi256_si128(x)));
+        _mm_storeu_ps(out + LANES / 2, half(_mm256_extracti128_si256(x, 1)));
+    }
 };
 
-/// The product with a power of two is exact, so that joining it with the sum changes no bit. Without a decimal scale the
-/// product with 1 is left out.
-template <bool HAS_DECIMAL> YUL_WIDE inline __m128 scaleFour(__m128i x, WideScale const & s) noexcept
+template <> struct Scaler<Arithmetic::FLOAT>
 {
-    __m256d const sum = _mm256_fmadd_pd(_mm256_cvtepi32_pd(x), s.binary, s.reference);
-    if constexpr (HAS_DECIMAL)
-        return _mm256_cvtpd_ps(_mm256_mul_pd(sum, s.decimal));
-    return _mm256_cvtpd_ps(sum);
-}
+    __m256 reference;
+    __m256 binary;
 
-template <bool HAS_DECIMAL>
-YUL_WIDE inline void scaleEight(__m256i x, WideScale const & s, float * out) noexcept
-{
-    _mm_storeu_ps(out, scaleFour<HAS_DECIMAL>(_mm256_castsi256_si128(x), s));
-    _mm_storeu_ps(out + LANES / 2, scaleFour<HAS_DECIMAL>(_mm256_extracti128_si256(x, 1), s));
-}
+    YUL_WIDE explicit Scaler(Scale const & s) noexcept
+        : reference(_mm256_set1_ps(static_cast<float>(s.reference))),
+          binary(_mm256_set1_ps(static_cast<float>(s.binary)))
+    {
+    }
 
-YUL_WIDE inline WideScale wideScale(Scale const & s) noexcept
-{
-    return {_mm256_set1_pd(s.reference), _mm256_set1_pd(s.binary), _mm256_set1_pd(s.decimal)};
-}
+    YUL_WIDE void operator()(__m256i x, float * out) const noexcept
+    {
+        _mm256_storeu_ps(out, _mm256_fmadd_ps(_mm256_cvtepi32_ps(x), binary, reference));
+    }
+};
 
 YUL_WIDE inline __m256i loadEight(std::uint32_t const * p) noexcept
 {
@@ -113,14 +129,18 @@ YUL_WIDE void integersWide(Octets packed,
     plainForm().integers(packed, bit + done * width, width, base, out.subspan(done));
 }
 
-template <bool HAS_DECIMAL>
+template <Arithmetic KIND>
 YUL_WIDE void scaleSteps(
     Octet const * p, Step step, unsigned width, std::size_t steps, Scale const & scale, float * out) noexcept
 {
-    WideScale const s = wideScale(scale);
+    Scaler<KIND> const scaler(scale);
     for (std::size_t i = 0; i < steps; ++i, p += width)
-        scaleEight<HAS_DECIMAL>(take(p, step), s, out + LANES * i);
+        scaler(take(p, step), out + LANES * i);
 }
+
+/// By Arithmetic.
+constexpr decltype(&scaleSteps<Arithmetic::FLOAT>) SCALE_STEPS[] = {
+    scaleSteps<Arithmetic::FLOAT>, scaleSteps<Arithmetic::DOUBLE>, scaleSteps<Arithmetic::DECIMAL>};
 
 YUL_WIDE void scaledWide(
     Octets packed, std::uint64_t bit, unsigned width, Scale const & scale, std::span<float> out) noexcept
@@ -129,7 +149,7 @@ YUL_WIDE void scaledWide(
     if (width > 0 && width <= WIDEST_PATTERN) {
         Step const step = stepFor(bit, width);
         std::size_t const steps = safeSteps(packed, bit, width, out.size(), step.upper);
-        auto const run = scale.decimal == 1 ? scaleSteps<false> : scaleSteps<true>;
+        auto const run = SCALE_STEPS[static_cast<int>(arithmeticFor(scale, width))];
         run(packed.data() + (bit >> 3), step, width, steps, scale, out.data());
         done = LANES * steps;
     }
@@ -138,10 +158,10 @@ YUL_WIDE void scaledWide(
 
 YUL_WIDE void scaleWide(std::span<std::uint32_t const> values, Scale const & scale, float * out) noexcept
 {
-    WideScale const s = wideScale(scale);
+    Scaler<Arithmetic::DECIMAL> const scaler(scale);
     std::size_t const whole = values.size() / LANES * LANES;
     for (std::size_t i = 0; i < whole; i += LANES)
-        scaleEight<true>(loadEight(values.data() + i), s, out + i);
+        scaler(loadEight(values.data() + i), out + i);
     plainForm().scale(values.subspan(whole), scale, out + whole);
 }
 

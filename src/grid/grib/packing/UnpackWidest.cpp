@@ -55,34 +55,50 @@ std::size_t safeSteps(Octets packed, std::uint64_t bit, unsigned width, std::siz
     return std::min(fitting, count / LANES);
 }
 
-struct WideScale
+/// Scales sixteen numbers. The product with a power of two is exact, so that joining it with the sum changes no bit.
+template <Arithmetic KIND> struct Scaler
 {
     __m512d reference;
     __m512d binary;
     __m512d decimal;
+
+    YUL_WIDEST explicit Scaler(Scale const & s) noexcept
+        : reference(_mm512_set1_pd(s.reference)), binary(_mm512_set1_pd(s.binary)),
+          decimal(_mm512_set1_pd(s.decimal))
+    {
+    }
+
+    YUL_WIDEST __m256 half(__m256i x) const noexcept
+    {
+        __m512d const sum = _mm512_fmadd_pd(_mm512_cvtepi32_pd(x), binary, reference);
+        if constexpr (KIND == Arithmetic::DECIMAL)
+            return _mm512_cvtpd_ps(_mm512_mul_pd(sum, decimal));
+        return _mm512_cvtpd_ps(sum);
+    }
+
+    YUL_WIDEST void operator()(__m512i x, float * out) const noexcept
+    {
+        _mm256_storeu_ps(out, half(_mm512_castsi512_si256(x)));
+        _mm256_storeu_ps(out + LANES / 2, half(_mm512_extracti64x4_epi64(x, 1)));
+    }
 };
 
-/// The product with a power of two is exact, so that joining it with the sum changes no bit. Without a decimal scale the
-/// product with 1 is left out.
-template <bool HAS_DECIMAL> YUL_WIDEST inline __m256 scaleEight(__m256i x, WideScale const & s) noexcept
+template <> struct Scaler<Arithmetic::FLOAT>
 {
-    __m512d const sum = _mm512_fmadd_pd(_mm512_cvtepi32_pd(x), s.binary, s.reference);
-    if constexpr (HAS_DECIMAL)
-        return _mm512_cvtpd_ps(_mm512_mul_pd(sum, s.decimal));
-    return _mm512_cvtpd_ps(sum);
-}
+    __m512 reference;
+    __m512 binary;
 
-template <bool HAS_DECIMAL>
-YUL_WIDEST inline void scaleSixteen(__m512i x, WideScale const & s, float * out) noexcept
-{
-    _mm256_storeu_ps(out, scaleEight<HAS_DECIMAL>(_mm512_castsi512_si256(x), s));
-    _mm256_storeu_ps(out + LANES / 2, scaleEight<HAS_DECIMAL>(_mm512_extracti64x4_epi64(x, 1), s));
-}
+    YUL_WIDEST explicit Scaler(Scale const & s) noexcept
+        : reference(_mm512_set1_ps(static_cast<float>(s.reference))),
+          binary(_mm512_set1_ps(static_cast<float>(s.binary)))
+    {
+    }
 
-YUL_WIDEST inline WideScale wideScale(Scale const & s) noexcept
-{
-    return {_mm512_set1_pd(s.reference), _mm512_set1_pd(s.binary), _mm512_set1_pd(s.decimal)};
-}
+    YUL_WIDEST void operator()(__m512i x, float * out) const noexcept
+    {
+        _mm512_storeu_ps(out, _mm512_fmadd_ps(_mm512_cvtepi32_ps(x), binary, reference));
+    }
+};
 
 YUL_WIDEST void integersWidest(Octets packed,
                                std::uint64_t bit,
@@ -103,14 +119,18 @@ YUL_WIDEST void integersWidest(Octets packed,
     plainForm().integers(packed, bit + done * width, width, base, out.subspan(done));
 }
 
-template <bool HAS_DECIMAL>
+template <Arithmetic KIND>
 YUL_WIDEST void scaleSteps(
     Octet const * p, Step step, unsigned width, std::size_t steps, Scale const & scale, float * out) noexcept
 {
-    WideScale const s = wideScale(scale);
+    Scaler<KIND> const scaler(scale);
     for (std::size_t i = 0; i < steps; ++i, p += 2 * width)
-        scaleSixteen<HAS_DECIMAL>(take(p, step), s, out + LANES * i);
+        scaler(take(p, step), out + LANES * i);
 }
+
+/// By Arithmetic.
+constexpr decltype(&scaleSteps<Arithmetic::FLOAT>) SCALE_STEPS[] = {
+    scaleSteps<Arithmetic::FLOAT>, scaleSteps<Arithmetic::DOUBLE>, scaleSteps<Arithmetic::DECIMAL>};
 
 YUL_WIDEST void scaledWidest(
     Octets packed, std::uint64_t bit, unsigned width, Scale const & scale, std::span<float> out) noexcept
@@ -119,7 +139,7 @@ YUL_WIDEST void scaledWidest(
     if (width > 0 && width <= WIDEST_PATTERN) {
         Step const step = stepFor(bit, width);
         std::size_t const steps = safeSteps(packed, bit, width, out.size());
-        auto const run = scale.decimal == 1 ? scaleSteps<false> : scaleSteps<true>;
+        auto const run = SCALE_STEPS[static_cast<int>(arithmeticFor(scale, width))];
         run(packed.data() + (bit >> 3), step, width, steps, scale, out.data());
         done = LANES * steps;
     }
@@ -128,10 +148,10 @@ YUL_WIDEST void scaledWidest(
 
 YUL_WIDEST void scaleWidest(std::span<std::uint32_t const> values, Scale const & scale, float * out) noexcept
 {
-    WideScale const s = wideScale(scale);
+    Scaler<Arithmetic::DECIMAL> const scaler(scale);
     std::size_t const whole = values.size() / LANES * LANES;
     for (std::size_t i = 0; i < whole; i += LANES)
-        scaleSixteen<true>(_mm512_loadu_si512(values.data() + i), s, out + i);
+        scaler(_mm512_loadu_si512(values.data() + i), out + i);
     plainForm().scale(values.subspan(whole), scale, out + whole);
 }
 
