@@ -7,6 +7,7 @@
 #include <cstring>
 #include <utility>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -112,6 +113,20 @@ int File::write(std::string_view octets)
     IgnoreBrokenPipe const ignore;
     if (std::fwrite(octets.data(), 1, octets.size(), file) != octets.size())
         has_failed = true;
+    return has_failed ? 0 : 1;
+}
+
+int File::reserve([[maybe_unused]] std::size_t octets)
+{
+    if (file == nullptr)
+        return 0;
+#ifdef FALLOC_FL_KEEP_SIZE
+    auto const position = ftello(file);
+    bool const is_refused = position >= 0 && fallocate(fileno(file), FALLOC_FL_KEEP_SIZE, position,
+                                                       static_cast<off_t>(octets)) != 0;
+    if (is_refused && (errno == ENOSPC || errno == EDQUOT || errno == EFBIG))
+        has_failed = true;
+#endif
     return has_failed ? 0 : 1;
 }
 

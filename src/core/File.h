@@ -35,6 +35,9 @@ public:
 
     /// Writes all octets; 0 when the device did not take them. Failures stick: `close` reports them too.
     int write(std::string_view octets);
+    /// Asks for room on the disk for so many octets behind what was written, in one piece: large files are written, and later
+    /// replaced, faster. The file's size stays. 0 when the disk has not got it; 1 also where room cannot be asked for.
+    int reserve(std::size_t octets);
     /// Hands what was written to the operating system; 0 when it, or anything before it, was lost.
     int flush();
     /// Reads up to `size` octets and returns how many were there.

@@ -222,6 +222,8 @@ Fault readTogether(Input & input, Header const & header, Grid & grid)
 
 bool writeBinary(File & file, std::span<float const> values)
 {
+    if (file.reserve(values.size_bytes() + 1) == 0)
+        return false;
     auto const turned = std::make_unique_for_overwrite<float[]>(std::min(PIECE, values.size()));
     for (std::size_t at = 0; at < values.size(); at += PIECE) {
         auto const piece = values.subspan(at, std::min(PIECE, values.size() - at));
