@@ -15,6 +15,7 @@ namespace Yul {
 namespace {
 
 constexpr std::size_t MAX_LINE = std::size_t{1} << 20;
+constexpr std::size_t LARGE = std::size_t{1} << 16; // octets that go past the buffer
 
 /// Keeps a closed pipe from ending the process while it lives.
 class IgnoreBrokenPipe
@@ -40,6 +41,18 @@ private:
     {
     };
 };
+
+/// Hands octets to the operating system in as few pieces as it takes.
+bool writeThrough(int descriptor, std::string_view octets)
+{
+    while (!octets.empty()) {
+        ssize_t const taken = ::write(descriptor, octets.data(), octets.size());
+        if (taken < 0 && errno != EINTR)
+            return false;
+        octets.remove_prefix(taken > 0 ? static_cast<std::size_t>(taken) : 0);
+    }
+    return true;
+}
 
 bool isDirectory(std::FILE * file)
 {
@@ -111,7 +124,10 @@ int File::write(std::string_view octets)
     if (file == nullptr)
         return 0;
     IgnoreBrokenPipe const ignore;
-    if (std::fwrite(octets.data(), 1, octets.size(), file) != octets.size())
+    bool const is_written = octets.size() < LARGE
+                                ? std::fwrite(octets.data(), 1, octets.size(), file) == octets.size()
+                                : std::fflush(file) == 0 && writeThrough(fileno(file), octets);
+    if (!is_written)
         has_failed = true;
     return has_failed ? 0 : 1;
 }

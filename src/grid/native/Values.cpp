@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::size_t OCTETS = sizeof(float);
 /// Values that are read or written at once: few enough for the second cache, where the octets are turned round.
-constexpr std::size_t PIECE = std::size_t{1} << 15;
+constexpr std::size_t PIECE = std::size_t{1} << 17;
 /// The longest number that counts as one.
 constexpr std::size_t MAX_NUMBER = 8192;
 constexpr std::size_t MAX_DATA_LINE = 1000;
