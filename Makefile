@@ -5,7 +5,8 @@
 #   make demo    draws the 500 hPa height map of the shipped GRIB file: demo/height500.ps and .png
 #   make test    builds and runs all tests, C++ and Python
 #   make sanitize    the same tests under the address and undefined-behaviour sanitizers
-#   make bench   measures our jobs beside other software and prints one table
+#   make bench   measures our jobs beside other software and prints one table (BENCH: the names of some)
+#   make bench-peers     installs the other software, and names what cannot be had
 #   make fuzz    feeds the readers of outside bytes damaged input (FUZZ_SECONDS each, 60 unless given)
 #   make gallery renders the scripts of examples/gallery to docs/gallery (GALLERY: the names of some)
 #   make wheel   makes dist/, the source archive and a wheel with its codec libraries, and tries it in an empty place
@@ -30,7 +31,7 @@ run_python = PYTHONPATH=$(CURDIR)/$(1)/python PYTHONDONTWRITEBYTECODE=1 $(PYTHON
 demo_map = --domain stereo:90:-25,53,-25,57,43,1.5 --interval 60 --color blue
 sources = $(shell git ls-files '*.h' '*.cpp')
 
-.PHONY: all demo test sanitize bench fuzz gallery wheel test-extras docs format check-format clean
+.PHONY: all demo test sanitize bench bench-peers fuzz gallery wheel test-extras docs format check-format clean
 
 all:
 	@scripts/install-deps build
@@ -64,7 +65,10 @@ bench:
 	@scripts/install-deps build bench
 	@$(call configure,build,-DYUL_BENCH=ON)
 	@cmake --build build
-	@$(call run_python,build) bench/run.py
+	@$(call run_python,build) bench/run.py $(BENCH)
+
+bench-peers:
+	@scripts/install-deps --each peers
 
 fuzz:
 	@scripts/install-deps build

@@ -1,10 +1,11 @@
-// Two ways of doing one job, timed in turn in one process.
+// Ways of doing one job, timed in turns in one process, and the rows that say what came of it.
 #pragma once
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <functional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -12,12 +13,19 @@
 
 namespace bench {
 
-/// Median wall times, in nanoseconds, of runs made in turn after one run of each that does not count.
-struct Medians
+/// Processor time of this thread, in seconds: other programs on the machine matter less than for elapsed time.
+inline double processorTime()
 {
-    double ours;
-    double peer;
-};
+    timespec t{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+    return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_nsec) * 1e-9;
+}
+
+/// Elapsed time in seconds, for jobs that other processes do.
+inline double elapsedTime()
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
 
 inline double median(std::vector<double> times)
 {
@@ -26,61 +34,54 @@ inline double median(std::vector<double> times)
     return times[times.size() / 2];
 }
 
-template <class Job> double nanoseconds(Job const & job)
-{
-    auto const start = std::chrono::steady_clock::now();
-    job();
-    return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count();
-}
-
-template <class Ours, class Peer> Medians interleaved(int runs, Ours const & ours, Peer const & peer)
-{
-    ours();
-    peer();
-    std::vector<double> our_times;
-    std::vector<double> peer_times;
-    for (int i = 0; i < runs; ++i) {
-        our_times.push_back(nanoseconds(ours));
-        peer_times.push_back(nanoseconds(peer));
-    }
-    return {median(our_times), median(peer_times)};
-}
-
-/// Processor time of this thread, so that other programs on the machine matter less.
-template <class Job> double cpuSeconds(Job const & job)
-{
-    auto const now = [] {
-        timespec t{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
-        return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_nsec) * 1e-9;
-    };
-    double const start = now();
-    job();
-    return now() - start;
-}
-
-/// Median processor times of several ways of doing one job, in seconds, run in turn after one run of each that does not
-/// count.
-inline std::vector<double> medianCpuSeconds(std::vector<std::function<void()>> const & jobs, int rounds)
+/// Median times of several ways of doing one job, in seconds, run in turns after one run of each that does not count.
+inline std::vector<double>
+medians(int rounds, std::vector<std::function<void()>> const & jobs, double (*clock)() = processorTime)
 {
     std::vector<std::vector<double>> times(jobs.size());
     for (auto const & job : jobs)
         job();
     for (int round = 0; round < rounds; ++round)
-        for (std::size_t i = 0; i < jobs.size(); ++i)
-            times[i].push_back(cpuSeconds(jobs[i]));
-    std::vector<double> medians;
+        for (std::size_t i = 0; i < jobs.size(); ++i) {
+            double const start = clock();
+            jobs[i]();
+            times[i].push_back(clock() - start);
+        }
+    std::vector<double> result;
     for (auto & column : times)
-        medians.push_back(median(std::move(column)));
-    return medians;
+        result.push_back(median(std::move(column)));
+    return result;
 }
 
-/// One row of the table: costs of one item in nanoseconds, and the ratio peer by ours with what it should keep to.
-inline void
-printRow(char const * job, char const * peer_name, Medians const & medians, double items, char const * limit)
+/// "12.3 ns/point"; `per_second` by how many of the unit make a second.
+inline std::string figure(double seconds, double per_second, char const * unit)
 {
-    std::printf("%s\t%.4g ns\t%s %.4g ns\t%.3g\t%s\n", job, medians.ours / items, peer_name,
-                medians.peer / items, medians.peer / medians.ours, limit);
+    char text[64];
+    std::snprintf(text, sizeof text, "%.3g %s", seconds * per_second, unit);
+    return text;
+}
+
+/// One row of the table. The ratio is the peer's cost by ours; `least` is what it has to reach, 0 when nothing is asked.
+inline void printRow(std::string const & job,
+                     std::string const & ours,
+                     std::string const & peer,
+                     double ratio,
+                     double least = 0)
+{
+    std::printf("%s\t%s\t%s\t%.3g", job.c_str(), ours.c_str(), peer.c_str(), ratio);
+    std::printf(least > 0 ? "\t>= %g\n" : "\n", least);
+}
+
+/// The row of a job whose cost is told by the item, in nanoseconds: ours first, then the peer's time for the same.
+inline void printRow(std::string const & job,
+                     std::string const & peer_name,
+                     double ours,
+                     double peer,
+                     double items,
+                     double least = 0)
+{
+    printRow(job, figure(ours / items, 1e9, "ns"), peer_name + " " + figure(peer / items, 1e9, "ns"),
+             peer / ours, least);
 }
 
 } // namespace bench

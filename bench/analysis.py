@@ -6,17 +6,18 @@ The peer finds the pairs of stations and grid points once, with the tree, and fo
 with bincount. Both sides have their data in memory and run in turns; the fields are compared first.
 """
 
-import statistics
+from pathlib import Path
 import sys
-import time
 
 import numpy as np
 
-from Yul import Domain, Grids, ObjectAnal, StationData, analyse
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+
+from support.interleaved import medians, print_row  # noqa: E402
+from Yul import Domain, Grids, ObjectAnal, StationData, analyse  # noqa: E402
 
 try:
     from scipy.spatial import cKDTree
-    import scipy
 except ImportError:
     print('# SciPy (python3-scipy) is not installed: no peer')
     sys.exit(0)
@@ -83,31 +84,24 @@ class Job:
         return top * (1 - down) + bottom * down
 
 
-def timed(work):
-    start = time.perf_counter()
-    work()
-    return time.perf_counter() - start
-
-
-def row(name, job, ours, runs, limit):
+def row(name, job, ours, rounds, least=None):
     mine, other = ours(), job.peer()
     assert ((mine == MISS) == (other == MISS)).all(), name
     assert np.abs(mine - other).max() < 1e-3, name
-    times = [(timed(ours), timed(job.peer)) for _ in range(runs)]
-    mine, other = (statistics.median(column) * 1e3 for column in zip(*times))
-    print(name, f'{mine:.3g} ms', f'SciPy {scipy.__version__} {other:.4g} ms', f'{other / mine:.3g}', limit, sep='\t')
+    mine, other = medians(rounds, ours, job.peer)
+    print_row(name, f'{mine * 1e3:.3g} ms', f'SciPy {other * 1e3:.4g} ms', other / mine, least)
 
 
 def main():
     small = Job(2000, 200)
-    row('analysis of 2,000 stations, 200 x 200', small, small.ours, 21, '>= 15')
-    row('the same from arrays, with Yul.analyse', small, small.ours_from_arrays, 21, '>= 10')
-    for stations, size, runs in ((10_000, 500, 7), (50_000, 1000, 3)):
+    row('analysis of 2,000 stations, 200 x 200', small, small.ours, 21, 15)
+    row('analysis of 2,000 stations, 200 x 200, from arrays', small, small.ours_from_arrays, 21)
+    for stations, size, rounds in ((10_000, 500, 7), (50_000, 1000, 3)):
         job = Job(stations, size)
-        row(f'analysis of {stations:,} stations, {size} x {size}', job, job.ours, runs, '>= 15')
+        row(f'analysis of {stations:,} stations, {size} x {size}', job, job.ours, rounds, 15)
     few, many = Job(2000, 1000), Job(2000, 1000, crowd=0.04)
-    row('2,000 stations spread over 1000 x 1000', few, few.ours, 3, '>= 10')
-    row('2,000 stations crowded in 40 x 40 of them', many, many.ours, 3, '>= 10')
+    row('analysis of 2,000 stations over 1000 x 1000', few, few.ours, 3)
+    row('analysis of 2,000 stations in 40 x 40 of 1000 x 1000', many, many.ours, 3)
 
 
 if __name__ == '__main__':

@@ -4,14 +4,17 @@
 from pathlib import Path
 import random
 import re
-import statistics
+import sys
 import tempfile
 import time
 
-import _Yul
-from Yul import WmoParse, reports
+sys.path.insert(0, str(Path(__file__).resolve().parent))
 
-RUNS = 7
+import _Yul  # noqa: E402
+from support.interleaved import medians, print_row  # noqa: E402
+from Yul import WmoParse, reports  # noqa: E402
+
+ROUNDS = 5
 SIZE = 100_000_000
 HEADING = re.compile(rb'S[AP]US\d\d [A-Z]{4} \d{6}')
 ZONE = re.compile(rb'[A-Z]{2}[CZ]\d{3}')
@@ -104,28 +107,21 @@ def flat(name):
     return bulletins, lines
 
 
-def timed(job, name):
-    start = time.perf_counter()
-    job(name)
-    return time.perf_counter() - start
-
-
-def row(job, mine, peer, peer_name, name, limit):
+def row(job, mine, peer, peer_name, name, least):
     assert mine(name) == peer(name), job
-    times = [(timed(mine, name), timed(peer, name)) for _ in range(RUNS)]
-    ours_s, peer_s = (statistics.median(column) for column in zip(*times))
+    seconds, peer_seconds = medians(ROUNDS, lambda: mine(name), lambda: peer(name))
     megabytes = Path(name).stat().st_size / 1e6
-    print(f'{job}\t{megabytes / ours_s:.0f} MB/s\t{peer_name} {megabytes / peer_s:.0f} MB/s\t{peer_s / ours_s:.3g}\t'
-          f'{limit}')
+    print_row(job, f'{megabytes / seconds:.0f} MB/s', f'{peer_name} {megabytes / peer_seconds:.0f} MB/s',
+              peer_seconds / seconds, least)
 
 
 def main():
     with tempfile.TemporaryDirectory() as folder:
         name = str(Path(folder) / 'feed')
         write_feed(name)
-        row('bulletins by heading, lines classified, Yul', ours, by_split, 'Python split', name, '>= 6')
-        row('the same, _Yul', flat, by_split, 'Python split', name, '>= 6')
-        row('the same, Yul', ours, by_line, 'Python lines', name, '>= 6')
+        row('bulletins by heading, lines classified, Yul', ours, by_split, 'Python split', name, 6)
+        row('bulletins by heading, lines classified, _Yul', flat, by_split, 'Python split', name, 6)
+        row('bulletins by heading, lines classified, Yul', ours, by_line, 'Python lines', name, 6)
         start = time.perf_counter()
         count = sum(1 for _ in reports(name, kind='METAR', header='SAUS'))
         print(f'# {count} single METAR reports out of the same feed: {time.perf_counter() - start:.2f} s')

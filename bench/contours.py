@@ -2,17 +2,17 @@
 
 import ctypes
 from pathlib import Path
-import statistics
 import sys
-import time
 
 import numpy as np
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
-from fields import levels_of, temperature, waves  # noqa: E402
+
+from support.fields import levels_of, temperature, waves  # noqa: E402
+from support.interleaved import medians, print_row  # noqa: E402
 
 PROGRAM = Path(__file__).resolve().parent.parent / 'build' / 'bench' / 'contour_segments.so'
-RUNS = 15
+ROUNDS = 11
 
 try:
     import contourpy
@@ -49,27 +49,18 @@ def length_of(steps):
     return np.hypot(steps[:, 0], steps[:, 1]).sum(dtype=np.float64)
 
 
-def seconds(job):
-    """Processor time, which other programs on the machine disturb less."""
-    start = time.process_time()
-    job()
-    return time.process_time() - start
-
-
-def compare(job, field, count, limit):
+def compare(job, field, count, least):
     levels = levels_of(field, count)
     ours, peer = by_us(field, levels, np.empty((1000000, 4), np.float32)), by_contourpy(field, levels)
     segments, lines = ours(), peer()
     lengths = length_of(segments[:, 2:] - segments[:, :2]), sum(length_of(np.diff(line, axis=0)) for line in lines)
     assert abs(lengths[0] / lengths[1] - 1) < 1e-3, lengths
-    print(f'# {job}: {len(segments)} segments, {len(lines)} lines of contourpy {contourpy.__version__}')
-    times = [(seconds(ours), seconds(peer)) for _ in range(RUNS)]
-    own, other = (statistics.median(column) * 1e3 for column in zip(*times))
-    print(f'contour segments, {job}', f'{own:.2f} ms', f'{other:.1f} ms (contourpy serial)', f'{other / own:.1f}', limit,
-          sep='\t')
+    print(f'# {job}: {len(segments)} segments, {len(lines)} lines of contourpy (serial)')
+    own, other = medians(ROUNDS, ours, peer)
+    print_row(f'contour segments, {job}', f'{own * 1e3:.3g} ms', f'contourpy {other * 1e3:.3g} ms', other / own, least)
 
 
 LIBRARY = ctypes.CDLL(str(PROGRAM))
 LIBRARY.contour_segments.restype = ctypes.c_size_t
-compare('1000 x 1000, 12 levels', waves(), 12, '>= 6')
-compare('1440 x 721, 40 levels', temperature(), 40, '>= 12')
+compare('1000 x 1000, 12 levels', waves(), 12, 6)
+compare('1440 x 721, 40 levels', temperature(), 40, 12)

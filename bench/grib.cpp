@@ -38,7 +38,7 @@ constexpr int NX = 1440;
 constexpr int NY = 721;
 constexpr std::size_t POINTS = std::size_t{NX} * NY;
 constexpr int MESSAGES = 200;
-constexpr int ROUNDS = 9;
+constexpr int ROUNDS = 7;
 constexpr int FIELDS = 8; // in a file that is decoded
 constexpr int PICTURES = 2;
 constexpr double MISS = -9999;
@@ -362,24 +362,25 @@ int listG2c(std::string const & name)
 
 using Works = std::vector<std::function<void()>>;
 
-/// One row: ours beside the faster of the peers.
+/// One row: ours, the first of the times, beside the faster of the peers.
 void report(std::string const & job,
-            char const * unit,
-            double per_item,
+            double ours,
             std::vector<double> const & times,
-            char const * limit)
+            double per_second,
+            char const * unit,
+            double least)
 {
     double const peer = *std::min_element(times.begin() + 1, times.end());
-    char const * const name = peer == times[1] ? "ecCodes" : "g2c";
-    std::printf("%s\t%.3g %s\t%s %.3g %s\t%.3g\t%s\n", job.c_str(), times[0] * per_item, unit, name,
-                peer * per_item, unit, peer / times[0], limit);
+    char const * const name = peer == times[1] ? "ecCodes " : "g2c ";
+    bench::printRow(job, bench::figure(ours, per_second, unit), name + bench::figure(peer, per_second, unit),
+                    peer / ours, least);
 }
 
 struct Job
 {
     char const * name;
     Octets message;
-    char const * limit;
+    double least; ///< ratio to reach
     bool is_edition2 = true;
     void (*bare)(Octets const &) = nullptr;
     char const * bare_name = "";
@@ -414,17 +415,17 @@ void runDecoding(std::string const & name, std::vector<double> const & field)
     char const * const edition1 = "regular_ll_pl_grib1";
     char const * const edition2 = "regular_ll_pl_grib2";
     Job const jobs[] = {
-        {"GRIB 2 simple, 8 bits", packByEccodes(field, NX, edition2, "grid_simple", 8, NO_DECIMAL), "6"},
-        {"GRIB 2 simple, 12 bits", packByEccodes(field, NX, edition2, "grid_simple", 12, NO_DECIMAL), "6"},
-        {"GRIB 2 simple, 16 bits", packByEccodes(field, NX, edition2, "grid_simple", 16, NO_DECIMAL), "6"},
-        {"GRIB 2 complex", packByG2c(field, 0), "4.5"},
-        {"GRIB 2 differences, order 1", packByG2c(field, 1), "3"},
-        {"GRIB 2 differences, order 2", packByG2c(field, 2), "3"},
-        {"GRIB 1, 12 bits, bitmap", packByEccodes(holed, NX, edition1, "grid_simple", 12, NO_DECIMAL), "5",
+        {"GRIB 2 simple, 8 bits", packByEccodes(field, NX, edition2, "grid_simple", 8, NO_DECIMAL), 6},
+        {"GRIB 2 simple, 12 bits", packByEccodes(field, NX, edition2, "grid_simple", 12, NO_DECIMAL), 6},
+        {"GRIB 2 simple, 16 bits", packByEccodes(field, NX, edition2, "grid_simple", 16, NO_DECIMAL), 6},
+        {"GRIB 2 complex", packByG2c(field, 0), 4.5},
+        {"GRIB 2 differences, order 1", packByG2c(field, 1), 3},
+        {"GRIB 2 differences, order 2", packByG2c(field, 2), 3},
+        {"GRIB 1, 12 bits, bitmap", packByEccodes(holed, NX, edition1, "grid_simple", 12, NO_DECIMAL), 5,
          false},
-        {"GRIB 2 JPEG 2000", packByEccodes(field, NX, edition2, "grid_jpeg", 16, 2), "", true, decodeJpeg2000,
+        {"GRIB 2 JPEG 2000", packByEccodes(field, NX, edition2, "grid_jpeg", 16, 2), 0, true, decodeJpeg2000,
          "OpenJPEG"},
-        {"GRIB 2 PNG", packByEccodes(field, NX, edition2, "grid_png", 16, 2), "", true, decodePng, "libpng"},
+        {"GRIB 2 PNG", packByEccodes(field, NX, edition2, "grid_png", 16, 2), 0, true, decodePng, "libpng"},
     };
     for (auto const & job : jobs) {
         int const fields = job.bare == nullptr ? FIELDS : PICTURES;
@@ -436,7 +437,8 @@ void runDecoding(std::string const & name, std::vector<double> const & field)
         Works works{[&] { readOurs(name, fields); }, [&] { readEccodes(name); }};
         if (job.is_edition2)
             works.push_back([&] { readG2c(name); });
-        report(job.name, "ns/point", per_point, bench::medianCpuSeconds(works, ROUNDS), job.limit);
+        auto const times = bench::medians(ROUNDS, works);
+        report(job.name, times[0], times, per_point, "ns/point", job.least);
         if (job.bare == nullptr)
             continue;
         Octets const stream = codeStream(job.message);
@@ -444,9 +446,10 @@ void runDecoding(std::string const & name, std::vector<double> const & field)
             for (int i = 0; i < fields; ++i)
                 job.bare(stream);
         };
-        auto const times = bench::medianCpuSeconds({[&] { readOurs(name, fields); }, bare}, ROUNDS);
-        std::printf("%s, bare codec\t%.3g ns/point\t%s %.3g ns/point\t%.3g\t0.9\n", job.name,
-                    times[0] * per_point, job.bare_name, times[1] * per_point, times[1] / times[0]);
+        auto const both = bench::medians(ROUNDS, {[&] { readOurs(name, fields); }, bare});
+        bench::printRow(std::string(job.name) + ", bare codec", bench::figure(both[0], per_point, "ns/point"),
+                        std::string(job.bare_name) + " " + bench::figure(both[1], per_point, "ns/point"),
+                        both[1] / both[0], 0.9);
     }
 }
 
@@ -456,10 +459,10 @@ void runInventory(std::string const & name, std::vector<double> const & field)
     {
         char const * text;
         int nx;
-        char const * limit;
+        double least;
     };
 
-    for (auto const & [text, nx, limit] : {Size{"1 degree", NX / 4, "5"}, {"0.25 degree", NX, "50"}}) {
+    for (auto const & [text, nx, least] : {Size{"1 degree", NX / 4, 5}, {"0.25 degree", NX, 50}}) {
         auto const values = nx == NX ? field : makeField(nx, (NY - 1) / 4 + 1);
         write(name, packByEccodes(values, nx, "regular_ll_pl_grib2", "grid_simple", 16, NO_DECIMAL),
               MESSAGES);
@@ -467,12 +470,11 @@ void runInventory(std::string const & name, std::vector<double> const & field)
             describeOurs(name) != MESSAGES)
             fail("messages are missing");
         std::string const job = "headers of 200 messages, " + std::string(text);
-        auto const times = bench::medianCpuSeconds(
-            {[&] { listOurs(name); }, [&] { listEccodes(name); }, [&] { listG2c(name); }}, 9);
-        report(job, "us/message", 1e6 / MESSAGES, times, limit);
-        auto with_grid = times;
-        with_grid[0] = bench::medianCpuSeconds({[&] { describeOurs(name); }}, ROUNDS)[0];
-        report(job + ", described as grids", "us/message", 1e6 / MESSAGES, with_grid, limit);
+        auto const times = bench::medians(ROUNDS, {[&] { listOurs(name); }, [&] { listEccodes(name); },
+                                                   [&] { listG2c(name); }, [&] { describeOurs(name); }});
+        std::vector<double> const sides(times.begin(), times.begin() + 3);
+        report(job, times[0], sides, 1e6 / MESSAGES, "us/message", least);
+        report(job + ", described as grids", times[3], sides, 1e6 / MESSAGES, "us/message", least);
     }
 }
 

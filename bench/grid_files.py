@@ -6,16 +6,17 @@ NumPy has the bare floats.
 """
 
 from pathlib import Path
-import statistics
 import sys
 import tempfile
-import time
 
 import numpy as np
 
-from Yul import Grid, GridYulFile
+sys.path.insert(0, str(Path(__file__).resolve().parent))
 
-RUNS = 41
+from support.interleaved import medians, print_row  # noqa: E402
+from Yul import Grid, GridYulFile  # noqa: E402
+
+ROUNDS = 41
 ROWS, COLUMNS = 721, 1440
 PLACES = 1_000_000
 
@@ -28,19 +29,11 @@ def field():
     return (280 + 8 * np.sin(np.radians(3 * lon + lat)) + noise).astype('f4')
 
 
-def timed(job):
-    start = time.perf_counter()
-    job()
-    return time.perf_counter() - start
-
-
-def row(job, ours, peer, peer_name, scale, unit, limit, runs=RUNS):
+def row(job, ours, peer, peer_name, scale, unit, least, rounds=ROUNDS):
     """One row of the table; `scale` divides the seconds, or is divided by them for a rate."""
-    ours(), peer()
-    times = [(timed(ours), timed(peer)) for _ in range(runs)]
-    mine, other = (statistics.median(column) for column in zip(*times))
+    mine, other = medians(rounds, ours, peer)
     shown = [scale / seconds if unit.endswith('/s') else seconds / scale for seconds in (mine, other)]
-    print(f'{job}\t{shown[0]:.3g} {unit}\t{peer_name} {shown[1]:.3g} {unit}\t{other / mine:.3g}\t{limit}')
+    print_row(job, f'{shown[0]:.3g} {unit}', f'{peer_name} {shown[1]:.3g} {unit}', other / mine, least)
 
 
 def files(values, folder):
@@ -65,8 +58,8 @@ def files(values, folder):
     write(), write_peer(), read()
     assert np.array_equal(grid.values, values) and np.array_equal(read_peer().reshape(values.shape), values)
     gigabytes = values.nbytes / 1e9
-    row('native grid, read', read, read_peer, 'NumPy', gigabytes, 'GB/s', '>= 1.7')
-    row('native grid, write', write, write_peer, 'NumPy', gigabytes, 'GB/s', '>= 1.7')
+    row('native grid, read', read, read_peer, 'NumPy', gigabytes, 'GB/s', 1.7)
+    row('native grid, write', write, write_peer, 'NumPy', gigabytes, 'GB/s', 1.7)
 
 
 def places(values):
@@ -83,7 +76,7 @@ def places(values):
     pairs = np.column_stack([lat, lon])
     difference = np.abs(grid.at(lat, lon) - peer(pairs)).max()
     assert difference < 0.01, difference
-    row('values at 1e6 places', lambda: grid.at(lat, lon), lambda: peer(pairs), 'SciPy', PLACES / 1e9, 'ns', '>= 5', 11)
+    row('values at 1e6 places', lambda: grid.at(lat, lon), lambda: peer(pairs), 'SciPy', PLACES / 1e9, 'ns', 5, 7)
 
 
 def main():

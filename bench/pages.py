@@ -4,11 +4,11 @@ The field is a global one of 1440 x 721 points; ours and Magics read GRIB, GMT i
 numbers. Nobody draws labels. Times are medians of runs made in turns.
 """
 
-import os
+from functools import partial
 from pathlib import Path
+import os
 import re
 import shutil
-import statistics
 import subprocess
 import sys
 import tempfile
@@ -20,10 +20,12 @@ HERE = Path(__file__).resolve().parent
 ROOT = HERE.parent
 sys.path[:0] = [str(HERE), str(ROOT / 'tests' / 'python')]
 
-from fields import levels_of, temperature  # noqa: E402
 from gribwriter import LatLon, grib2  # noqa: E402
+from support.fields import levels_of, temperature  # noqa: E402
+from support.interleaved import medians, print_row  # noqa: E402
 
-RUNS = 9
+ROUNDS = 7
+TARGETS = {'GMT': 4, 'Magics': 4, 'matplotlib': 9}  # on a page without projection
 MAGICS = ROOT / 'build' / 'bench' / 'page_magics'
 POLAR = 'pstereo:90:0,90,0,185,185,1,1'
 
@@ -67,11 +69,8 @@ def commands(count, levels, is_polar):
 
 
 def run(page, command):
-    """Seconds from start to end."""
-    output = open(page, 'wb') if command[0] == 'gmt' else subprocess.DEVNULL
-    start = time.perf_counter()
-    subprocess.run(command, stdout=output, stderr=subprocess.DEVNULL, check=True)
-    return time.perf_counter() - start
+    with open(page if command[0] == 'gmt' else os.devnull, 'wb') as output:
+        subprocess.run(command, stdout=output, stderr=subprocess.DEVNULL, check=True)
 
 
 def compare(count, is_polar=False):
@@ -79,18 +78,13 @@ def compare(count, is_polar=False):
     for page, command in found.values():
         run(page, command)
         assert Path(page).stat().st_size > 100000, f'{page}: a page without the lines'
-    times = {name: [] for name in found}
-    for _ in range(RUNS):
-        for name, (page, command) in found.items():
-            times[name].append(run(page, command))
-    medians = {name: statistics.median(column) for name, column in times.items()}
+    jobs = [partial(run, *job) for job in found.values()]
+    times = dict(zip(found, medians(ROUNDS, *jobs, clock=time.perf_counter)))
     job = f'file to page, {count} levels' + (', polar' if is_polar else '')
-    own = medians.pop('ours')
-    best = min(((medians[name], name) for name in ('GMT', 'Magics') if name in medians), default=None)
-    least = 3 if is_polar else 4  # of the best peer that draws maps
-    for name, seconds in medians.items():
-        limit = '>= 9' if name == 'matplotlib' else f'>= {least}' if (seconds, name) == best else ''
-        print(job, f'{own * 1e3:.0f} ms', f'{seconds * 1e3:.0f} ms ({name})', f'{seconds / own:.1f}', limit, sep='\t')
+    own = times.pop('ours')
+    for name, seconds in times.items():
+        print_row(job, f'{own * 1e3:.0f} ms', f'{name} {seconds * 1e3:.0f} ms', seconds / own,
+                  None if is_polar else TARGETS[name])
     sizes = ', '.join(f'{name} {Path(page).stat().st_size / 1e6:.1f} MB' for name, (page, _) in found.items())
     print(f'# {job}: {len(re.findall(b"%%PL:2", Path("ours.ps").read_bytes()))} segments; pages {sizes}')
 

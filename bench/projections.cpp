@@ -3,6 +3,7 @@
 // Both sides project the same random positions; ours are floats in EarthPoints and Points (degrees, units of
 // 100 km), the peer's are doubles (radians, metres). The results are compared before the clock starts. Each figure
 // is the median of runs in turns. The single-point row calls Domain::tran once for every position.
+#include "Interleaved.h"
 #include "geo/Domain.h"
 
 #if __has_include(<proj.h>)
@@ -13,19 +14,16 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <functional>
 #include <random>
 #include <string>
 #include <vector>
-
-#include <time.h>
 
 using namespace Yul;
 
 namespace {
 
 constexpr std::size_t POINTS = 1'000'000;
-constexpr int ROUNDS = 9;
+constexpr int ROUNDS = 7;
 constexpr double METRES = 1e5; // in a unit of 100 km
 
 struct Job
@@ -57,41 +55,6 @@ constexpr Job JOBS[] = {
      6, METRES},
     {"moll", "moll,0,0,2,2,1", "+proj=moll +lon_0=0 +R=6371220", -85, 85, -179, 179, 6, 6, METRES},
 };
-
-/// Processor time, so that other programs on the machine matter less.
-double seconds(std::function<void()> const & work)
-{
-    auto const now = [] {
-        timespec t{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
-        return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_nsec) * 1e-9;
-    };
-    double const start = now();
-    work();
-    return now() - start;
-}
-
-/// Median nanoseconds a point of every piece of work, run in turns.
-std::vector<double> measure(std::vector<std::function<void()>> const & works)
-{
-    std::vector<std::vector<double>> times(works.size());
-    for (auto const & work : works)
-        work();
-    for (int round = 0; round < ROUNDS; ++round)
-        for (std::size_t i = 0; i < works.size(); ++i)
-            times[i].push_back(seconds(works[i]) * 1e9 / static_cast<double>(POINTS));
-    std::vector<double> medians;
-    for (auto & t : times) {
-        std::nth_element(t.begin(), t.begin() + ROUNDS / 2, t.end());
-        medians.push_back(t[ROUNDS / 2]);
-    }
-    return medians;
-}
-
-void report(std::string const & job, double ours, double peer, double limit)
-{
-    std::printf("%s\t%.2f ns\t%.2f ns\t%.1f\t%.0f\n", job.c_str(), ours, peer, peer / ours, limit);
-}
 
 #ifdef HAS_PROJ
 
@@ -144,20 +107,20 @@ bool run(PJ_CONTEXT * context, Job const & job)
         return false;
     }
     Point point;
-    auto const times = measure({
-        [&] { domain.tran(earth, points); },
-        [&] { trans(PJ_FWD, lon, lat); },
-        [&] { domain.tran(points, back); },
-        [&] { trans(PJ_INV, x, y); },
-        [&] {
-            for (auto const & e : earth.all())
-                domain.tran(e, point);
-        },
-    });
+    auto const times = bench::medians(ROUNDS, {
+                                                  [&] { domain.tran(earth, points); },
+                                                  [&] { trans(PJ_FWD, lon, lat); },
+                                                  [&] { domain.tran(points, back); },
+                                                  [&] { trans(PJ_INV, x, y); },
+                                                  [&] {
+                                                      for (auto const & e : earth.all())
+                                                          domain.tran(e, point);
+                                                  },
+                                              });
     std::string const name = std::string("projection ") + job.name;
-    report(name + " forward", times[0], times[1], job.forward_limit);
-    report(name + " inverse", times[2], times[3], job.inverse_limit);
-    report(name + " single point", times[4], times[1], 2);
+    bench::printRow(name + " forward", "PROJ", times[0], times[1], POINTS, job.forward_limit);
+    bench::printRow(name + " inverse", "PROJ", times[2], times[3], POINTS, job.inverse_limit);
+    bench::printRow(name + " single point", "PROJ", times[4], times[1], POINTS, 2);
     proj_destroy(peer);
     return true;
 }

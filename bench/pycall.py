@@ -10,10 +10,12 @@ import sys
 import timeit
 import time
 
-sys.path.insert(0, str(Path(__file__).resolve().parent.parent / 'build' / 'bench'))
+HERE = Path(__file__).resolve().parent
+sys.path[:0] = [str(HERE), str(HERE.parent / 'build' / 'bench')]
 
-import pycall_fastcall
-import pycall_frame
+import pycall_fastcall  # noqa: E402
+import pycall_frame  # noqa: E402
+from support.interleaved import print_row  # noqa: E402
 
 try:
     import pycall_pybind
@@ -64,14 +66,13 @@ def main():
     if pycall_pybind is not None:
         sides['pybind11'] = (pycall_pybind, pycall_pybind.new_Plane)
     else:
-        print('# pybind11 is not installed')
+        print('# pybind11 is not installed: no peer for calls')
     for job, (statement, name, expected) in JOBS.items():
         ns = measure(timers(statement, name, expected, sides))
-        for ours, text, peer, limit in [('frame', '', 'fastcall', '>= 0.59'), ('frame', '', 'pybind11', '>= 6'),
-                                        ('instance', ' through this', 'pybind11', '')]:
+        for ours, text, peer, least in [('frame', '', 'fastcall', 0.59), ('frame', '', 'pybind11', 6),
+                                        ('instance', ' through this', 'pybind11', None)]:
             if peer in ns:
-                print(f'{job}{text}', f'{ns[ours]:.1f} ns', f'{peer} {ns[peer]:.1f} ns', f'{ns[peer] / ns[ours]:.2f}',
-                      limit, sep='\t')
+                print_row(f'{job}{text}', f'{ns[ours]:.1f} ns', f'{peer} {ns[peer]:.1f} ns', ns[peer] / ns[ours], least)
 
 
 if __name__ == '__main__':

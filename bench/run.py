@@ -1,68 +1,103 @@
-"""Runs the benchmarks and prints one table of what they say: bench/run.py [NAME...]"""
+#!/usr/bin/env python3
+"""Runs the benchmarks and prints one table of what they say: bench/run.py [NAME...]
+
+Runs those whose name contains one of the words, or all, in their turns; the table ends with the count of targets held
+and missed. The exit status is 1 when a benchmark failed or printed what is no row; a missed target alone is no failure,
+because on a busy machine it says little.
+"""
 
 from pathlib import Path
-import os
-import platform
+from typing import NamedTuple
 import re
 import subprocess
 import sys
 
 HERE = Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE))
+
+from support import machine  # noqa: E402
+
 PROGRAMS = HERE.parent / 'build' / 'bench'
-HELPERS = 'run.py', 'fields.py'
-HEADINGS = ('job', 'ours', 'peer', 'ratio', 'limit')
-# A ratio is peer by ours, so that above 1 we are ahead; a limit says which side of it is wanted.
-LIMIT = re.compile(r'(<=|>=|<|>)\s*([0-9.]+)$')
-KEEPS = {'<': float.__lt__, '<=': float.__le__, '>': float.__gt__, '>=': float.__ge__}
+COMMANDS = 'run.py',
+RATIO = re.compile(r'\d+(\.\d+)?(e[+-]?\d+)?')
+TARGET = re.compile(r'>= (\d+(?:\.\d+)?)')
+
+
+class Row(NamedTuple):
+    """A job: costs or rates as text, the ratio (above 1 we are ahead), and what it has to reach, if anything."""
+    job: str
+    ours: str
+    peer: str
+    ratio: str
+    limit: str = ''
+
+    @property
+    def has_target(self):
+        return self.limit != ''
+
+    @property
+    def is_held(self):
+        return not self.has_target or float(self.ratio) >= float(TARGET.fullmatch(self.limit)[1])
+
+
+def parse(text):
+    """Rows, notes (lines that begin with "#"), and lines that are neither."""
+    rows, notes, faults = [], [], []
+    for line in filter(str.strip, text.splitlines()):
+        fields = re.split(r'\t|\s{2,}', line.strip())
+        if line.startswith('#'):
+            notes.append(line)
+        elif (len(fields) in (4, 5) and RATIO.fullmatch(fields[3])
+              and (len(fields) == 4 or TARGET.fullmatch(fields[4]))):
+            rows.append(Row(*fields))
+        else:
+            faults.append(f'no row: {line}')
+    return rows, notes, faults
+
+
+def verdict(rows):
+    """The line that a run ends with."""
+    targets = [row.is_held for row in rows if row.has_target]
+    return f'{sum(targets)} targets held, {len(targets) - sum(targets)} missed'
+
+
+def table(rows):
+    """The rows in columns, those that miss their target marked."""
+    widths = [max(len(row[i]) for row in [Row._fields, *rows]) for i in range(len(Row._fields))]
+    yield '  '.join(text.ljust(width) for text, width in zip(Row._fields, widths)).rstrip()
+    for row in rows:
+        line = '  '.join(text.ljust(width) for text, width in zip(row, widths)).rstrip()
+        yield line if row.is_held else f'{line}  <-- missed'
 
 
 def benchmarks(words):
     """Names and command lines of the benchmarks whose name holds one of the words, or of all."""
-    found = {path.stem: [path] for path in HERE.glob('*.cpp')}
-    found = {name: [PROGRAMS / name] for name in found}
-    found |= {path.stem: [sys.executable, path] for path in HERE.glob('*.py') if path.name not in HELPERS}
+    found = {path.stem: [PROGRAMS / path.stem] for path in HERE.glob('*.cpp')}
+    found |= {path.stem: [sys.executable, path] for path in HERE.glob('*.py') if path.name not in COMMANDS}
     return {name: found[name] for name in sorted(found) if not words or any(word in name for word in words)}
 
 
-def parse(text):
-    """Rows of fields, and notes."""
-    rows, notes = [], []
-    for line in text.splitlines():
-        fields = re.split(r'\t|\s{2,}', line.strip())
-        if line.startswith('#'):
-            notes.append(line)
-        elif len(fields) in (4, 5):
-            rows.append(fields + [''] * (5 - len(fields)))
-        elif line.strip():
-            notes.append(f'# {line}')
-    return rows, notes
-
-
-def verdict(row):
-    limit, ratio = LIMIT.match(row[4]), re.match(r'[0-9.]+', row[3])
-    if not limit or not ratio:
-        return ''
-    return '' if KEEPS[limit[1]](float(ratio[0]), float(limit[2])) else '  <-- not kept'
+def run(words):
+    """Rows, notes and faults of the benchmarks."""
+    rows, notes, faults = [], [], []
+    for name, command in benchmarks(words).items():
+        print(f'{name} ...', file=sys.stderr)
+        result = subprocess.run(command, capture_output=True, text=True)
+        for whole, part in zip((rows, notes, faults), parse(result.stdout)):
+            whole += part
+        if result.returncode != 0:
+            faults.append(f'{name}: exit status {result.returncode}\n{result.stderr}')
+    return rows, notes, faults
 
 
 def main():
-    rows, notes, failed = [], [], []
-    for name, command in benchmarks(sys.argv[1:]).items():
-        print(f'{name} ...', file=sys.stderr)
-        result = subprocess.run(command, capture_output=True, text=True)
-        if result.returncode != 0:
-            failed.append(f'{name}: exit status {result.returncode}\n{result.stderr}')
-        found = parse(result.stdout)
-        rows += found[0]
-        notes += found[1]
-    widths = [max(len(row[i]) for row in [HEADINGS, *rows]) for i in range(5)]
-    print(f'{platform.machine()}, {os.cpu_count()} processors, Python {platform.python_version()}')
-    for row in [HEADINGS, *rows]:
-        print('  '.join(text.ljust(width) for text, width in zip(row, widths)).rstrip() + verdict(row))
-    print(*notes, sep='\n', end='\n' if notes else '')
-    if failed:
-        sys.exit('\n'.join(failed))
+    rows, notes, faults = run(sys.argv[1:])
+    print(*machine.describe(), *table(rows), *notes, sep='\n')
+    sys.stdout.flush()
+    print(*faults, sep='\n', end='\n' if faults else '', file=sys.stderr, flush=True)
+    print(verdict(rows))
+    return 1 if faults else 0
 
 
 if __name__ == '__main__':
-    main()
+    sys.exit(main())

@@ -1,4 +1,4 @@
-"""Fields for the benchmarks of contours and pages; no benchmark itself."""
+"""Fields for the benchmarks of contours and pages."""
 
 import numpy as np
 

@@ -1,0 +1,26 @@
+"""Jobs timed in turns, and the rows that say what came of it."""
+
+import statistics
+import time
+
+
+def medians(rounds, *jobs, clock=time.process_time):
+    """Median seconds of every job, run in turns after one run of each that does not count.
+
+    The clock is the processor time of this process, which other programs on the machine disturb less than elapsed
+    time; jobs that other processes do need time.perf_counter.
+    """
+    times = [[] for _ in jobs]
+    for job in jobs:
+        job()
+    for _ in range(rounds):
+        for column, job in zip(times, jobs):
+            start = clock()
+            job()
+            column.append(clock() - start)
+    return [statistics.median(column) for column in times]
+
+
+def print_row(job, ours, peer, ratio, least=None):
+    """One row of the table; `least` is what the ratio has to reach, when something is asked."""
+    print(job, ours, peer, f'{ratio:.3g}', *([f'>= {least:g}'] if least else []), sep='\t')
