@@ -6,6 +6,7 @@
 #   make test    builds and runs all tests, C++ and Python
 #   make sanitize    the same tests under the address and undefined-behaviour sanitizers
 #   make bench   measures our jobs beside other software and prints one table (BENCH: the names of some)
+#   make bench-growth    measures how the cost of a job grows with its size, and draws it, into the documents
 #   make bench-peers     installs the other software, and names what cannot be had
 #   make fuzz    feeds the readers of outside bytes damaged input (FUZZ_SECONDS each, 60 unless given)
 #   make gallery renders the scripts of examples/gallery to docs/gallery (GALLERY: the names of some)
@@ -31,7 +32,7 @@ run_python = PYTHONPATH=$(CURDIR)/$(1)/python PYTHONDONTWRITEBYTECODE=1 $(PYTHON
 demo_map = --domain stereo:90:-25,53,-25,57,43,1.5 --interval 60 --color blue
 sources = $(shell git ls-files '*.h' '*.cpp')
 
-.PHONY: all demo test sanitize bench bench-peers fuzz gallery wheel test-extras docs format check-format clean
+.PHONY: all demo test sanitize bench bench-growth bench-peers fuzz gallery wheel test-extras docs format check-format clean
 
 all:
 	@scripts/install-deps build
@@ -61,11 +62,11 @@ sanitize:
 	build-sanitize/yul_tests --gtest_brief=1
 	scripts/with-sanitizers build-sanitize $(PYTHON) -m pytest -q $(PYTEST_OPTIONS) tests/python
 
-bench:
+bench bench-growth:
 	@scripts/install-deps build bench
 	@$(call configure,build,-DYUL_BENCH=ON)
 	@cmake --build build
-	@$(call run_python,build) bench/run.py $(BENCH)
+	@$(call run_python,build) bench/$(if $(filter bench,$@),run.py $(BENCH),growth.py --record)
 
 bench-peers:
 	@scripts/install-deps --each peers

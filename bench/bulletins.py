@@ -23,7 +23,8 @@ HEADLINE = re.compile(rb'\.\.\.[A-Z]{2}')
 PATTERN = 'S[AP]US'
 
 
-def write_feed(path):
+def write_feed(path, least=SIZE):
+    """A feed of at least so many octets."""
     chance = random.Random(5)
     kinds = ('SAUS', 'SPUS', 'SMNT', 'FTUS', 'WWUS', 'FPUS', 'NOUS', 'UAUS', 'SXUS', 'ASUS')
     prose = ('...WIND ADVISORY IN EFFECT UNTIL 6 PM MST THIS EVENING...', '$$', 'COZ035-036-038-211200-',
@@ -34,7 +35,7 @@ def write_feed(path):
               f'A{chance.randint(2950, 3050)} RMK AO2 SLP{chance.randint(0, 999):03d} T00721050=' for _ in range(5000)]
     size, number = 0, 0
     with open(path, 'wb') as file:
-        while size < SIZE:
+        while size < least:
             number += 1
             kind = chance.choice(kinds)
             head = [f'\x01\r\r\n{number % 1000:03d} ', f'{kind}{chance.randint(10, 99)} KWBC 060000', 'MTRDEN']

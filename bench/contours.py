@@ -17,19 +17,21 @@ ROUNDS = 11
 try:
     import contourpy
 except ImportError:
-    print('# contourpy (python3-contourpy) is not installed: no peer')
-    sys.exit(0)
+    contourpy = None
 
 
 def by_us(field, levels, room):
     """The segments, rows of x1, y1, x2, y2, in the given room."""
+    library = ctypes.CDLL(str(PROGRAM))
+    library.contour_segments.restype = ctypes.c_size_t
+
     def pointer(array):
         return array.ctypes.data_as(ctypes.POINTER(ctypes.c_float))
 
     tweak = (field.max() - field.min()) / 10000
 
     def run():
-        count = LIBRARY.contour_segments(pointer(field), field.shape[1], field.shape[0], pointer(levels), len(levels),
+        count = library.contour_segments(pointer(field), field.shape[1], field.shape[0], pointer(levels), len(levels),
                                          ctypes.c_float(tweak), pointer(room), ctypes.c_size_t(len(room)))
         assert count <= len(room)
         return room[:count]
@@ -60,7 +62,13 @@ def compare(job, field, count, least):
     print_row(f'contour segments, {job}', f'{own * 1e3:.3g} ms', f'contourpy {other * 1e3:.3g} ms', other / own, least)
 
 
-LIBRARY = ctypes.CDLL(str(PROGRAM))
-LIBRARY.contour_segments.restype = ctypes.c_size_t
-compare('1000 x 1000, 12 levels', waves(), 12, 6)
-compare('1440 x 721, 40 levels', temperature(), 40, 12)
+def main():
+    if contourpy is None:
+        print('# contourpy (python3-contourpy) is not installed: no peer for contour segments')
+        return
+    compare('1000 x 1000, 12 levels', waves(), 12, 6)
+    compare('1440 x 721, 40 levels', temperature(), 40, 12)
+
+
+if __name__ == '__main__':
+    main()

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Runs the benchmarks and prints one table of what they say: bench/run.py [NAME...]
+"""Runs the benchmarks and prints one table of what they say: bench/run.py [--record] [NAME...]
 
 Runs those whose name contains one of the words, or all, in their turns; the table ends with the count of targets held
-and missed. The exit status is 1 when a benchmark failed or printed what is no row; a missed target alone is no failure,
+and missed. With --record the table and a picture of it go into the documents (docs/performance.md). The exit status is 1 when a benchmark failed or printed what is no row; a missed target alone is no failure,
 because on a busy machine it says little.
 """
 
@@ -11,6 +11,7 @@ from typing import NamedTuple
 import re
 import subprocess
 import sys
+import time
 
 HERE = Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE))
@@ -18,7 +19,7 @@ sys.path.insert(0, str(HERE))
 from support import machine  # noqa: E402
 
 PROGRAMS = HERE.parent / 'build' / 'bench'
-COMMANDS = 'run.py',
+COMMANDS = 'run.py', 'growth.py'
 RATIO = re.compile(r'\d+(\.\d+)?(e[+-]?\d+)?')
 TARGET = re.compile(r'>= (\d+(?:\.\d+)?)')
 
@@ -32,12 +33,21 @@ class Row(NamedTuple):
     limit: str = ''
 
     @property
+    def peer_name(self):
+        """The peer without its figure."""
+        return self.peer.rsplit(' ', 2)[0]
+
+    @property
     def has_target(self):
         return self.limit != ''
 
     @property
+    def target(self):
+        return float(TARGET.fullmatch(self.limit)[1])
+
+    @property
     def is_held(self):
-        return not self.has_target or float(self.ratio) >= float(TARGET.fullmatch(self.limit)[1])
+        return not self.has_target or float(self.ratio) >= self.target
 
 
 def parse(text):
@@ -90,8 +100,30 @@ def run(words):
     return rows, notes, faults
 
 
+def markdown(rows):
+    """The same table for the documents."""
+    yield f'| {" | ".join(Row._fields)} |'
+    yield f'|{"---|" * len(Row._fields)}'
+    for row in rows:
+        ratio = row.ratio if row.is_held else f'**{row.ratio}**'
+        yield f'| {" | ".join((*row[:3], ratio, row.limit))} |'
+
+
+def write_documents(rows, minutes):
+    from support import charts, record  # draw with the library, which a table alone does not need
+    record.replace_block('machine', [f'- {line}' for line in machine.describe() if not line.startswith('#')]
+                         + [f'- run: all benchmarks in {minutes:.1f} minutes'])
+    record.replace_block('table', [*markdown(rows), '', f'{verdict(rows)}.'])
+    charts.ratios(record.IMAGES / 'ratios.png', [(f'{row.job} / {row.peer_name}', float(row.ratio), row.target)
+                                                 for row in rows if row.has_target])
+
+
 def main():
-    rows, notes, faults = run(sys.argv[1:])
+    words = [word for word in sys.argv[1:] if word != '--record']
+    start = time.monotonic()
+    rows, notes, faults = run(words)
+    if len(words) < len(sys.argv) - 1:
+        write_documents(rows, (time.monotonic() - start) / 60)
     print(*machine.describe(), *table(rows), *notes, sep='\n')
     sys.stdout.flush()
     print(*faults, sep='\n', end='\n' if faults else '', file=sys.stderr, flush=True)

@@ -3,9 +3,10 @@
 import numpy as np
 
 
-def waves():
-    """1000 x 1000 points, smooth."""
-    x, y = np.meshgrid(np.linspace(0, 2 * np.pi, 1000), np.linspace(0, 2 * np.pi, 1000))
+def waves(size=1000, span=1):
+    """A square of points, smooth: the whole pattern, or so much of its width and height, also more than once."""
+    steps = np.linspace(0, 2 * np.pi * span, size)
+    x, y = np.meshgrid(steps, steps)
     return (30 * np.sin(2 * x + 0.5) * np.cos(3 * y) + 15 * np.sin(5 * x - 4 * y) + 8 * np.cos(9 * x + 7 * y + 1)
             + 3 * np.sin(15 * x) * np.sin(17 * y + 2)).astype(np.float32)
 
