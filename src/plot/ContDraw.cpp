@@ -1,18 +1,16 @@
-// Drawing the contour lines of a grid, with their labels and the field's highs and lows.
+// Drawing the bands and contour lines of a grid, and then their texts.
 #include "core/Yul.h"
 #include "grid/Grid.h"
 #include "plot/BandPainter.h"
 #include "plot/Clip.h"
-#include "plot/ContPlot.h"
-#include "plot/Extrema.h"
+#include "plot/ContStyle.h"
+#include "plot/ContTexts.h"
 #include "plot/GridPlaces.h"
-#include "plot/LevelText.h"
-#include "plot/LineLabels.h"
+#include "plot/PageScale.h"
 #include "plot/Plot.h"
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,50 +20,9 @@ namespace {
 
 using detail::CellLine;
 using detail::DrawnLine;
-using detail::Extremum;
 using detail::FieldView;
-using detail::LabelBox;
 
-/// In heights of the plot's labels.
-constexpr float LABEL_HEIGHT = 0.72F;
-constexpr float EXTREMUM_HEIGHT = 1.7F;
-constexpr float VALUE_HEIGHT = 0.85F;
-
-constexpr float LABEL_SPACING = 0.24F;     // of the page's longer side
-constexpr float EXTREMUM_SPACING = 0.085F; // of the frame, in points of the grid
-constexpr float LEAST_PROMINENCE = 0.5F;   // of the contour interval
-constexpr float WIDE = 2.2F;               // how much wider every nth line is
 constexpr float FINENESS = 1.5e-4F; // of the page's longer side: corners of bands that need not be told apart
-
-/// From the plane of the map to page measure (NDC), and to nothing else.
-struct PageScale
-{
-    float x_factor, x_offset, y_factor, y_offset;
-
-    explicit PageScale(Graph const & graph)
-    {
-        auto const & tran = graph.getTransform(Plot::MAP_TRAN);
-        Rect const & window = tran.getWindow();
-        Rect const & view = tran.getViewport();
-        x_factor = (view.x2 - view.x1) / (window.x2 - window.x1);
-        y_factor = (view.y2 - view.y1) / (window.y2 - window.y1);
-        x_offset = view.x1 - window.x1 * x_factor;
-        y_offset = view.y1 - window.y1 * y_factor;
-    }
-
-    [[nodiscard]] float x(float plane_x) const { return plane_x * x_factor + x_offset; }
-
-    [[nodiscard]] float y(float plane_y) const { return plane_y * y_factor + y_offset; }
-};
-
-struct Pen
-{
-    int color;
-    float width;
-    int style;
-
-    bool operator==(Pen const & other) const = default;
-};
 
 } // namespace
 
@@ -73,16 +30,13 @@ struct Pen
 class ContPlot::Drawer
 {
 public:
-    Drawer(ContPlot & contours, Plot & on_plot, float const * of_values)
-        : cont(contours), plot(on_plot), graph(on_plot.getGraph()), values(of_values),
+    Drawer(ContPlot & contours, Plot & on_plot, Style const & of_levels, float const * of_values)
+        : cont(contours), plot(on_plot), graph(on_plot.getGraph()), style(of_levels), values(of_values),
           frame(on_plot.getFrame())
     {
         // A hair larger: a line on the frame is not cut by rounding.
         float const slack = 1e-5F * std::max(frame.getWidth(), frame.getHeight());
         frame = Rect(frame.x1 - slack, frame.y1 - slack, frame.x2 + slack, frame.y2 + slack);
-        for (int i = 0; i < cont.getNumLevels(); ++i)
-            pens.push_back(penOf(i));
-        has_lines = std::any_of(pens.begin(), pens.end(), [](Pen const & pen) { return pen.color >= 0; });
     }
 
     int draw(Domain const & domain)
@@ -109,100 +63,16 @@ public:
         return places.isOnMap() ? 1 : warnOutside();
     }
 
-    /// What the plot's colour bar shows of the scale; empty without one.
-    [[nodiscard]] detail::ColorBar colorBar(std::string const & units) const
-    {
-        detail::ColorBar bar;
-        for (auto const & [level, color] : bands()) {
-            bar.levels.push_back(level);
-            bar.colors.push_back(color);
-        }
-        if (std::all_of(bar.colors.begin(), bar.colors.end(), [](int color) { return color < 0; }))
-            return {};
-        bar.interval = cont.scale.interval;
-        bar.is_open = detail::isMissing(bar.interval) || cont.range.max > bar.levels.back() + bar.interval;
-        bar.units = units;
-        return bar;
-    }
-
+private:
     static int warnOutside()
     {
         Yul::outWarning("ContPlot::draw: The grid has no place on the plot\n");
         return 0;
     }
 
-private:
-    [[nodiscard]] Pen penOf(int i)
-    {
-        PlotAttr const & attr = cont.line;
-        Pen pen{};
-        bool const is_index = attr.color_name[0] == '\0' && !detail::isMissing(attr.color);
-        std::optional<int> const own = cont.is_filled ? std::nullopt : colorOf(i);
-        bool const is_off = attr.color_name[0] != '\0' && !attr.validColor();
-        pen.color = own        ? *own
-                    : is_off   ? -1
-                    : is_index ? plot.getColorMap().getValue(attr.color)
-                               : plot.findColor(attr.color_name, "black");
-        pen.width = detail::isMissing(attr.width) ? 0.F : attr.width;
-        if (isWide(i))
-            pen.width = WIDE * std::max(pen.width, 1.F);
-        pen.style = detail::isMissing(attr.style) ? dashStyle(cont.getLevel(i)) : attr.style;
-        return pen;
-    }
-
-    /// The levels that the field reaches with their colours, ascending.
-    [[nodiscard]] std::vector<detail::Band> bands() const
-    {
-        std::vector<detail::Band> all;
-        for (int i = 0; i < cont.getNumLevels(); ++i)
-            if (cont.getLevel(i) <= cont.range.max)
-                all.push_back({cont.getLevel(i), colorOf(i).value_or(-1)});
-        std::stable_sort(all.begin(), all.end(),
-                         [](detail::Band const & a, detail::Band const & b) { return a.from < b.from; });
-        return all;
-    }
-
-    /// The device's colour for a level in the scale of colours; none where there is no scale, -1 for "off".
-    [[nodiscard]] std::optional<int> colorOf(int i) const
-    {
-        if (char const * const name = cont.fill.getColor(i))
-            return PlotAttr(name).validColor() ? plot.findColor(name, "black") : -1;
-        ColorMap const & table = plot.getColorMap();
-        if ((!cont.is_filled && !cont.has_table_colors) || table.getNumFill() < 1)
-            return std::nullopt;
-        // Spread over the levels that the field reaches.
-        auto const & levels = cont.scale.levels;
-        auto const reached =
-            std::count_if(levels.begin(), levels.end(), [&](float level) { return level < cont.range.max; });
-        double const share = reached > 1 ? std::min(1., i / static_cast<double>(reached - 1)) : 0.5;
-        return table.getValue(static_cast<int>(std::lround(share * (table.getNumFill() - 1))));
-    }
-
-    [[nodiscard]] int dashStyle(float level) const
-    {
-        constexpr int SOLID = 1;
-        constexpr int DASHED = 2;
-        if (cont.dash == 1)
-            return DASHED;
-        float const limit = detail::isMissing(cont.base) ? 0.F : cont.base;
-        return cont.dash == -1 && level < limit ? DASHED : SOLID;
-    }
-
-    [[nodiscard]] bool isWide(int i) const
-    {
-        if (cont.every < 1)
-            return false;
-        if (detail::isMissing(cont.scale.interval))
-            return i % cont.every == 0;
-        double const from = detail::isMissing(cont.base) ? 0. : static_cast<double>(cont.base);
-        double const steps = std::round((static_cast<double>(cont.getLevel(i)) - from) /
-                                        static_cast<double>(cont.scale.interval));
-        return std::fmod(steps, cont.every) == 0;
-    }
-
     void usePen(int level)
     {
-        Pen const & pen = pens[static_cast<std::size_t>(level)];
+        Style::Pen const & pen = style.pen(level);
         if (level == pen_level)
             return;
         pen_level = level;
@@ -247,9 +117,9 @@ private:
     {
         if (!cont.is_filled)
             return;
-        PageScale const page(graph);
+        detail::PageScale const page(graph);
         graph.setTran(Plot::MAP_TRAN);
-        detail::BandPainter(graph, bands(), frame,
+        detail::BandPainter(graph, style.bands(), frame,
                             {FINENESS / std::abs(page.x_factor), FINENESS / std::abs(page.y_factor)})
             .paint(view, places, find);
     }
@@ -260,12 +130,12 @@ private:
         float const tweak = (cont.range.max - cont.range.min) / 10000;
         std::span<float const> const levels = cont.scale.levels;
         graph.setTran(Plot::MAP_TRAN);
-        if (!has_lines && !cont.has_extrema)
+        if (!style.hasLines() && !cont.has_extrema)
             return;
         auto const sweep = [&](auto const & draw) {
             detail::sweepCells(view, levels, tweak, places,
                                [&](int column, int row, int k, CellLine const & line) {
-                                   if (pens[static_cast<std::size_t>(k)].color >= 0)
+                                   if (style.pen(k).color >= 0)
                                        clipped(line, [&](CellLine const & l) { draw(column, row, k, l); });
                                });
         };
@@ -277,23 +147,22 @@ private:
             return;
         }
 
-        PageScale const page(graph);
+        detail::PageScale const page(graph);
         std::vector<CellLine> plane_lines;
         std::vector<DrawnLine> lines;
-        if (has_lines)
+        if (style.hasLines())
             sweep([&](int column, int row, int k, CellLine const & l) {
                 plane_lines.push_back(l);
                 lines.push_back({page.x(l.x1), page.y(l.y1), page.x(l.x2), page.y(l.y2), column, row,
                                  static_cast<std::int16_t>(k), static_cast<std::int8_t>(l.side1),
                                  static_cast<std::int8_t>(l.side2)});
             });
-        Rect const viewport = graph.getTransform(Plot::MAP_TRAN).getViewport();
-        detail::LabelBoxes boxes(viewport.x1, viewport.y1, viewport.x2, viewport.y2);
+        Texts placer(cont, plot, style);
         if (cont.has_extrema)
-            drawExtrema(view, find, visible_points, viewport, page, boxes);
+            placer.placeExtrema(view, find, frame, visible_points);
         if (cont.has_labels)
-            drawLabels(lines, viewport, boxes);
-        drawBroken(plane_lines, lines, boxes);
+            placer.placeLabels(lines);
+        drawBroken(plane_lines, lines, placer.getBoxes());
     }
 
     /// The lines with gaps where texts stand.
@@ -317,111 +186,12 @@ private:
         }
     }
 
-    /// Prepares for measuring texts; returns the index of the colour.
-    int setTextSize(float height, float weight, char const * color)
-    {
-        graph.setTran(Plot::PAGE_TRAN);
-        graph.setTextHeight(height);
-        graph.setTextWeight(weight);
-        return plot.findColor(color, "black");
-    }
-
-    void drawLabels(std::vector<DrawnLine> const & lines, Rect const & viewport, detail::LabelBoxes & boxes)
-    {
-        float const share = detail::isMissing(cont.label.size) ? LABEL_HEIGHT : cont.label.size;
-        float const height = share * plot.getLayout().text_height;
-        float const weight = detail::isMissing(cont.label.weight) ? 1.2F : cont.label.weight;
-        int const color = setTextSize(height, weight, cont.label.color_name);
-        bool const has_color = cont.label.validColor();
-        std::vector<std::string> texts;
-        std::vector<detail::LevelLabel> labels;
-        for (float const level : cont.scale.levels) {
-            texts.push_back(detail::levelText(level, cont.scale.interval));
-            labels.push_back({graph.getTextWidth(texts.back().c_str())});
-        }
-        detail::LabelRules rules;
-        rules.frame = viewport;
-        rules.text_height = height;
-        rules.spacing = LABEL_SPACING;
-        for (auto const & placed : detail::placeLabels(lines, labels, rules, boxes)) {
-            auto const level = static_cast<std::size_t>(placed.level);
-            LabelBox const & box = placed.box; // the text is centred in it, along it
-            float const up_x = -box.along_y;
-            float const up_y = box.along_x;
-            cont.texts.push_back({texts[level], box.x - up_x * height / 2, box.y - up_y * height / 2, up_x,
-                                  up_y, height, weight, has_color ? color : pens[level].color});
-        }
-    }
-
-    /// A power of ten that the range holds some dozens of times.
-    [[nodiscard]] float plainStep() const
-    {
-        constexpr float PARTS = 12;
-        float const step = (cont.range.max - cont.range.min) / PARTS;
-        return step > 0 ? std::pow(10.F, std::floor(std::log10(step))) : 1.F;
-    }
-
-    template <class Find>
-    void drawExtrema(FieldView const & view,
-                     Find const & find,
-                     double visible_points,
-                     Rect const & viewport,
-                     PageScale const & page,
-                     detail::LabelBoxes & boxes)
-    {
-        float const step = detail::isMissing(cont.scale.interval) ? plainStep() : cont.scale.interval;
-        int const reach =
-            std::max(2, static_cast<int>(std::sqrt(visible_points) * static_cast<double>(EXTREMUM_SPACING)));
-        for (Extremum const & extremum : detail::findExtrema(view, reach, LEAST_PROMINENCE * step)) {
-            float x = 0;
-            float y = 0;
-            if (find(extremum.column, extremum.row, x, y) && detail::isInside(frame, x, y))
-                drawExtremum(extremum, step, page.x(x), page.y(y), viewport, boxes);
-        }
-    }
-
-    /// The letter stands on the place, its value below.
-    void drawExtremum(Extremum const & extremum,
-                      float step,
-                      float x,
-                      float y,
-                      Rect const & viewport,
-                      detail::LabelBoxes & boxes)
-    {
-        float const h = plot.getLayout().text_height;
-        float const letter_height = EXTREMUM_HEIGHT * h;
-        float const value_height = VALUE_HEIGHT * h;
-        float const gap = 0.3F * h;
-        char const * const letter = extremum.is_high ? "H" : "L";
-        char const * const color = (extremum.is_high ? cont.high_color : cont.low_color).c_str();
-        std::string const value = detail::levelText(extremum.value, step);
-
-        constexpr float VALUE_WEIGHT = 1.5F;
-        constexpr float LETTER_WEIGHT = 3;
-        int const index = setTextSize(value_height, VALUE_WEIGHT, color);
-        LabelBox box;
-        box.half_width = std::max(graph.getTextWidth(value.c_str()), letter_height) / 2 + gap;
-        box.half_height = (letter_height + gap + value_height) / 2 + gap;
-        box.x = x;
-        box.y = y - (gap + value_height) / 2;
-        bool const is_inside = x - box.half_width > viewport.x1 && x + box.half_width < viewport.x2 &&
-                               box.y - box.half_height > viewport.y1 && box.y + box.half_height < viewport.y2;
-        if (!is_inside || !boxes.isFree(box))
-            return;
-        boxes.add(box);
-        float const foot = y - letter_height / 2;
-        cont.texts.push_back(
-            {value, x, foot - gap - value_height, 0, 1, value_height, VALUE_WEIGHT, index, true});
-        cont.texts.push_back({letter, x, foot, 0, 1, letter_height, LETTER_WEIGHT, index, true});
-    }
-
     ContPlot & cont;
     Plot & plot;
     Graph & graph;
+    Style const & style;
     float const * values; // as many as the domain has points
     Rect frame;
-    std::vector<Pen> pens; // by level; a negative colour draws nothing
-    bool has_lines = false;
     int pen_level = -1;
 };
 
@@ -544,10 +314,10 @@ int ContPlot::drawLines(Plot & plot, Grid const & grid)
     // A map other than the grid's own may show the seam, and the field has none there.
     bool const is_closing = isClosed(domain) && !plot.getDomain().get().compare(domain.get());
     std::vector<float> const closed = is_closing ? closedValues(grid, domain) : std::vector<float>();
-    Drawer drawer(*this, plot, is_closing ? closed.data() : grid.data());
-    if (detail::ColorBar bar = drawer.colorBar(plot.getFacts().units); !bar.isEmpty())
+    Style const style(*this, plot);
+    if (detail::ColorBar bar = style.colorBar(plot.getFacts().units); !bar.isEmpty())
         plot.setColorBar(std::move(bar));
-    return drawer.draw(domain);
+    return Drawer(*this, plot, style, is_closing ? closed.data() : grid.data()).draw(domain);
 }
 
 int ContPlot::drawTexts(Plot & plot)

@@ -107,6 +107,8 @@ public:
 
 private:
     class Drawer;
+    class Style;
+    class Texts;
 
     static constexpr char const * HIGH_COLOR = "blue";
     static constexpr char const * LOW_COLOR = "red";
