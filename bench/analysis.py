@@ -7,6 +7,7 @@ with bincount. Both sides have their data in memory and run in turns; the fields
 """
 
 from pathlib import Path
+import importlib.util
 import sys
 
 import numpy as np
@@ -15,11 +16,6 @@ sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 from support.interleaved import medians, print_row  # noqa: E402
 from Yul import Domain, Grids, ObjectAnal, StationData, analyse  # noqa: E402
-
-try:
-    from scipy.spatial import cKDTree
-except ImportError:
-    cKDTree = None
 
 FILTER, RADIUS, CONVERGENCE = 1.0, 3.0, 0.2
 MISS = -9999.0
@@ -54,6 +50,7 @@ class Job:
                        passes=self.passes, convergence=CONVERGENCE).values
 
     def peer(self):
+        from scipy.spatial import cKDTree
         size, points = self.size, self.size ** 2
         rows, columns = np.divmod(np.arange(points), size)
         tree = cKDTree(np.column_stack([columns, rows]))
@@ -92,7 +89,7 @@ def row(name, job, ours, rounds, least=None):
 
 
 def main():
-    if cKDTree is None:
+    if importlib.util.find_spec('scipy') is None:
         print('# SciPy (python3-scipy) is not installed: no peer for analysis')
         return
     small = Job(2000, 200)

@@ -10,9 +10,7 @@ import time
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
-import _Yul  # noqa: E402
 from support.interleaved import medians, print_row  # noqa: E402
-from Yul import WmoParse, reports  # noqa: E402
 
 ROUNDS = 5
 SIZE = 100_000_000
@@ -90,6 +88,7 @@ def by_line(name):
 
 
 def ours(name):
+    from Yul import WmoParse
     bulletins = lines = 0
     for bulletin in WmoParse(name, header=PATTERN):
         bulletins += 1
@@ -99,6 +98,7 @@ def ours(name):
 
 def flat(name):
     """The same through the module's functions alone."""
+    import _Yul
     feed, product = _Yul.new_WmoParse(name), _Yul.new_WmoProduct()
     _Yul.WmoParse_setHeader(feed, PATTERN)
     bulletins = lines = 0
@@ -117,6 +117,7 @@ def row(job, mine, peer, peer_name, name, least):
 
 
 def main():
+    from Yul import reports
     with tempfile.TemporaryDirectory() as folder:
         name = str(Path(folder) / 'feed')
         write_feed(name)

@@ -1,6 +1,7 @@
 """The contour segments of a field beside contourpy's lines: one thread, data in memory, in turns."""
 
 import ctypes
+import importlib.util
 from pathlib import Path
 import sys
 
@@ -13,11 +14,6 @@ from support.interleaved import medians, print_row  # noqa: E402
 
 PROGRAM = Path(__file__).resolve().parent.parent / 'build' / 'bench' / 'contour_segments.so'
 ROUNDS = 11
-
-try:
-    import contourpy
-except ImportError:
-    contourpy = None
 
 
 def by_us(field, levels, room):
@@ -39,6 +35,7 @@ def by_us(field, levels, room):
 
 
 def by_contourpy(field, levels):
+    import contourpy
     z = field.astype(np.float64)
 
     def run():
@@ -63,7 +60,7 @@ def compare(job, field, count, least):
 
 
 def main():
-    if contourpy is None:
+    if importlib.util.find_spec('contourpy') is None:
         print('# contourpy (python3-contourpy) is not installed: no peer for contour segments')
         return
     compare('1000 x 1000, 12 levels', waves(), 12, 6)

@@ -481,9 +481,7 @@ void runInventory(std::string const & name, std::vector<double> const & field)
     }
 }
 
-} // namespace
-
-int main()
+int measure(std::vector<double> const & field)
 {
     auto const folder =
         std::filesystem::temp_directory_path() / ("yul-bench-" + std::to_string(std::random_device()()));
@@ -491,19 +489,59 @@ int main()
     std::string const name = (folder / "field.grib").string();
     doubles.resize(POINTS);
     floats.resize(POINTS);
-    auto const field = makeField(NX, NY);
     runDecoding(name, field);
     runInventory(name, field);
     std::filesystem::remove_all(folder);
     return looked_at == 0 ? 1 : 0;
 }
 
+/// Writes a file for each packing that bench/memory.py reads, and one of many messages.
+int writeSamples(std::string const & folder, std::vector<double> const & field)
+{
+    char const * const sample = "regular_ll_pl_grib2";
+    Octets const simple = packByEccodes(field, NX, sample, "grid_simple", 16, NO_DECIMAL);
+    write(folder + "/simple.grib", simple, 1);
+    write(folder + "/differences.grib", packByG2c(field, 2), 1);
+    write(folder + "/jpeg2000.grib", packByEccodes(field, NX, sample, "grid_jpeg", 16, 2), 1);
+    write(folder + "/messages.grib", simple, MESSAGES);
+    return 0;
+}
+
+/// One job of a peer and nothing else, for bench/memory.py.
+int runPeer(std::string const & peer, std::string const & job, std::string const & name)
+{
+    bool const is_eccodes = peer == "ecCodes";
+    if (job == "list")
+        return (is_eccodes ? listEccodes(name) : listG2c(name)) > 0 ? 0 : 1;
+    if (is_eccodes) {
+        doubles.resize(POINTS);
+        readEccodes(name);
+    } else {
+        floats.resize(POINTS);
+        readG2c(name);
+    }
+    return 0;
+}
+
+} // namespace
+
+/// grib                       measures
+/// grib FOLDER                writes samples
+/// grib PEER read|list FILE   lets a peer work
+int main(int argc, char ** argv)
+{
+    if (argc == 4)
+        return runPeer(argv[1], argv[2], argv[3]);
+    auto const field = makeField(NX, NY);
+    return argc == 2 ? writeSamples(argv[1], field) : measure(field);
+}
+
 #else
 
-int main()
+int main(int argc, char **)
 {
     std::printf("# grib: ecCodes (libeccodes-dev) and g2c (libg2c-dev) are not both installed: no peer\n");
-    return 0;
+    return argc == 1 ? 0 : 1;
 }
 
 #endif

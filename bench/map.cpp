@@ -13,6 +13,7 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -64,8 +65,8 @@ int draw(char const * domain_text, char const * detail)
     return plot.close() != 0 && is_drawn ? 0 : 1;
 }
 
-/// Runs a program in the present folder to its end.
-bool run(std::vector<char const *> const & arguments, char const * output)
+/// Runs a program in the present folder to its end. The kilobytes that it held at most, or 0 when it failed.
+long run(std::vector<char const *> const & arguments, char const * output)
 {
     std::vector<char *> list;
     for (char const * const argument : arguments)
@@ -79,8 +80,15 @@ bool run(std::vector<char const *> const & arguments, char const * output)
     int const failure = posix_spawnp(&child, list[0], &actions, nullptr, list.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     int status = 0;
-    return failure == 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) &&
-           WEXITSTATUS(status) == 0;
+    rusage usage{};
+    bool const is_done = failure == 0 && wait4(child, &status, 0, &usage) == child && WIFEXITED(status) &&
+                         WEXITSTATUS(status) == 0;
+    return is_done ? usage.ru_maxrss : 0;
+}
+
+std::string megabytes(long kilobytes)
+{
+    return bench::figure(static_cast<double>(kilobytes), 1 / 1024.0, "MB");
 }
 
 std::size_t sizeOf(char const * name)
@@ -100,7 +108,7 @@ int main(int argc, char ** argv)
     auto const folder = std::filesystem::temp_directory_path() / ("yul_bench_map" + std::to_string(getpid()));
     std::filesystem::create_directory(folder);
     std::filesystem::current_path(folder);
-    bool const has_peer = run({"gmt", "--version"}, "/dev/null");
+    bool const has_peer = run({"gmt", "--version"}, "/dev/null") > 0;
     if (!has_peer)
         std::printf("# GMT is not installed: no peer for maps\n");
     int status = 0;
@@ -108,8 +116,10 @@ int main(int argc, char ** argv)
         std::vector<char const *> const ours = {self.c_str(), "draw", job.domain, job.detail};
         std::vector<char const *> peer = {"gmt"};
         peer.insert(peer.end(), job.peer.begin(), job.peer.end());
-        bool const is_drawn = run(ours, "/dev/null") && sizeOf(PAGE) > 10000;
-        bool const is_peer_drawn = !has_peer || (run(peer, "peer.ps") && sizeOf("peer.ps") > 10000);
+        long const our_peak = run(ours, "/dev/null");
+        long const peer_peak = has_peer ? run(peer, "peer.ps") : 0;
+        bool const is_drawn = our_peak > 0 && sizeOf(PAGE) > 10000;
+        bool const is_peer_drawn = !has_peer || (peer_peak > 0 && sizeOf("peer.ps") > 10000);
         if (!is_drawn || !is_peer_drawn) {
             std::printf("# %s: %s drew no page\n", job.name, is_drawn ? "GMT" : "this library");
             status = 1;
@@ -120,6 +130,9 @@ int main(int argc, char ** argv)
                 RUNS, {[&] { run(ours, "/dev/null"); }, [&] { run(peer, "peer.ps"); }}, bench::elapsedTime);
             bench::printRow(job.name, bench::figure(times[0], 1e3, "ms"),
                             "GMT " + bench::figure(times[1], 1e3, "ms"), times[1] / times[0], job.least);
+            bench::printRow(std::string("memory, ") + job.name, megabytes(our_peak),
+                            "GMT " + megabytes(peer_peak),
+                            static_cast<double>(peer_peak) / static_cast<double>(our_peak));
             std::printf("# pages: ours %zu octets, GMT %zu\n", sizeOf(PAGE), sizeOf("peer.ps"));
         }
     }

@@ -52,7 +52,7 @@ def python(text):
     return [sys.executable, '-c', text]
 
 
-def commands(count, levels, is_polar):
+def commands(levels, is_polar):
     """Name -> page and command line of all that are installed."""
     texts = [f'{level:.6f}' for level in levels]
     domain = f"plot.setDomain(Domain('{POLAR}'))" if is_polar else ''
@@ -73,8 +73,8 @@ def run(page, command):
         subprocess.run(command, stdout=output, stderr=subprocess.DEVNULL, check=True)
 
 
-def compare(count, is_polar=False):
-    found = commands(count, levels_of(FIELD, count), is_polar)
+def compare(field, count, is_polar=False):
+    found = commands(levels_of(field, count), is_polar)
     for page, command in found.values():
         run(page, command)
         assert Path(page).stat().st_size > 100000, f'{page}: a page without the lines'
@@ -89,19 +89,30 @@ def compare(count, is_polar=False):
     print(f'# {job}: {len(re.findall(b"%%PL:2", Path("ours.ps").read_bytes()))} segments; pages {sizes}')
 
 
-for program, there in (('gmt', shutil.which('gmt')), ('magics++ (libmagics++-dev)', MAGICS.exists())):
-    if not there:
-        print(f'# {program} is not installed: no peer')
-FIELD = temperature()
-os.environ |= {'PYTHONPATH': str(ROOT / 'build' / 'python'), 'MAGPLUS_HOME': os.environ.get('MAGPLUS_HOME', '/usr'),
-               'MAGPLUS_QUIET': 'on', 'OMP_NUM_THREADS': '1'}
-with tempfile.TemporaryDirectory() as folder:
-    os.chdir(folder)
-    Path('field.grib2').write_bytes(grib2(FIELD, LatLon(90, 0, -90, 359.75)))
-    FIELD.astype('>f4').tofile('field.be32')
-    np.save('field.npy', FIELD)
+def prepare():
+    """Writes the field to the present folder in everybody's form, and returns it."""
+    os.environ |= {'PYTHONPATH': str(ROOT / 'build' / 'python'), 'MAGPLUS_HOME': os.environ.get('MAGPLUS_HOME', '/usr'),
+                   'MAGPLUS_QUIET': 'on', 'OMP_NUM_THREADS': '1'}
+    field = temperature()
+    Path('field.grib2').write_bytes(grib2(field, LatLon(90, 0, -90, 359.75)))
+    field.astype('>f4').tofile('field.be32')
+    np.save('field.npy', field)
     if shutil.which('gmt'):
         subprocess.run(['gmt', 'xyz2grd', 'field.be32', '-ZTLfw', '-R0/359.75/-90/90', '-I0.25', '-Gfield.nc'], check=True)
-    for job in ((12,), (40,), (40, True)):
-        compare(*job)
-    os.chdir('/')
+    return field
+
+
+def main():
+    for program, there in (('gmt', shutil.which('gmt')), ('magics++ (libmagics++-dev)', MAGICS.exists())):
+        if not there:
+            print(f'# {program} is not installed: no peer')
+    with tempfile.TemporaryDirectory() as folder:
+        os.chdir(folder)
+        field = prepare()
+        for job in ((12,), (40,), (40, True)):
+            compare(field, *job)
+        os.chdir('/')
+
+
+if __name__ == '__main__':
+    main()

@@ -125,13 +125,34 @@ bool run(PJ_CONTEXT * context, Job const & job)
     return true;
 }
 
+int projectByPeer()
+{
+    constexpr Job const & JOB = JOBS[1]; // Lambert conformal
+    std::vector<double> lon(POINTS), lat(POINTS);
+    for (std::size_t i = 0; i < POINTS; ++i) {
+        lat[i] = 0.3 + static_cast<double>(i % 600) / 600;
+        lon[i] = -2.6 + static_cast<double>(i) / 1e6;
+    }
+    PJ_CONTEXT * const context = proj_context_create();
+    PJ * const peer = proj_create(context, JOB.peer);
+    std::size_t const count = proj_trans_generic(peer, PJ_FWD, lon.data(), 8, POINTS, lat.data(), 8, POINTS,
+                                                 nullptr, 0, 0, nullptr, 0, 0);
+    proj_destroy(peer);
+    proj_context_destroy(context);
+    return count == POINTS ? 0 : 1;
+}
+
 #endif
 
 } // namespace
 
-int main()
+/// projections         measures
+/// projections PROJ    lets PROJ project as many points forward, for bench/memory.py
+int main(int argc, char **)
 {
 #ifdef HAS_PROJ
+    if (argc > 1)
+        return projectByPeer();
     PJ_CONTEXT * const context = proj_context_create();
     std::printf("# projections: %zu random positions; PROJ %d.%d.%d, proj_trans_generic\n", POINTS,
                 PROJ_VERSION_MAJOR, PROJ_VERSION_MINOR, PROJ_VERSION_PATCH);
@@ -143,6 +164,6 @@ int main()
 #else
     (void)JOBS;
     std::printf("# projections: PROJ is not installed (libproj-dev)\n");
-    return 0;
+    return argc == 1 ? 0 : 1;
 #endif
 }

@@ -113,7 +113,9 @@ def write_documents(rows, minutes):
     from support import charts, record  # draw with the library, which a table alone does not need
     record.replace_block('machine', [f'- {line}' for line in machine.describe() if not line.startswith('#')]
                          + [f'- run: all benchmarks in {minutes:.1f} minutes'])
-    record.replace_block('table', [*markdown(rows), '', f'{verdict(rows)}.'])
+    memory = [row for row in rows if row.job.startswith('memory, ')]
+    record.replace_block('table', [*markdown([row for row in rows if row not in memory]), '', f'{verdict(rows)}.'])
+    record.replace_block('memory', [*markdown([row._replace(job=row.job.removeprefix('memory, ')) for row in memory])])
     charts.ratios(record.IMAGES / 'ratios.png', [(f'{row.job} / {row.peer_name}', float(row.ratio), row.target)
                                                  for row in rows if row.has_target])
 
