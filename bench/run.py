@@ -8,6 +8,7 @@ because on a busy machine it says little.
 
 from pathlib import Path
 from typing import NamedTuple
+import os
 import re
 import subprocess
 import sys
@@ -19,6 +20,7 @@ sys.path.insert(0, str(HERE))
 from support import machine  # noqa: E402
 
 PROGRAMS = HERE.parent / 'build' / 'bench'
+ONE_THREAD = {'OMP_NUM_THREADS': '1', 'OPENBLAS_NUM_THREADS': '1'}  # ours and the peers; a pool that waits costs time
 COMMANDS = 'run.py', 'growth.py'
 RATIO = re.compile(r'\d+(\.\d+)?(e[+-]?\d+)?')
 TARGET = re.compile(r'>= (\d+(?:\.\d+)?)')
@@ -92,7 +94,7 @@ def run(words):
     rows, notes, faults = [], [], []
     for name, command in benchmarks(words).items():
         print(f'{name} ...', file=sys.stderr)
-        result = subprocess.run(command, capture_output=True, text=True)
+        result = subprocess.run(command, capture_output=True, text=True, env=os.environ | ONE_THREAD)
         for whole, part in zip((rows, notes, faults), parse(result.stdout)):
             whole += part
         if result.returncode != 0:
@@ -109,9 +111,10 @@ def markdown(rows):
         yield f'| {" | ".join((*row[:3], ratio, row.limit))} |'
 
 
-def write_documents(rows, minutes):
+def write_documents(rows, notes, minutes):
     from support import charts, record  # draw with the library, which a table alone does not need
-    record.replace_block('machine', [f'- {line}' for line in machine.describe() if not line.startswith('#')]
+    facts = [*machine.describe(), *(note.removeprefix('# ') for note in notes if note.startswith('# bare: '))]
+    record.replace_block('machine', [f'- {line}' for line in facts if not line.startswith('#')]
                          + [f'- run: all benchmarks in {minutes:.1f} minutes'])
     memory = [row for row in rows if row.job.startswith('memory, ')]
     record.replace_block('table', [*markdown([row for row in rows if row not in memory]), '', f'{verdict(rows)}.'])
@@ -125,7 +128,7 @@ def main():
     start = time.monotonic()
     rows, notes, faults = run(words)
     if len(words) < len(sys.argv) - 1:
-        write_documents(rows, (time.monotonic() - start) / 60)
+        write_documents(rows, notes, (time.monotonic() - start) / 60)
     print(*machine.describe(), *table(rows), *notes, sep='\n')
     sys.stdout.flush()
     print(*faults, sep='\n', end='\n' if faults else '', file=sys.stderr, flush=True)

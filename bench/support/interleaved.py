@@ -4,10 +4,10 @@ import statistics
 import time
 
 
-def medians(rounds, *jobs, clock=time.process_time):
+def medians(rounds, *jobs, clock=time.thread_time):
     """Median seconds of every job, run in turns after one run of each that does not count.
 
-    The clock is the processor time of this process, which other programs on the machine disturb less than elapsed
+    The clock is the processor time of this thread, which other programs on the machine disturb less than elapsed
     time; jobs that other processes do need time.perf_counter.
     """
     times = [[] for _ in jobs]

@@ -51,3 +51,25 @@ def test_every_benchmark_is_found_and_no_helper(run, root):
     assert {'grib', 'projections', 'pages', 'contours'} <= set(found)
     assert not {'run', 'fields', 'interleaved', 'machine'} & set(found)
     assert list(run.benchmarks(['psn'])) == ['psnum']
+
+
+def rows_of(run, page, name):
+    """The rows of a table of the documents, whatever was printed bold."""
+    block = page.split(f'<!-- {name} -->')[1].split(f'<!-- end of {name} -->')[0]
+    cells = [[cell.strip() for cell in line.strip('|').split('|')] for line in block.splitlines() if line.startswith('| ')]
+    assert cells[0] == list(run.Row._fields)
+    return block, [run.Row(*(cell.strip('*') for cell in row)) for row in cells[1:]], cells[1:]
+
+
+def test_the_documents_tell_of_every_job(run, root):
+    page = (root / 'docs' / 'performance.md').read_text(encoding='utf-8')
+    block, rows, cells = rows_of(run, page, 'table')
+    assert len(rows) > 60
+    assert run.verdict(rows) in block
+    assert [row[3].startswith('**') for row in cells] == [not row.is_held for row in rows]
+    told = tuple(name for line in page.split('## Where the time goes')[1].split('## Memory')[0].splitlines()
+                 for name in line.split('**')[1::2])
+    assert [row.job for row in rows if not row.job.startswith(told)] == []
+    assert [name for name in told if not any(row.job.startswith(name) for row in rows)] == []
+    memory = rows_of(run, page, 'memory')[1]
+    assert len(memory) > 20 and not any(row.has_target for row in memory)
