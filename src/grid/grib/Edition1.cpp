@@ -25,45 +25,70 @@ struct RangeIndicator
     int end_p2;
     int end_steps;
     Statistic statistic;
+    int centre = 0; ///< whose own meaning it is; 0 for all others
 };
 
-/// Code table 5, from 128 on as NCEP has it. 6 and 7 count P1 (and 6 also P2) backward; 128 to 131 and 137 to 140 are means
-/// of several forecasts' accumulations and averages.
-/// Source: WMO Manual on Codes 306, volume I.2, code table 5; NCEP Office Note 388, table 5.
+constexpr int JMA = 34;
+
+/// Code table 5. 6 and 7 count P1 (and 6 also P2) backward. From 128 on the centres have their own, most the same as NCEP:
+/// statistics of the periods from P1 to P2 of several forecasts or, 132 and 136, analyses, which begin a day (128, 130), the
+/// period's own length (129, 131), a year (132 to 136), 6 (137, 138) or 12 hours (139, 140) apart. ECMWF's 128, 130 and 133
+/// have the same period.
+/// Source: WMO Manual on Codes 306, volume I.2, code table 5; NCEP Office Note 388, table 5; ecCodes, tables of
+/// centres 34 and 98.
 constexpr RangeIndicator RANGE_INDICATORS[] = {
-    {0, 1, 1, 0, 0, Statistic::NONE},           {1, 0, 0, 0, 0, Statistic::NONE},
-    {2, 1, 0, 1, 0, Statistic::NONE},           {3, 1, 0, 1, 0, Statistic::AVERAGE},
-    {4, 1, 0, 1, 0, Statistic::ACCUMULATION},   {5, 1, 0, 1, 0, Statistic::DIFFERENCE},
-    {6, -1, 0, -1, 0, Statistic::AVERAGE},      {7, -1, 0, 1, 0, Statistic::AVERAGE},
-    {10, 1, 1, 0, 0, Statistic::NONE},          {51, 1, 1, 0, 0, Statistic::AVERAGE},
-    {113, 1, 1, 0, 0, Statistic::AVERAGE},      {114, 1, 1, 0, 0, Statistic::ACCUMULATION},
-    {115, 1, 1, 0, 1, Statistic::AVERAGE},      {116, 1, 1, 0, 1, Statistic::ACCUMULATION},
-    {117, 1, 1, 0, 0, Statistic::AVERAGE},      {118, 0, 0, 0, 1, Statistic::COVARIANCE},
-    {119, 1, 1, 0, 1, Statistic::DEVIATION},    {123, 0, 0, 0, 1, Statistic::AVERAGE},
-    {124, 0, 0, 0, 1, Statistic::ACCUMULATION}, {125, 1, 1, 0, 1, Statistic::DEVIATION},
-    {128, 1, 0, 1, 0, Statistic::AVERAGE},      {129, 1, 0, 1, 0, Statistic::AVERAGE},
-    {130, 1, 0, 1, 0, Statistic::AVERAGE},      {131, 1, 0, 1, 0, Statistic::AVERAGE},
-    {132, 0, 0, 0, 0, Statistic::AVERAGE},      {133, 1, 1, 0, 0, Statistic::AVERAGE},
-    {134, 1, 1, 0, 0, Statistic::RMS},          {135, 1, 1, 0, 0, Statistic::DEVIATION},
-    {136, 0, 0, 0, 0, Statistic::DEVIATION},    {137, 1, 0, 1, 0, Statistic::AVERAGE},
-    {138, 1, 0, 1, 0, Statistic::AVERAGE},      {139, 1, 0, 1, 0, Statistic::AVERAGE},
+    {0, 1, 1, 0, 0, Statistic::NONE},
+    {1, 0, 0, 0, 0, Statistic::NONE},
+    {2, 1, 0, 1, 0, Statistic::NONE},
+    {3, 1, 0, 1, 0, Statistic::AVERAGE},
+    {4, 1, 0, 1, 0, Statistic::ACCUMULATION},
+    {5, 1, 0, 1, 0, Statistic::DIFFERENCE},
+    {6, -1, 0, -1, 0, Statistic::AVERAGE},
+    {7, -1, 0, 1, 0, Statistic::AVERAGE},
+    {10, 1, 1, 0, 0, Statistic::NONE},
+    {51, 1, 1, 0, 0, Statistic::AVERAGE},
+    {113, 1, 1, 0, 0, Statistic::AVERAGE},
+    {114, 1, 1, 0, 0, Statistic::ACCUMULATION},
+    {115, 1, 1, 0, 1, Statistic::AVERAGE},
+    {116, 1, 1, 0, 1, Statistic::ACCUMULATION},
+    {117, 1, 1, 0, 0, Statistic::AVERAGE},
+    {118, 0, 0, 0, 1, Statistic::COVARIANCE},
+    {119, 1, 1, 0, 1, Statistic::DEVIATION},
+    {123, 0, 0, 0, 1, Statistic::AVERAGE},
+    {124, 0, 0, 0, 1, Statistic::ACCUMULATION},
+    {125, 1, 1, 0, 1, Statistic::DEVIATION},
+    {129, 1, 0, 1, 0, Statistic::COVARIANCE, JMA},
+    {131, 1, 0, 1, 0, Statistic::COVARIANCE, JMA},
+    {132, 1, 1, 0, 0, Statistic::COVARIANCE, JMA},
+    {128, 1, 0, 1, 0, Statistic::AVERAGE},
+    {129, 1, 0, 1, 0, Statistic::AVERAGE},
+    {130, 1, 0, 1, 0, Statistic::AVERAGE},
+    {131, 1, 0, 1, 0, Statistic::AVERAGE},
+    {132, 1, 0, 1, 0, Statistic::AVERAGE},
+    {133, 1, 0, 1, 0, Statistic::AVERAGE},
+    {134, 1, 0, 1, 0, Statistic::RMS},
+    {135, 1, 0, 1, 0, Statistic::DEVIATION},
+    {136, 1, 0, 1, 0, Statistic::DEVIATION},
+    {137, 1, 0, 1, 0, Statistic::AVERAGE},
+    {138, 1, 0, 1, 0, Statistic::AVERAGE},
+    {139, 1, 0, 1, 0, Statistic::AVERAGE},
     {140, 1, 0, 1, 0, Statistic::AVERAGE},
 };
 
 constexpr unsigned ANALYSIS = 1;
 constexpr unsigned LONG_P1 = 10; // P1 takes the octets of P2 as well
 
-RangeIndicator rangeIndicator(unsigned code) noexcept
+RangeIndicator rangeIndicator(unsigned code, int centre) noexcept
 {
     for (auto const & row : RANGE_INDICATORS)
-        if (row.code == code)
+        if (row.code == code && (row.centre == 0 || row.centre == centre))
             return row;
     return {code, 1, 1, 0, 0, Statistic::NONE};
 }
 
 void readPeriod(Section & s, Product & product)
 {
-    RangeIndicator const range = rangeIndicator(s.u8(21));
+    RangeIndicator const range = rangeIndicator(s.u8(21), product.centre);
     product.template_number = static_cast<int>(range.code);
     product.statistic = range.statistic;
     product.is_analysis = range.code == ANALYSIS;

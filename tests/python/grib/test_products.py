@@ -127,6 +127,9 @@ RANGES = [
     (123, 0, 6, 5, 0, 24, '0-24avg'),
     (124, 0, 6, 5, 0, 24, '0-24acc'),
     (128, 6, 12, 30, 6, 12, '6-12avg'),
+    (132, 6, 12, 30, 6, 12, '6-12avg'),
+    (133, 6, 12, 30, 6, 12, '6-12avg'),
+    (136, 6, 12, 30, 6, 12, None),
     (140, 6, 12, 30, 6, 12, '6-12avg'),
 ]
 
@@ -139,6 +142,13 @@ def test_time_range_indicators(write_grib, indicator, p1, p2, number, start, end
     fore = grid.getForeTime()
     assert (fore.getFromHours(), fore.getHours()) == (start, end)
     assert like is None or fore.getType() == ForeTime(like).getType()
+
+
+def test_time_range_indicators_of_another_centre(write_grib):
+    octets = bytearray(grib1(FIELD, AREA, centre=34))
+    octets[8 + 18:8 + 23] = bytes([6, 12, 132]) + uint(30, 2)  # a variance at P1
+    grid, _ = read(write_grib(octets))
+    assert (grid.getForeTime().getFromHours(), grid.getForeTime().getHours()) == (6, 6)
 
 
 @pytest.mark.parametrize('unit, count, hours', [(0, 30, 0.5), (1, 3, 3), (2, 2, 48), (3, 1, 720), (10, 2, 6), (11, 2, 12),
