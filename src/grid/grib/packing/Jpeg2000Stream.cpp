@@ -1,0 +1,196 @@
+#include "grid/grib/packing/Jpeg2000Stream.h"
+
+#include "core/Format.h"
+
+#include <algorithm>
+
+namespace Yul::detail::grib {
+namespace {
+
+// Markers.
+constexpr unsigned START = 0xff4f;
+constexpr unsigned SIZE = 0xff51;
+constexpr unsigned CODING_STYLE = 0xff52;
+constexpr unsigned COMPONENT_STYLE = 0xff53;
+constexpr unsigned TILE_PART = 0xff90;
+constexpr unsigned TILE_DATA = 0xff93;
+
+constexpr std::uint64_t LEAST_TILE_PART = 14; // its header and the mark of its data
+constexpr unsigned MOST_LEVELS = 32;
+constexpr unsigned WIDEST_PRECINCT = 15; // as a power of two, where none is given
+
+constexpr char const * DAMAGED = "damaged JPEG 2000 picture";
+
+struct Sizes
+{
+    std::uint64_t width = 0;
+    std::uint64_t height = 0;
+};
+
+/// Packets of an area, in the coding style of a marker segment, at the least: what is at the edges is left out.
+/// s       the marker's segment, whose first octet is the length.
+/// style   octet of the coding style; the number of decomposition levels follows at `levels_octet`.
+std::uint64_t
+packetsOf(Section & s, std::size_t style, std::size_t levels_octet, unsigned layers, Sizes const & area)
+{
+    bool const has_precincts = (s.u8(style) & 1U) != 0;
+    unsigned const levels = std::min(s.u8(levels_octet), MOST_LEVELS);
+    std::uint64_t packets = 0;
+    for (unsigned resolution = 0; resolution <= levels; ++resolution) {
+        unsigned const precinct =
+            has_precincts ? s.u8(levels_octet + 5 + resolution) : (WIDEST_PRECINCT << 4 | WIDEST_PRECINCT);
+        unsigned const reduced = levels - resolution;
+        packets +=
+            (area.width >> (reduced + (precinct & 15U))) * (area.height >> (reduced + (precinct >> 4)));
+    }
+    return packets * layers;
+}
+
+/// Samples between two places of the reference grid, one every `step`.
+std::uint64_t samples(std::uint64_t from, std::uint64_t to, unsigned step) noexcept
+{
+    return (to + step - 1) / step - (from + step - 1) / step;
+}
+
+/// Goes from marker to marker.
+class Headers
+{
+public:
+    Headers(Octets stream, std::size_t count) : data(stream), values(count) {}
+
+    [[nodiscard]] std::string check()
+    {
+        if (next() != START || next() != SIZE || !readSize())
+            return fault.empty() ? DAMAGED : fault;
+        for (;;) {
+            unsigned const marker = next();
+            if (has_tile && !is_in_header && marker != TILE_PART) // the end, which may be missing
+                return {};
+            bool const is_good = marker == TILE_PART   ? enterTile()
+                                 : marker == TILE_DATA ? leaveTile()
+                                                       : readSegment(marker);
+            if (!is_good)
+                return fault.empty() ? DAMAGED : fault;
+        }
+    }
+
+private:
+    /// The marker at the current octet; 0 at the end.
+    [[nodiscard]] unsigned next() noexcept
+    {
+        Section s(left());
+        position += 2;
+        return s.u16(1);
+    }
+
+    [[nodiscard]] Octets left() const noexcept
+    {
+        return data.subspan(static_cast<std::size_t>(std::min<std::uint64_t>(position, data.size())));
+    }
+
+    /// The segment behind a marker; empty when it is not there as a whole.
+    [[nodiscard]] Section takeSegment() noexcept
+    {
+        Section s(left());
+        unsigned const length = s.u16(1);
+        if (length < 2 || length > s.size())
+            return {};
+        Section const segment(left().first(length));
+        position += length;
+        return segment;
+    }
+
+    [[nodiscard]] bool readSize()
+    {
+        Section s = takeSegment();
+        std::uint64_t const x1 = s.u32(5), y1 = s.u32(9), x0 = s.u32(13), y0 = s.u32(17);
+        std::uint64_t const tile_width = s.u32(21), tile_height = s.u32(25), tile_x = s.u32(29),
+                            tile_y = s.u32(33);
+        unsigned const components = s.u16(37);
+        unsigned const step_x = s.u8(40), step_y = s.u8(41);
+        if (s.isShort() || x1 <= x0 || y1 <= y0 || tile_width == 0 || tile_height == 0 || tile_x > x0 ||
+            tile_y > y0 || step_x == 0 || step_y == 0)
+            return false;
+        if (components != 1) {
+            fault = format("JPEG 2000 picture of %u components", components);
+            return false;
+        }
+        picture = {samples(x0, x1, step_x), samples(y0, y1, step_y)};
+        if (picture.width * picture.height != values) {
+            fault = format("JPEG 2000 picture of %llu by %llu samples for %zu values",
+                           static_cast<unsigned long long>(picture.width),
+                           static_cast<unsigned long long>(picture.height), values);
+            return false;
+        }
+        std::uint64_t const tiles =
+            ((x1 - tile_x - 1) / tile_width + 1) * ((y1 - tile_y - 1) / tile_height + 1);
+        if (tiles > data.size() / LEAST_TILE_PART) {
+            fault = format("JPEG 2000 picture of %llu tiles in %zu octets",
+                           static_cast<unsigned long long>(tiles), data.size());
+            return false;
+        }
+        tile = {std::min(picture.width, tile_width / step_x), std::min(picture.height, tile_height / step_y)};
+        return true;
+    }
+
+    /// What the header of a tile-part says is of that tile alone.
+    [[nodiscard]] bool enterTile()
+    {
+        std::uint64_t const begin = position - 2;
+        Section s = takeSegment();
+        std::uint64_t const length = s.u32(5);
+        if (s.isShort())
+            return false;
+        has_tile = is_in_header = true;
+        tile_end = length == 0 ? data.size() : begin + length;
+        return true;
+    }
+
+    [[nodiscard]] bool leaveTile() noexcept
+    {
+        bool const goes_on = is_in_header && tile_end >= position;
+        position = tile_end;
+        is_in_header = false;
+        return goes_on;
+    }
+
+    [[nodiscard]] bool readSegment(unsigned marker)
+    {
+        Section s = takeSegment();
+        if (s.size() == 0)
+            return false;
+        Sizes const & area = has_tile ? tile : picture;
+        std::uint64_t packets = 0;
+        if (marker == CODING_STYLE) {
+            layers = s.u16(5);
+            packets = packetsOf(s, 3, 8, layers, area);
+        } else if (marker == COMPONENT_STYLE)
+            packets = packetsOf(s, 4, 5, layers, area);
+        if (!s.isShort() && packets <= data.size())
+            return true;
+        if (!s.isShort())
+            fault = format("JPEG 2000 picture of %llu packets in %zu octets",
+                           static_cast<unsigned long long>(packets), data.size());
+        return false;
+    }
+
+    Octets data;
+    std::size_t values;
+    std::uint64_t position = 0;
+    std::uint64_t tile_end = 0;
+    bool has_tile = false;
+    bool is_in_header = false; // of a tile-part
+    Sizes picture;
+    Sizes tile;
+    unsigned layers = 1;
+    std::string fault;
+};
+
+} // namespace
+
+std::string checkJpeg2000(Octets stream, std::size_t values)
+{
+    return Headers(stream, values).check();
+}
+
+} // namespace Yul::detail::grib
