@@ -24,14 +24,16 @@ def chunk(name, data):
     return len(data).to_bytes(4, 'big') + name + data + zlib.crc32(name + data).to_bytes(4, 'big')
 
 
-def png_packed(octets, integers, bits):
-    """The message with its values as samples of a PNG picture, R 0 and no scales: gray up to 16 bits, else in channels."""
+def png_packed(octets, integers, bits, more=b''):
+    """The message with its values as samples of a PNG picture, R 0 and no scales: gray up to 16 bits, else in channels.
+
+    more  chunks to stand before the samples."""
     ny, nx = integers.shape
     planes = np.unpackbits(integers.astype('>u4').view(np.uint8)).reshape(ny, nx, 32)[:, :, 32 - bits:]
     rows = np.packbits(planes.reshape(ny, nx * bits), axis=1)
     depth, colour = {24: (8, 2), 32: (8, 6)}.get(bits, (bits, 0))
     header = nx.to_bytes(4, 'big') + ny.to_bytes(4, 'big') + bytes([depth, colour, 0, 0, 0])
-    picture = (b'\x89PNG\r\n\x1a\n' + chunk(b'IHDR', header)
+    picture = (b'\x89PNG\r\n\x1a\n' + chunk(b'IHDR', header) + more
                + chunk(b'IDAT', zlib.compress(b''.join(b'\0' + row.tobytes() for row in rows))) + chunk(b'IEND', b''))
     sections = split(octets)
     data = bytearray(sections[5])

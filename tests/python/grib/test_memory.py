@@ -3,12 +3,13 @@
 import os
 import subprocess
 import sys
+import zlib
 
 import numpy as np
 import pytest
 
-from gribwriter import LatLon, grib1, grib2
-from sections import png_packed
+from gribwriter import LatLon, grib1, grib2, pack_bits, uint
+from sections import chunk, png_packed
 
 PROGRAM = '''
 import sys
@@ -39,13 +40,34 @@ def by_peer(field, packing):
     return packed(np.nan_to_num(field[:900, :1800], nan=-9999), packing, 12, False)[0]
 
 
+def second_order(field):
+    """Row by row, one width."""
+    ny, nx = field.shape
+    begin = 8 + 28 + 32  # of the data
+    rows = 23  # octet of the first-order values
+    numbers = pack_bits(np.nan_to_num(field.ravel() + 1000).astype(np.uint32) % 4096, 12)
+    head = (bytes([0x40, 0, 0, 0x41, 0x10, 0, 0, 8]) + uint(rows, 2) + bytes(1) + uint(rows + ny, 2) + uint(ny, 2)
+            + uint(min(nx * ny, 65535), 2) + bytes([0, 12]))
+    block = uint(3 + len(head) + ny + len(numbers), 3) + head + bytes(ny) + numbers
+    octets = grib1(np.zeros(field.shape), AREA)[8:begin] + block + b'7777'
+    return b'GRIB' + uint(8 + len(octets), 3) + uint(1, 1) + octets
+
+
+def as_png(field, more=b''):
+    return png_packed(grib2(np.zeros(field.shape), AREA), np.nan_to_num(field + 5000).astype(np.uint32), 16, more)
+
+
+# Texts of 7 MB that stand in 7 kB each.
+TEXTS = 50 * chunk(b'zTXt', b'Comment\0\0' + zlib.compress(bytes(7_000_000)))
 MESSAGES = {
     'simple': lambda field: grib2(field, AREA, bits=12, decimal_scale=0),
     'simple by columns': lambda field: grib2(field, AREA, bits=12, decimal_scale=0, scan=0x20),
     'edition 1': lambda field: grib1(field[:600, :1000], AREA, bits=12, decimal_scale=0),
     'complex': lambda field: by_peer(field, 'grid_complex'),
     'JPEG 2000': lambda field: by_peer(field, 'grid_jpeg'),
-    'PNG': lambda field: png_packed(grib2(np.zeros(field.shape), AREA), np.nan_to_num(field + 5000).astype(np.uint32), 16),
+    'edition 1, second order': lambda field: second_order(field[:600, :1000]),
+    'PNG': as_png,
+    'PNG with texts': lambda field: as_png(field, TEXTS),
     'CCSDS': lambda field: by_peer(field, 'grid_ccsds'),
 }
 

@@ -69,6 +69,8 @@ bool readHeader(Decoder & decoder, Source & source)
     if (setjmp(png_jmpbuf(decoder.png)) != 0)
         return false;
     png_set_read_fn(decoder.png, &source, giveOctets);
+    // Texts, profiles and the like are passed over: a few octets of them unpack to megabytes.
+    png_set_keep_unknown_chunks(decoder.png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
     png_read_info(decoder.png, decoder.info);
     return true;
 }
