@@ -8,7 +8,7 @@
 #   make bench   measures our jobs beside other software and prints one table (BENCH: the names of some)
 #   make bench-growth    measures how the cost of a job grows with its size, and draws it, into the documents
 #   make bench-peers     installs the other software, and names what cannot be had
-#   make fuzz    feeds the readers of outside bytes damaged input (FUZZ_SECONDS each, 60 unless given)
+#   make fuzz    feeds the readers of outside bytes damaged input (SECONDS each, 60 unless given)
 #   make gallery renders the scripts of examples/gallery to docs/gallery (GALLERY: the names of some)
 #   make wheel   makes dist/, the source archive and a wheel with its codec libraries, and tries it in an empty place
 #   make test-extras  tests that wheel with the optional packages: xarray, dask, mypy, cfgrib ...
@@ -21,7 +21,7 @@ PYTHON ?= /usr/bin/python3
 # Options for CMake and for the Python test runner. CXX from the environment chooses the compiler.
 CMAKE_OPTIONS ?=
 PYTEST_OPTIONS ?=
-FUZZ_SECONDS ?= 60
+SECONDS ?= 60
 FUZZ_CXX ?= $(shell for cxx in clang++ clang++-14 $(CXX); do command -v $$cxx && break; done)
 
 export PYTHON CXX
@@ -75,7 +75,7 @@ fuzz:
 	@scripts/install-deps build
 	@CXX=$(FUZZ_CXX) $(call configure,build-fuzz,-DYUL_FUZZ=ON -DYUL_TESTS=OFF -DYUL_PYTHON=OFF)
 	@cmake --build build-fuzz
-	@scripts/run-fuzz build-fuzz $(FUZZ_SECONDS)
+	@scripts/run-fuzz build-fuzz $(SECONDS)
 
 gallery:
 	@scripts/install-deps build demo
