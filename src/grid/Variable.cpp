@@ -99,7 +99,7 @@ int Variable::decode(char const * text)
     auto const * const row = number ? VarName::find(*number) : VarName::find(std::string(head).c_str());
     if (row != nullptr)
         next.set(*row);
-    else if (!number && isName(head))
+    else if (!number && isName(head) && !detail::sameIgnoringCase(head, NOT_SET))
         next.name = head;
     else
         return 0;

@@ -97,9 +97,10 @@ std::size_t cutAway(std::string const & message, std::string const & what)
     while (file.cut()) {
         int const count = countFields(file.name());
         EXPECT_LE(count, before) << what << " cut to " << file.size();
-        if (count < before && count > 0)
+        if (count < before && count > 0) {
             EXPECT_EQ(readField(file.name(), count - 1), readField(whole.name(), count - 1))
                 << what << " cut to " << file.size();
+        }
         before = count;
     }
     EXPECT_EQ(before, 0) << what;

@@ -185,8 +185,9 @@ TEST(Variable, ReadsAndWritesTexts)
 TEST(Variable, RefusesOtherTextsAndKeepsWhatItWas)
 {
     std::string const endless(100000, 'x');
-    for (char const * text : {static_cast<char const *>(nullptr), "", "  ", "[K]", ":K", "two words", "a,b",
-                              "12345", "99999999999999", "\xff", "caf\xc3\xa9", "a*b", endless.c_str()}) {
+    for (char const * text :
+         {static_cast<char const *>(nullptr), "", "  ", "[K]", ":K", "two words", "a,b", "12345",
+          "99999999999999", "\xff", "caf\xc3\xa9", "a*b", "miss:", "Miss[K]", endless.c_str()}) {
         Variable variable("RH");
         EXPECT_EQ(variable.decode(text), 0) << (text != nullptr ? text : "null");
         EXPECT_STREQ(variable.getName(), "RH");
