@@ -48,6 +48,8 @@ def test_the_last_line_counts_only_rows_with_a_target(run):
 
 def test_every_benchmark_is_found_and_no_helper(run, root):
     found = run.benchmarks([])
+    files = [path for path in (root / 'bench').iterdir() if path.suffix in ('.cpp', '.py') and path.name not in run.COMMANDS]
+    assert len(found) == len(files)
     assert {'grib', 'projections', 'pages', 'contours'} <= set(found)
     assert not {'run', 'fields', 'interleaved', 'machine'} & set(found)
     assert list(run.benchmarks(['psn'])) == ['psnum']
