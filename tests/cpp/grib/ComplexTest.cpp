@@ -138,6 +138,27 @@ std::vector<Value> someValues(std::size_t count, unsigned management, std::mt199
     return values;
 }
 
+TEST(ComplexPacking, TakesGroupsOfNoWidthAndReferencesOfNoBitsForMissing)
+{
+    for (unsigned management = 1; management <= 2; ++management) {
+        Packing p;
+        p.scale = {7, 1, 1};
+        p.missing_management = management;
+        p.groups = 2;
+        p.width_bits = 2;
+        p.length_reference = p.last_length = 3;
+        BitWriter writer;
+        writer.put(management, 2); // the first group has zeros and something missing
+        writer.put(0, 2);
+        writer.align();
+        for (unsigned const number : {0U, (1U << management) - 1, 0U})
+            writer.put(number, management);
+        std::vector<float> out(6);
+        ASSERT_EQ(unpackComplex(writer.octets, p, out), "");
+        EXPECT_EQ(out, (std::vector{7.F, MISSING, 7.F, MISSING, MISSING, MISSING})) << management;
+    }
+}
+
 TEST(ComplexPacking, GivesBackValuesOfEveryOrderAndManagement)
 {
     std::mt19937 random(3);

@@ -145,14 +145,14 @@ private:
         Octets packed, std::uint64_t bit, unsigned width, std::uint32_t base, std::size_t count) noexcept
     {
         unpackIntegers(packed, bit, width, 0, std::span(buffer).first(count));
-        unsigned const bits =
-            width > 0 ? width : packing.bits; // a group of one number tells by its reference
-        std::uint32_t const top = bits > 0 ? (std::uint32_t{1} << bits) - 1 : 0;
-        std::uint32_t const lowest = packing.missing_management == 2 ? top - 1 : top;
+        // A group of one number tells by its reference. References of no bits are all ones as well: their groups are missing.
+        unsigned const bits = width > 0 ? width : packing.bits;
+        std::uint32_t const top = (std::uint32_t{1} << bits) - 1;
+        std::uint32_t const lowest = packing.missing_management == 2 && top > 0 ? top - 1 : top;
         std::size_t present = 0;
         for (std::size_t i = 0; i < count; ++i) {
             std::uint32_t const tell = width > 0 ? buffer[i] : base;
-            is_missing[i] = bits > 0 && tell >= lowest;
+            is_missing[i] = tell >= lowest;
             if (!is_missing[i])
                 buffer[present++] = buffer[i] + base;
         }
