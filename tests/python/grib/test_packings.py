@@ -55,8 +55,16 @@ def test_pictures_of_every_depth(write_grib, capfd, bits):
     grid = Grid()
     assert GribFile(write_grib(octets)).read(grid) == 1
     np.testing.assert_allclose(grid.values, integers, rtol=1e-7)
+    integers = RANDOM.integers(0, 2, (1, 1200000), dtype=np.uint64)  # as values behind a bitmap are: one long row
+    octets = png_packed(grib2(integers[:, ::-1].astype(float), LatLon(10, 0, 10, 12)), integers, 1)
+    assert GribFile(write_grib(octets)).read(grid) == 1
+    np.testing.assert_array_equal(grid.values, integers)
 
+
+def test_a_stream_that_is_no_picture_is_named(write_grib, capfd):
+    integers = RANDOM.integers(0, 2**8, (5, 7), dtype=np.uint64)
+    octets = png_packed(grib2(np.arange(35.0).reshape(5, 7), LatLon(10, 0, 0, 12)), integers, 8)
     damaged = bytearray(octets)
     damaged[damaged.index(b'\x89PNG')] = 0
-    assert GribFile(write_grib(damaged)).read(grid) == 0
+    assert GribFile(write_grib(damaged)).read(Grid()) == 0
     assert 'Not a PNG file\n' in capfd.readouterr().err.splitlines(keepends=True)

@@ -71,6 +71,8 @@ bool readHeader(Decoder & decoder, Source & source)
     png_set_read_fn(decoder.png, &source, giveOctets);
     // Texts, profiles and the like are passed over: a few octets of them unpack to megabytes.
     png_set_keep_unknown_chunks(decoder.png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+    // Values behind a bitmap are one row, of which libpng would take a million. The size is compared with the grid's below.
+    png_set_user_limits(decoder.png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
     png_read_info(decoder.png, decoder.info);
     return true;
 }
