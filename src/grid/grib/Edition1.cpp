@@ -248,6 +248,8 @@ constexpr GridType GRID_TYPES[] = {
 
 constexpr unsigned VARIES = 0xffff;
 constexpr unsigned MAX_BITS = 32;
+constexpr unsigned GENERAL_EXTENDED = 0x08; // of the second-order flags
+constexpr unsigned BOUSTROPHEDONIC = 0x04;
 
 /// A lat/lon grid whose list of row lengths says one value at a pole and equal rows else. False when it says anything else.
 bool takePoleRow(Section & s, Geometry & g)
@@ -336,7 +338,9 @@ std::string readBDB(Section section, int decimal, Packing & packing)
         packing.first_values_octet = section.u16(12);
         packing.second_flags = section.u8(14);
         packing.second_values_octet = section.u16(15);
-        packing.groups = section.u16(17);
+        bool const is_extended = (packing.second_flags & GENERAL_EXTENDED) != 0;
+        packing.groups = section.u16(17) + (is_extended ? section.u8(21) << 16 : 0U);
+        packing.is_alternating = is_extended && (packing.second_flags & BOUSTROPHEDONIC) != 0;
     }
     return section.isShort() ? "binary data section too short" : std::string();
 }

@@ -190,7 +190,8 @@ struct Packing
     unsigned second_flags = 0;          ///< octet 14
     std::size_t first_values_octet = 0; ///< N1, N2: where first- and second-order values begin
     std::size_t second_values_octet = 0;
-    std::size_t row_length = 0; ///< values of a line of the grid, 0 where a bitmap makes them vary
+    std::size_t row_length = 0;  ///< values of a line of the grid, 0 where a bitmap makes them vary
+    bool is_alternating = false; ///< every second line runs the other way
 };
 
 /// A field as its headers describe it. Its values are unpacked on demand from the extents.

@@ -23,6 +23,8 @@ constexpr std::uint64_t EDITION1_INDICATOR = 8;
 constexpr std::uint64_t EDITION2_INDICATOR = 16;
 constexpr std::uint64_t END_MARK = 4; // octets of "7777"
 constexpr std::size_t PDB_LEAST = 24;
+constexpr std::uint64_t LARGE = 0x800000; // bit of the length of a message of edition 1
+constexpr std::uint64_t LARGE_UNIT = 120;
 constexpr std::size_t BDB_HEAD = 21;
 constexpr std::size_t POINTS_AT_ONCE = 1 << 15; // a multiple of 8: pieces of values begin with whole octets
 
@@ -263,16 +265,31 @@ bool Reader::takeSection2(Section section, unsigned number, Extent const & exten
 
 /// Views the first octets of a section that begins with a length of three octets and moves behind it. False
 /// when it is not there as a whole.
-bool Reader::takeSection1(std::uint64_t & position, std::size_t head, Section & section, Extent & extent)
+bool Reader::takeSection1(
+    std::uint64_t & position, std::size_t head, Section & section, Extent & extent, bool is_data)
 {
     Section length(input.view(position, 3));
     extent = {position, length.u24(1)};
+    if (is_data)
+        correctLarge(extent);
     std::uint64_t const end = position + extent.length;
     if (length.isShort() || extent.length < 4 || !input.reaches(end))
         return false;
     section = Section(input.view(position, std::min<std::uint64_t>(head, extent.length)));
     position = end;
     return true;
+}
+
+/// Messages above 8 MB, as ECMWF writes them: with its first bit set the message's length counts units of 120 octets, and
+/// the length of the data section, then below 120, is what of the last unit lies behind it (and behind the end mark).
+void Reader::correctLarge(Extent & data)
+{
+    std::uint64_t const stated = here.message_end - here.message;
+    if ((stated & LARGE) == 0 || data.length >= LARGE_UNIT)
+        return;
+    std::uint64_t const length = (stated - LARGE) * LARGE_UNIT - data.length + END_MARK;
+    here.message_end = here.message + length;
+    data.length = std::max(here.message_end, data.position + END_MARK) - END_MARK - data.position;
 }
 
 bool Reader::nextOfEdition1(Field & field)
@@ -305,11 +322,13 @@ bool Reader::nextOfEdition1(Field & field)
             here.refusals.bitmap = format("bitmap %u of the centre's own", section.u16(5));
         f.bitmap = {extent.position + 6, extent.length - 6};
     }
-    if (!takeSection1(position, BDB_HEAD, section, extent) || extent.length < 11) {
+    if (!takeSection1(position, BDB_HEAD, section, extent, true) || extent.length < 11) {
         abandon("binary data section is cut short", here.message + 4);
         return false;
     }
     here.refusals.data = readBDB(section, presence.decimal, f.packing);
+    if (f.packing.is_alternating)
+        f.geometry.scan_flags |= Scan::ALTERNATING;
     f.data = {extent.position + 11, extent.length - 11};
     std::uint64_t const end = position + END_MARK;
     if (end > here.message_end) {

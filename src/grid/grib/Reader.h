@@ -68,8 +68,9 @@ private:
     [[nodiscard]] bool nextOfEdition1(Field & field);
     [[nodiscard]] bool nextOfEdition2(Field & field);
     [[nodiscard]] bool takeSection2(Section section, unsigned number, Extent const & extent);
-    [[nodiscard]] bool
-    takeSection1(std::uint64_t & position, std::size_t head, Section & section, Extent & extent);
+    [[nodiscard]] bool takeSection1(
+        std::uint64_t & position, std::size_t head, Section & section, Extent & extent, bool is_data = false);
+    void correctLarge(Extent & extent);
     void complete(Field & field);
     [[nodiscard]] std::string unpackInPieces(Field const & field, std::span<float> values);
     [[nodiscard]] std::string unpackWhole(Field const & field, std::span<float> values);

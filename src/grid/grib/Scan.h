@@ -15,9 +15,11 @@ struct Scan
     bool j_consecutive = false; ///< 0x20: adjacent points lie along y
     bool alternating = false;   ///< 0x10: every second line runs the other way
 
+    static constexpr unsigned ALTERNATING = 0x10;
+
     [[nodiscard]] static constexpr Scan of(unsigned flags) noexcept
     {
-        return {(flags & 0x80U) != 0, (flags & 0x40U) != 0, (flags & 0x20U) != 0, (flags & 0x10U) != 0};
+        return {(flags & 0x80U) != 0, (flags & 0x40U) != 0, (flags & 0x20U) != 0, (flags & ALTERNATING) != 0};
     }
 };
 

@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t ROW = 30;
 constexpr unsigned BITMAP = 0x20;
 constexpr unsigned WIDTH_EACH = 0x10;
+constexpr unsigned EXTENDED = 0x08;
 
 struct Packed
 {
@@ -83,6 +84,76 @@ TEST(SecondOrderPacking, GivesBackRowsAndGroupsOfOneAndOfManyWidths)
         }
 }
 
+/// The same with a length for each group and differences of an order, as if it were a list of any length.
+Packed packExtended(unsigned order, std::size_t count)
+{
+    constexpr int LEAST = -5;
+    std::mt19937 random(order);
+    Packed out;
+    Packing & p = out.packing;
+    p.scale = {10, 0.5, 1};
+    p.bits = 6;
+    p.second_flags = EXTENDED | WIDTH_EACH | order;
+    BitWriter widths;
+    BitWriter lengths;
+    BitWriter first;
+    BitWriter second;
+    std::vector<std::int64_t> sums(order + 1);
+    auto const add = [&](std::int64_t number) {
+        sums[order] = number;
+        for (unsigned k = order; k-- > 0;)
+            sums[k] += sums[k + 1];
+        out.values.push_back(static_cast<float>(10 + static_cast<double>(sums[0]) * 0.5));
+    };
+    BitWriter head;
+    for (unsigned const octet : {4U, 6U, 0U, 0U})
+        head.put(octet, 8);
+    if (order > 0)
+        head.put(20, 8);
+    for (unsigned i = 0; i < order; ++i) // at first every value is 100
+        head.put(100, 20);
+    if (order > 0) {
+        head.put(1, 1);
+        head.put(-LEAST, 19);
+        sums[0] = 100;
+        out.values.assign(order, 60);
+    }
+    for (std::size_t done = order; done < count; ++p.groups) {
+        auto const length = std::min<std::size_t>(random() % 50, count - done);
+        auto const width = static_cast<unsigned>(random() % 5);
+        std::int64_t const base = static_cast<std::int64_t>(random() % 10);
+        widths.put(width, 4);
+        lengths.put(length, 6);
+        first.put(static_cast<std::uint64_t>(base), p.bits);
+        for (std::size_t i = 0; i < length; ++i) {
+            std::uint64_t const number = random() & ((1U << width) - 1);
+            second.put(number, width);
+            add(base + static_cast<std::int64_t>(number) + (order > 0 ? LEAST : 0));
+        }
+        done += length;
+    }
+    out.octets.assign(22 - 12, 0);
+    for (auto const & part : {head, widths, lengths, first, second})
+        out.octets.insert(out.octets.end(), part.octets.begin(), part.octets.end());
+    return out;
+}
+
+TEST(SecondOrderPacking, GivesBackGroupsOfAnyLengthAndOrder)
+{
+    for (unsigned order = 0; order <= 3; ++order)
+        for (std::size_t const count : {3U, 4U, 600U}) {
+            auto const packed = packExtended(order, count);
+            std::vector<float> out(count);
+            ASSERT_EQ(unpackSecondOrder(packed.octets, packed.packing, out), "") << order;
+            EXPECT_EQ(out, packed.values) << order << ' ' << count;
+            for (std::size_t length = 0; length < packed.octets.size(); length += 7) {
+                std::vector<std::uint8_t> const cut(
+                    packed.octets.begin(), packed.octets.begin() + static_cast<std::ptrdiff_t>(length));
+                EXPECT_NE(unpackSecondOrder(cut, packed.packing, out), "") << length;
+            }
+        }
+}
+
 TEST(SecondOrderPacking, RefusesEveryCutAndExtensions)
 {
     auto const packed = pack(BITMAP | WIDTH_EACH, 5);
@@ -93,7 +164,7 @@ TEST(SecondOrderPacking, RefusesEveryCutAndExtensions)
         EXPECT_NE(unpackSecondOrder(cut, packed.packing, out), "") << length;
     }
     Packing extended = packed.packing;
-    extended.second_flags |= 0x08;
+    extended.second_flags |= EXTENDED;
     EXPECT_NE(unpackSecondOrder(packed.octets, extended, out), "");
     Packing few = packed.packing;
     few.groups = 2;

@@ -6,9 +6,9 @@ eccodes = pytest.importorskip('eccodes')
 MISS = -9999.0
 
 
-def packed(field, packing, bits, missing):
+def packed(field, packing, bits, missing, edition=2):
     """The message of another library, and its own values."""
-    message = eccodes.codes_grib_new_from_samples('regular_ll_pl_grib2')
+    message = eccodes.codes_grib_new_from_samples(f'regular_ll_pl_grib{edition}')
     ny, nx = field.shape
     step = 1 if nx < 100 else 0.05
     keys = {'Ni': nx, 'Nj': ny, 'latitudeOfFirstGridPointInDegrees': 60, 'latitudeOfLastGridPointInDegrees': 60 - (ny - 1) * step,

@@ -94,6 +94,20 @@ def test_a_section_of_impossible_length_ends_the_message(write_grib, capfd):
     assert capfd.readouterr().err == 'readSection: invalid length: 10000001\n'
 
 
+def test_lengths_in_units_of_120_octets(write_grib, capfd):
+    octets = bytearray(message(7, edition=1, bits=16))
+    section = 36 + int.from_bytes(octets[36:39], 'big')
+    octets[-4:-4] = bytes(100)  # a data section longer than what is needed
+    units = (len(octets) + 119) // 120
+    octets[4:7] = (0x800000 | units).to_bytes(3, 'big')
+    octets[section:section + 3] = (units * 120 - len(octets) + 4).to_bytes(3, 'big')
+    assert first_values(write_grib(octets, message(2))) == [7, 2]
+    octets[section:section + 3] = (119).to_bytes(3, 'big')
+    octets[4:7] = (0x800001).to_bytes(3, 'big')  # one unit: shorter than its sections
+    assert first_values(write_grib(octets, message(2))) == [2]
+    assert capfd.readouterr().err.count('skipped') == 1
+
+
 def test_two_sevens_end_a_message(write_grib):
     octets = bytearray(message(1))
     octets[-2:] = b'xx'

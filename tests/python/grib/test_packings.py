@@ -36,6 +36,20 @@ def test_another_library_reads_the_same(write_grib, packing, bits, name, missing
     np.testing.assert_allclose(grid.values, expected, rtol=1e-6, atol=1e-9)
 
 
+SECOND_ORDER = ['no_SPD', 'SPD1', 'SPD2', 'SPD3', 'boustrophedonic']
+
+
+@pytest.mark.parametrize('form', SECOND_ORDER)
+@pytest.mark.parametrize('name', ['smooth', 'noise', 'mostly zero'])
+@pytest.mark.parametrize('missing', [False, True], ids=['full', 'holed'])
+def test_second_order_packing_of_another_library(write_grib, form, name, missing):
+    field = np.where(RANDOM.random(SHAPE) < 0.2, MISS, FIELDS[name]) if missing else FIELDS[name]
+    octets, expected = packed(field, f'grid_second_order_{form}', 16, missing, edition=1)
+    grid = Grid()
+    assert GribFile(write_grib(octets)).read(grid) == 1
+    np.testing.assert_allclose(grid.values, expected, rtol=1e-6, atol=1e-9)
+
+
 def test_a_damaged_stream_is_named(write_grib, capfd):
     octets, _ = packed(FIELDS['noise'], 'grid_ccsds', 16, False)
     cut = bytearray(octets[:-1004] + b'7777')

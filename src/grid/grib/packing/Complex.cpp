@@ -2,6 +2,7 @@
 
 #include "core/Const.h"
 #include "core/Format.h"
+#include "grid/grib/packing/Differences.h"
 #include "grid/grib/packing/Unpack.h"
 
 #include <algorithm>
@@ -14,50 +15,6 @@ constexpr std::size_t BLOCK = 256; // groups whose tables are unpacked at once
 constexpr std::size_t BUFFER =
     4096; // values between unpacking and scaling, so that they stay in the nearest cache
 constexpr unsigned WIDEST = 31;
-
-/// Undoes the differences of the values that pass through it, in order. Sums are modulo 2^32, which changes
-/// no result that fits into 32 bits.
-class Differences
-{
-public:
-    Differences() = default;
-
-    Differences(unsigned order_number, std::array<std::uint32_t, 2> const & first, std::uint32_t minimum)
-        : order(order_number), given(first), min(minimum)
-    {
-    }
-
-    void undo(std::span<std::uint32_t> values) noexcept
-    {
-        if (order == 0)
-            return;
-        std::size_t i = 0;
-        for (; i < values.size() && seen < order; ++i, ++seen)
-            start(values[i]);
-        auto const rest = values.subspan(i);
-        if (order == 2) {
-            accumulate(rest, min, slope);
-            accumulate(rest, 0, sum);
-        } else
-            accumulate(rest, min, sum);
-    }
-
-private:
-    /// The first one or two values are given in full.
-    void start(std::uint32_t & value) noexcept
-    {
-        value = given[seen];
-        slope = value - sum;
-        sum = value;
-    }
-
-    unsigned order = 0;
-    unsigned seen = 0;
-    std::array<std::uint32_t, 2> given{};
-    std::uint32_t min = 0;
-    std::uint32_t sum = 0;
-    std::uint32_t slope = 0;
-};
 
 /// Unpacked numbers on their way to scaled values.
 class Values
@@ -184,11 +141,11 @@ private:
     if (octets > 4 || count * octets > data.size())
         return false;
     Section section(data);
-    std::array<std::uint32_t, 3> numbers{};
+    std::array<std::uint32_t, Differences::HIGHEST_ORDER + 1> numbers{};
     for (std::size_t i = 0; i < count && octets > 0; ++i)
         numbers[i] = static_cast<std::uint32_t>(
             signMagnitude(section.number(1 + i * octets, octets), static_cast<unsigned>(8 * octets)));
-    differences = {packing.order, {numbers[0], packing.order == 2 ? numbers[1] : 0}, numbers[packing.order]};
+    differences = {std::span(numbers).first(packing.order), numbers[packing.order]};
     data = data.subspan(count * octets);
     return true;
 }
