@@ -15,6 +15,7 @@ namespace {
 
 using detail::grib::Product;
 using detail::grib::Statistic;
+using detail::grib::usesEcmwfTables;
 
 /// Statistics of code table 4.10 and what they are to a forecast time.
 constexpr std::pair<Statistic, ForeTime::Type> STATISTICS[] = {
@@ -53,10 +54,14 @@ Date dateOf(detail::grib::Moment const & m)
     return Date(value);
 }
 
+constexpr int ECMWF_PASCALS = 210; // level type of edition 1, an addition to code table 3
+
 Level levelOf(int edition, Product const & product)
 {
     Level level;
-    if (edition == 2) {
+    if (edition == 1 && usesEcmwfTables(product) && product.level_type == ECMWF_PASCALS)
+        level.set(Level::PRES, static_cast<float>(product.level_octet1 * 256 + product.level_octet2) / 100);
+    else if (edition == 2) {
         auto const valueOf = [](detail::grib::Surface const & surface) {
             return surface.value.value_or(static_cast<double>(Const::MISS));
         };
@@ -71,8 +76,11 @@ Level levelOf(int edition, Product const & product)
 Variable variableOf(int edition, Product const & p, detail::GribParamCache & cache)
 {
     Variable variable;
+    constexpr int FIRST_LOCAL_TABLE = 128;
     int const key = edition == 2 ? GribParam::makeKey(p.discipline, p.category) : 0;
-    GribParam const & row = cache.get(edition, p.number, p.centre, p.table, key);
+    bool const is_ecmwf = edition == 1 && p.table >= FIRST_LOCAL_TABLE && usesEcmwfTables(p);
+    GribParam const & row =
+        cache.get(edition, p.number, is_ecmwf ? detail::grib::ECMWF : p.centre, p.table, key);
     if (row.getVar(variable) != 0)
         return variable;
     if (edition == 2)

@@ -119,20 +119,23 @@ Moment readMoment(Section & s)
     return m;
 }
 
-constexpr int ECMWF = 98;
 constexpr int NCEP = 7;
 constexpr int NCEP_ENSEMBLE = 2; // sub-centre
 
 /// Where a centre's own octets tell the number of an ensemble member; -1 where they do not.
-/// Source: ECMWF local GRIB definitions 1, 30 and 36; NCEP Office Note 388, ensemble extension of the product definition.
+/// Source: ECMWF local GRIB definitions 1, 12, 15, 16, 30 and 36; NCEP Office Note 388, ensemble extension of the product
+/// definition.
 int memberOf(Section & s, Product const & product)
 {
     unsigned const definition = s.size() >= 41 ? s.u8(41) : 0;
-    if (product.centre == ECMWF && s.size() >= 50 &&
-        (definition == 1 || definition == 30 || definition == 36)) {
+    if (usesEcmwfTables(product) && s.size() >= 51) {
         unsigned const type = s.u8(43);
-        bool const is_member = type == 10 || type == 11; // control or perturbed forecast
-        return is_member ? static_cast<int>(s.u8(50)) : -1;
+        bool const is_member =
+            type == 10 || type == 11 || s.u8(51) > 0; // control or perturbed forecast, or one of several
+        if (definition == 1 || definition == 30 || definition == 36)
+            return is_member ? static_cast<int>(s.u8(50)) : -1;
+        if (definition == 12 || definition == 15 || definition == 16) // seasonal forecasts
+            return static_cast<int>(s.u16(50));
     }
     if (product.centre == NCEP && product.sub_centre == NCEP_ENSEMBLE && s.size() >= 43 && definition == 1) {
         unsigned const type = s.u8(42);

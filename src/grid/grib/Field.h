@@ -83,7 +83,17 @@ struct Product
     int derived = -1;                           ///< kind of derived forecast, code table 4.7
     int percentile = -1;                        ///< percent
     int probability = -1;                       ///< probability type, code table 4.9
+    std::optional<double> lower_limit;          ///< of the event that a probability is of
+    std::optional<double> upper_limit;
 };
+
+constexpr int ECMWF = 98; ///< as centre, and as sub-centre of those whose fields ECMWF codes
+
+/// Edition 1: whether local tables and the octets behind the product definition are ECMWF's.
+[[nodiscard]] inline bool usesEcmwfTables(Product const & product) noexcept
+{
+    return product.centre == ECMWF || product.sub_centre == ECMWF;
+}
 
 /// Kinds of grids that can be delivered.
 enum class GridKind { NONE, LATLON, GAUSSIAN, MERCATOR, POLAR, LAMBERT, ALBERS, AZIMUTHAL, SPACE_VIEW };

@@ -183,6 +183,15 @@ def test_parameters_of_local_tables(write_grib, centre, table, number, name, uni
     assert grid.info == f'{row.getText()} [{units}]'
 
 
+def test_fields_coded_for_a_centre_use_its_tables(write_grib):
+    octets = bytearray(grib1(FIELD, AREA, centre=74, table=128, parameter=167))
+    assert read(write_grib(octets))[0].getVar().getName() == 'VAR_74_128_167'
+    octets[8 + 25] = 98
+    assert read(write_grib(octets))[0].getVar().getName() == 'TMP'
+    octets[8 + 9:8 + 12] = bytes([210, 0, 50])  # level in Pa
+    assert read(write_grib(octets))[0].getLevel().getValue() == 0.5
+
+
 def test_a_row_of_ones_own_goes_before_the_tables(write_grib):
     row = GribParam()
     row.set(250, 34, 199, 0)
@@ -200,6 +209,8 @@ MEMBERS = [
     (98, 0, bytes([1, 1, 11]) + bytes(6) + bytes([23, 50]), 23),
     (98, 0, bytes([1, 1, 10]) + bytes(6) + bytes([0, 50]), 0),
     (98, 0, bytes([1, 1, 9]) + bytes(8), NONE),  # one forecast
+    (98, 0, bytes([36, 1, 2]) + bytes(6) + bytes([3, 10]), 3),  # an analysis of several
+    (74, 98, bytes([12, 5, 17]) + bytes(6) + bytes([1, 2]), 258),  # coded by another centre for one
     (7, 2, bytes([1, 3, 4, 1, 255]), 4),
     (7, 0, bytes([1, 3, 4, 1, 255]), NONE),
     (7, 2, b'', NONE),
