@@ -116,6 +116,11 @@ int GribPDB::set(detail::grib::Field const & field, detail::GribParamCache & cac
     table = product.table;
     template_number = product.template_number;
     member = orMiss(product.member);
+    derived = orMiss(product.derived);
+    percentile = orMiss(product.percentile);
+    probability = orMiss(product.probability);
+    lower_limit = product.lower_limit.value_or(Const::MISS);
+    upper_limit = product.upper_limit.value_or(Const::MISS);
     level = levelOf(edition, product);
     var = variableOf(edition, product, cache);
     date = dateOf(product.reference);

@@ -59,6 +59,21 @@ public:
     /// Number of the ensemble member; Const::MISS where the product is none.
     [[nodiscard]] int getMember() const noexcept { return member; }
 
+    /// What was made of all members of an ensemble (mean, spread ...), code table 4.7; Const::MISS where the product is no
+    /// derived forecast.
+    [[nodiscard]] int getDerived() const noexcept { return derived; }
+
+    /// Percent; Const::MISS where the product is no percentile.
+    [[nodiscard]] int getPercentile() const noexcept { return percentile; }
+
+    /// Of a probability its type, code table 4.9; Const::MISS where the product is none. The field holds percents then, and
+    /// the limits of the event are in the units of the variable, Const::MISS for a limit that the type does not have.
+    [[nodiscard]] int getProbability() const noexcept { return probability; }
+
+    [[nodiscard]] double getLowerLimit() const noexcept { return lower_limit; }
+
+    [[nodiscard]] double getUpperLimit() const noexcept { return upper_limit; }
+
     [[nodiscard]] Level const & getLevel() const noexcept { return level; }
 
     [[nodiscard]] Variable const & getVar() const noexcept { return var; }
@@ -102,6 +117,11 @@ private:
     int table = Const::MISS;
     int template_number = Const::MISS;
     int member = Const::MISS;
+    int derived = Const::MISS;
+    int percentile = Const::MISS;
+    int probability = Const::MISS;
+    double lower_limit = Const::MISS;
+    double upper_limit = Const::MISS;
     Level level;
     Variable var;
     Date date;

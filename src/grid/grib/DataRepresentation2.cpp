@@ -76,14 +76,17 @@ struct DataTemplate
     void (*read)(Section &, Packing &);
 };
 
-/// Data representation templates that are read, code table 5.0, with the texts of the debug messages.
+/// Data representation templates that are read, code table 5.0, with the texts of the debug messages. 40000 and 40010 are
+/// local numbers of 40 and 41 from before these were given out.
 constexpr DataTemplate TEMPLATES[] = {
     {0, PackingKind::SIMPLE, "Grid point - simple packing", readSimple},
     {2, PackingKind::COMPLEX, "Grid point - complex packing", readComplex},
     {3, PackingKind::COMPLEX, "Grid point - complex packing and spatial differencing", readDifferences},
     {4, PackingKind::IEEE, "IEEE floating point data", readIeee},
     {40, PackingKind::JPEG2000, "JPEG2000 data compression", readSimple},
+    {40000, PackingKind::JPEG2000, "JPEG2000 data compression", readSimple},
     {41, PackingKind::PNG, "PNG data compression", readSimple},
+    {40010, PackingKind::PNG, "PNG data compression", readSimple},
     {42, PackingKind::CCSDS, "CCSDS lossless compression", readCcsds},
     {200, PackingKind::RUN_LENGTH, "mapped values", readRunLength},
 };

@@ -22,19 +22,40 @@ struct ProductTemplate
 };
 
 constexpr ProductTemplate TEMPLATES[] = {
-    {0, 0, 0, 0, 0, 0, 0, 0},     {1, 0, 36, 0, 0, 0, 0, 0},   {2, 0, 0, 35, 0, 0, 0, 0},
-    {3, 0, 0, 35, 0, 0, 0, 0},    {4, 0, 0, 35, 0, 0, 0, 0},   {5, 0, 0, 0, 0, 37, 0, 0},
-    {6, 0, 0, 0, 35, 0, 0, 0},    {7, 0, 0, 0, 0, 0, 0, 0},    {8, 0, 0, 0, 0, 0, 35, 0},
-    {9, 0, 0, 0, 0, 37, 48, 0},   {10, 0, 0, 0, 35, 0, 36, 0}, {11, 0, 36, 0, 0, 0, 38, 0},
-    {12, 0, 0, 35, 0, 0, 37, 0},  {13, 0, 0, 35, 0, 0, 69, 0}, {14, 0, 0, 35, 0, 0, 65, 0},
-    {15, 0, 0, 0, 0, 0, 0, 35},   {32, 0, 0, 0, 0, 0, 0, 0},   {40, 2, 0, 0, 0, 0, 0, 0},
-    {41, 2, 38, 0, 0, 0, 0, 0},   {42, 2, 0, 0, 0, 0, 37, 0},  {43, 2, 38, 0, 0, 0, 40, 0},
-    {45, 13, 49, 0, 0, 0, 0, 0},  {46, 13, 0, 0, 0, 0, 48, 0}, {47, 13, 49, 0, 0, 0, 51, 0},
-    {48, 24, 0, 0, 0, 0, 0, 0},   {49, 24, 60, 0, 0, 0, 0, 0}, {51, 0, 0, 0, 0, 0, 0, 0},
-    {60, 0, 36, 0, 0, 0, 0, 0},   {61, 0, 36, 0, 0, 0, 45, 0}, {76, 3, 0, 0, 0, 0, 0, 0},
-    {77, 3, 39, 0, 0, 0, 0, 0},   {78, 3, 0, 0, 0, 0, 38, 0},  {79, 3, 39, 0, 0, 0, 41, 0},
-    {85, 13, 49, 0, 0, 0, 51, 0},
+    {0, 0, 0, 0, 0, 0, 0, 0},     {1, 0, 36, 0, 0, 0, 0, 0},    {2, 0, 0, 35, 0, 0, 0, 0},
+    {3, 0, 0, 35, 0, 0, 0, 0},    {4, 0, 0, 35, 0, 0, 0, 0},    {5, 0, 0, 0, 0, 37, 0, 0},
+    {6, 0, 0, 0, 35, 0, 0, 0},    {7, 0, 0, 0, 0, 0, 0, 0},     {8, 0, 0, 0, 0, 0, 35, 0},
+    {9, 0, 0, 0, 0, 37, 48, 0},   {10, 0, 0, 0, 35, 0, 36, 0},  {11, 0, 36, 0, 0, 0, 38, 0},
+    {12, 0, 0, 35, 0, 0, 37, 0},  {13, 0, 0, 35, 0, 0, 69, 0},  {14, 0, 0, 35, 0, 0, 65, 0},
+    {15, 0, 0, 0, 0, 0, 0, 35},   {32, 0, 0, 0, 0, 0, 0, 0},    {40, 2, 0, 0, 0, 0, 0, 0},
+    {41, 2, 38, 0, 0, 0, 0, 0},   {42, 2, 0, 0, 0, 0, 37, 0},   {43, 2, 38, 0, 0, 0, 40, 0},
+    {45, 13, 49, 0, 0, 0, 0, 0},  {46, 13, 0, 0, 0, 0, 48, 0},  {47, 13, 49, 0, 0, 0, 51, 0},
+    {48, 24, 0, 0, 0, 0, 0, 0},   {49, 24, 60, 0, 0, 0, 0, 0},  {51, 0, 0, 0, 0, 0, 0, 0},
+    {55, 6, 0, 0, 0, 0, 0, 0},    {56, 6, 41, 0, 0, 0, 0, 0},   {59, 6, 42, 0, 0, 0, 0, 0},
+    {60, 0, 36, 0, 0, 0, 0, 0},   {61, 0, 36, 0, 0, 0, 45, 0},  {62, 6, 0, 0, 0, 0, 41, 0},
+    {63, 6, 42, 0, 0, 0, 44, 0},  {70, 5, 0, 0, 0, 0, 0, 0},    {71, 5, 41, 0, 0, 0, 0, 0},
+    {72, 5, 0, 0, 0, 0, 40, 0},   {73, 5, 41, 0, 0, 0, 43, 0},  {76, 3, 0, 0, 0, 0, 0, 0},
+    {77, 3, 39, 0, 0, 0, 0, 0},   {78, 3, 0, 0, 0, 0, 38, 0},   {79, 3, 39, 0, 0, 0, 41, 0},
+    {80, 25, 0, 0, 0, 0, 0, 0},   {81, 25, 61, 0, 0, 0, 0, 0},  {82, 14, 0, 0, 0, 0, 49, 0},
+    {83, 14, 50, 0, 0, 0, 52, 0}, {84, 14, 50, 0, 0, 0, 52, 0}, {85, 13, 49, 0, 0, 0, 51, 0},
+    {86, 0, 0, 0, 0, 0, 0, 0},    {87, 0, 0, 0, 0, 0, 39, 0},   {103, 11, 0, 0, 0, 0, 0, 0},
+    {104, 11, 47, 0, 0, 0, 0, 0}, {105, 0, 0, 0, 0, 0, 35, 0},  {107, 0, 0, 0, 0, 0, 35, 0},
 };
+
+constexpr int JMA = 34;
+constexpr unsigned PERIOD = 8; // template number
+
+/// Templates of the Japan Meteorological Agency's own for precipitation from radar begin like that of a period; behind it they
+/// say which radars took part.
+constexpr unsigned JMA_PERIODS[] = {50008, 50009, 50011, 50012};
+
+unsigned knownTemplate(unsigned number, int centre) noexcept
+{
+    for (unsigned const local : JMA_PERIODS)
+        if (centre == JMA && number == local)
+            return PERIOD;
+    return number;
+}
 
 /// Simulated pictures of satellites have spectral bands in place of the surfaces.
 constexpr bool hasSurfaces(unsigned number) noexcept
@@ -45,19 +66,21 @@ constexpr bool hasSurfaces(unsigned number) noexcept
 /// Products of satellites have neither forecast time nor level.
 constexpr bool isSatellite(unsigned number) noexcept
 {
-    return number == 30 || number == 31;
+    return number == 30 || number == 31 || number == 35;
 }
 
 constexpr unsigned MISSING_OCTET = 255;
 
+/// A scale factor and a scaled value of four octets.
+std::optional<double> scaledAt(Section & s, std::size_t octet) noexcept
+{
+    bool const has_value = s.u8(octet) != MISSING_OCTET && s.u32(octet + 1) != 0xffffffffU;
+    return has_value ? std::optional(s.s32(octet + 1) * decimalScale(s.s8(octet))) : std::nullopt;
+}
+
 Surface surfaceAt(Section & s, std::size_t octet) noexcept
 {
-    Surface surface;
-    surface.type = static_cast<int>(s.u8(octet));
-    bool const has_value = s.u8(octet + 1) != MISSING_OCTET && s.u32(octet + 2) != 0xffffffffU;
-    if (has_value)
-        surface.value = s.s32(octet + 2) * decimalScale(s.s8(octet + 1));
-    return surface;
+    return {static_cast<int>(s.u8(octet)), scaledAt(s, octet + 1)};
 }
 
 Moment momentAt(Section & s, std::size_t octet) noexcept
@@ -118,11 +141,12 @@ std::string readPDS(Section section, Product & product)
         product.process = static_cast<int>(section.u8(13));
         product.start = product.end = 0;
         product.first = product.second = {};
-        product.statistic = Statistic::NONE;
+        product.statistic = product.area_statistic = Statistic::NONE;
+        product.member = product.derived = product.percentile = product.probability = -1;
         return section.isShort() ? "product definition section too short" : std::string();
     }
     for (auto const & row : TEMPLATES) {
-        if (row.number != number)
+        if (row.number != knownTemplate(number, product.centre))
             continue;
         product.is_analysis = section.u8(12 + row.shift) == 0;
         product.process = static_cast<int>(section.u8(14 + row.shift));
@@ -138,6 +162,11 @@ std::string readPDS(Section section, Product & product)
         product.derived = optionalOctet(section, row.derived);
         product.percentile = optionalOctet(section, row.percentile);
         product.probability = optionalOctet(section, row.probability);
+        product.lower_limit = product.upper_limit = std::nullopt;
+        if (row.probability != 0) {
+            product.lower_limit = scaledAt(section, row.probability + 1);
+            product.upper_limit = scaledAt(section, row.probability + 6);
+        }
         product.statistic = product.area_statistic = Statistic::NONE;
         if (row.area_statistic != 0)
             product.area_statistic = statisticOf(section.u8(row.area_statistic));

@@ -616,10 +616,13 @@ class _GridReader(_Closing):
 class GribFile(_GridReader):
     """A file of GRIB messages, editions 1 and 2. Iterating gives the fields from here on, each a new Grid."""
 
-    _more_keys = ('member',)
+    _more_keys = ('member', 'derived', 'percentile', 'probability', 'lower', 'upper')
 
     def _record(self, grid):
-        return {**_record(grid), 'member': _or_none(self.getHeader().getMember())}
+        header = self.getHeader()
+        numbers = (header.getMember(), header.getDerived(), header.getPercentile(), header.getProbability(),
+                   header.getLowerLimit(), header.getUpperLimit())
+        return {**_record(grid), **dict(zip(self._more_keys, map(_or_none, numbers)))}
 
 
 class GridYulFile(_GridReader):

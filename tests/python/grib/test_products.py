@@ -64,7 +64,27 @@ TEMPLATES = [
     (77, 3, MEMBER, 3, 3, 7),
     (78, 3, ENDS_AT_18Z, 3, 6, NONE),
     (79, 3, MEMBER + ENDS_AT_18Z, 3, 6, 7),
+    (55, 6, b'', 3, 3, NONE),
+    (56, 6, bytes([7, 20]), 3, 3, 7),
+    (59, 6, MEMBER, 3, 3, 7),
+    (62, 6, ENDS_AT_18Z, 3, 6, NONE),
+    (63, 6, MEMBER + ENDS_AT_18Z, 3, 6, 7),
+    (70, 5, b'', 3, 3, NONE),
+    (71, 5, MEMBER, 3, 3, 7),
+    (72, 5, ENDS_AT_18Z, 3, 6, NONE),
+    (73, 5, MEMBER + ENDS_AT_18Z, 3, 6, 7),
+    (80, 25, b'', 3, 3, NONE),
+    (81, 25, MEMBER, 3, 3, 7),
+    (82, 14, ENDS_AT_18Z, 3, 6, NONE),
+    (83, 14, MEMBER + ENDS_AT_18Z, 3, 6, 7),
+    (84, 14, MEMBER + ENDS_AT_18Z, 3, 6, 7),
     (85, 13, MEMBER + ENDS_AT_18Z, 3, 6, 7),
+    (86, 0, bytes([0, 3, 0, 1]), 3, 3, NONE),
+    (87, 0, bytes([0, 3, 0, 1]) + ENDS_AT_18Z, 3, 6, NONE),
+    (103, 11, b'', 3, 3, NONE),
+    (104, 11, MEMBER, 3, 3, 7),
+    (105, 0, ENDS_AT_18Z + bytes(30), 3, 6, NONE),
+    (107, 0, ENDS_AT_18Z + bytes(30), 3, 6, NONE),
 ]
 
 
@@ -94,6 +114,36 @@ def test_product_templates(write_grib, number, shift, tail, start, end, member):
     assert grid.getVar().getName() == 'HGT'
     if start != end:
         assert fore.getType() == ForeTime('0-6acc').getType()
+
+
+def test_local_templates_of_precipitation_from_radar(write_grib, capfd):
+    octets = bytearray(with_product(50008, 0, surface(1, 0) + b'\xff' * 6, ENDS_AT_18Z + bytes(24)))
+    assert GribFile(write_grib(octets)).read(Grid()) == 0
+    assert 'product template 4.50008' in capfd.readouterr().err
+    octets[16 + 5:16 + 7] = uint(34, 2)  # the centre whose template it is
+    grid, header = read(write_grib(octets))
+    assert (grid.getForeTime().getFromHours(), grid.getForeTime().getHours(), header.getTemplate()) == (3, 6, 50008)
+
+
+LIMITS = bytes([1, 5, 1]) + bytes([1]) + uint(125, 4) + bytes([255]) + b'\xff' * 4  # above an upper limit: none below
+
+# template, what follows the surfaces; derived, percentile, probability, lower, upper
+ENSEMBLES = [
+    (0, b'', (NONE, NONE, NONE, NONE, NONE)),
+    (2, bytes([4, 20]), (4, NONE, NONE, NONE, NONE)),
+    (6, bytes([90]), (NONE, 90, NONE, NONE, NONE)),
+    (5, LIMITS, (NONE, NONE, 1, 12.5, NONE)),
+    (9, bytes([1, 5, 2, 128 + 2]) + uint(1 << 31 | 3, 4) + bytes([2]) + uint(250, 4) + ENDS_AT_18Z, (NONE, NONE, 2, -300, 2.5)),
+]
+
+
+@pytest.mark.parametrize('number, tail, expected', ENSEMBLES)
+def test_what_was_made_of_an_ensemble(write_grib, number, tail, expected):
+    name = write_grib(with_product(number, 0, surface(100, 50000) + b'\xff' * 6, tail))
+    _, header = read(name)
+    assert (header.getDerived(), header.getPercentile(), header.getProbability(), header.getLowerLimit(),
+            header.getUpperLimit()) == expected
+    assert len(list(GribFile(name).select(percentile=90))) == (expected[1] == 90)
 
 
 def test_a_simulated_picture_has_bands_in_place_of_a_level(write_grib):
