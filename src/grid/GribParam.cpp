@@ -14,6 +14,7 @@ namespace Yul {
 namespace {
 
 constexpr int KEY_BASE = 256;
+constexpr int ECMWF = 98;
 
 /// The row of the table of variables for a parameter; null where there is none.
 VarNameItem const * findItem(int edition, int number, int centre, int table, int key)
@@ -63,6 +64,13 @@ int GribParam::find(int edition, int number_value, int centre_value, int table_v
     init();
     if (key_value < 0)
         return 0;
+    if (edition == 2 && centre_value == ECMWF) {
+        auto const code = detail::ecmwfParam(key_value / KEY_BASE, key_value % KEY_BASE, number_value);
+        if (code.table != 0)
+            return find(1, code.number, ECMWF, code.table, 0) != 0
+                       ? set(number_value, centre_value, table_value, key_value)
+                       : 0;
+    }
     if (auto const * const item = findItem(edition, number_value, centre_value, table_value, key_value)) {
         auto const * const local =
             edition == 2 ? nullptr : detail::findLocalGrib1(centre_value, table_value, number_value);

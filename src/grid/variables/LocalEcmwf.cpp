@@ -306,11 +306,39 @@ constexpr LocalParam ROWS[] = {
     {98, 228, 254, "ASCAT_SM_CDFB", "1", "ASCAT second soil moisture CDF matching parameter"},
 };
 
+constexpr int TABLES = 192; // the discipline whose categories are tables of edition 1
+
+struct TakenOver
+{
+    int discipline;
+    int category;
+    int number;
+    EcmwfParam param;
+};
+
+/// Others, by their places beside the parameters of the WMO manual.
+constexpr TakenOver TAKEN_OVER[] = {
+    {0, 1, 193, {128, 228}}, {0, 1, 194, {228, 216}}, {0, 1, 196, {128, 142}}, {0, 1, 197, {128, 44}},
+    {0, 1, 198, {128, 144}}, {0, 1, 199, {128, 182}}, {0, 1, 200, {228, 251}}, {0, 1, 254, {128, 141}},
+    {0, 6, 192, {128, 164}}, {0, 6, 193, {128, 186}}, {0, 6, 194, {128, 187}}, {0, 6, 195, {128, 188}},
+    {0, 19, 192, {128, 32}}, {2, 0, 201, {128, 205}}, {2, 0, 202, {128, 8}},   {2, 0, 203, {128, 45}},
+};
+
 } // namespace
 
 std::span<LocalParam const> ecmwfParams() noexcept
 {
     return ROWS;
+}
+
+EcmwfParam ecmwfParam(int discipline, int category, int number) noexcept
+{
+    if (discipline == TABLES)
+        return {category, number};
+    for (auto const & row : TAKEN_OVER)
+        if (row.discipline == discipline && row.category == category && row.number == number)
+            return row.param;
+    return {};
 }
 
 } // namespace Yul::detail

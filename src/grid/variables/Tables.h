@@ -48,4 +48,14 @@ struct LocalParam
 [[nodiscard]] std::span<LocalParam const> ncepParams() noexcept;
 [[nodiscard]] std::span<LocalParam const> ecmwfParams() noexcept;
 
+/// A parameter of edition 2 that ECMWF took over from a table of its own of edition 1.
+struct EcmwfParam
+{
+    int table = 0; ///< of edition 1
+    int number = 0;
+};
+
+/// The parameter of edition 1 that one of ECMWF's own of edition 2 stands for; table 0 where there is none.
+[[nodiscard]] EcmwfParam ecmwfParam(int discipline, int category, int number) noexcept;
+
 } // namespace Yul::detail

@@ -233,6 +233,15 @@ def test_parameters_of_local_tables(write_grib, centre, table, number, name, uni
     assert grid.info == f'{row.getText()} [{units}]'
 
 
+@pytest.mark.parametrize('discipline, category, number, name, units', [
+    (192, 128, 167, 'TMP', 'K'), (0, 1, 193, 'APCP', 'm'), (0, 6, 192, 'TCDC', '1'), (192, 255, 250, '', '')])
+def test_parameters_that_moved_to_edition_2(discipline, category, number, name, units):
+    row = GribParam()
+    assert row.find(2, number, 98, 1, GribParam.makeKey(discipline, category)) == (name != '')
+    assert (row.getName(), row.getUnits(), row.getNumber()) == (name, units, number if name else NONE)
+    assert row.find(2, number, 34, 1, GribParam.makeKey(discipline, category)) == 0
+
+
 def test_fields_coded_for_a_centre_use_its_tables(write_grib):
     octets = bytearray(grib1(FIELD, AREA, centre=74, table=128, parameter=167))
     assert read(write_grib(octets))[0].getVar().getName() == 'VAR_74_128_167'
