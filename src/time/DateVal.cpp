@@ -18,6 +18,36 @@ template <class Number> void normalise(Number & field, Number low, Number high, 
         field = otherwise;
 }
 
+bool isWithin(int value, int low, int high) noexcept
+{
+    return static_cast<unsigned>(value) - static_cast<unsigned>(low) <= static_cast<unsigned>(high - low);
+}
+
+/// Whether every field is there and as DateVal::validate would leave it. One jump for all, because most times are.
+bool isWhole(DateVal const & time) noexcept
+{
+    constexpr int FIRST_FULL_YEAR = 200; // years below are taken for short forms
+    return static_cast<bool>(
+        static_cast<int>(time.year >= FIRST_FULL_YEAR) & static_cast<int>(isWithin(time.month, 1, 12)) &
+        static_cast<int>(isWithin(time.day, 1, 31)) & static_cast<int>(isWithin(time.hour, 0, 23)) &
+        static_cast<int>(isWithin(time.minute, 0, 60)) & static_cast<int>(time.second >= 0) &
+        static_cast<int>(time.second <= 60));
+}
+
+/// Seconds from the start of a year without leap day.
+long secondsOfYear(DateVal const & whole) noexcept
+{
+    return static_cast<long>(whole.second) + whole.minute * detail::SECONDS_PER_MINUTE +
+           whole.hour * detail::SECONDS_PER_HOUR +
+           (whole.day - 1 + DateVal::num_day[whole.month - 1]) * detail::SECONDS_PER_DAY;
+}
+
+/// Seconds from 1970 to a year, with the leap days to the month.
+long secondsToYear(int year, int month) noexcept
+{
+    return (detail::leapDays(year, month) + (year - 1970L) * 365) * detail::SECONDS_PER_DAY;
+}
+
 std::string orM(int field, char const * separator)
 {
     return (isMissing(field) ? "M" : detail::format("%d", field)) + separator;
@@ -70,22 +100,15 @@ int DateVal::validate()
 
 long DateVal::computeSecs()
 {
+    if (isWhole(*this))
+        return secondsOfYear(*this) + secondsToYear(year, month);
     if (validate() == 0)
         return Const::MISS;
-    long sum = 0;
-    if (!isMissing(second))
-        sum += static_cast<long>(second);
-    if (!isMissing(minute))
-        sum += minute * detail::SECONDS_PER_MINUTE;
-    if (!isMissing(hour))
-        sum += hour * detail::SECONDS_PER_HOUR;
-    if (!isMissing(day))
-        sum += (day - 1) * detail::SECONDS_PER_DAY;
-    if (month > 1)
-        sum += num_day[month - 1] * detail::SECONDS_PER_DAY;
-    if (!isMissing(year))
-        sum += (detail::leapDays(year, month) + (year - 1970L) * 365) * detail::SECONDS_PER_DAY;
-    return sum;
+    auto const orNeutral = [](auto field, auto neutral) { return isMissing(field) ? neutral : field; };
+    DateVal whole;
+    whole.set(year, orNeutral(month, 1), orNeutral(day, 1), orNeutral(hour, 0), orNeutral(minute, 0),
+              orNeutral(second, 0.0F));
+    return secondsOfYear(whole) + (isMissing(year) ? 0 : secondsToYear(year, month));
 }
 
 int DateVal::print() const
