@@ -49,10 +49,10 @@ struct Keyword
 
 /// Words for types; a text that begins with one, in any case, has it. The first that fits wins.
 constexpr Keyword KEYWORDS[] = {
-    {"acc", ForeTime::ACC},   {"anal", ForeTime::ANAL},   {"any", ForeTime::ANY},   {"ave", ForeTime::AVG},
-    {"avg", ForeTime::AVG},   {"mean", ForeTime::AVG},    {"diff", ForeTime::DIFF}, {"fcst", ForeTime::FORE},
-    {"fore", ForeTime::FORE}, {"max", ForeTime::MAX},     {"min", ForeTime::MIN},   {"miss", ForeTime::NONE},
-    {"none", ForeTime::NONE}, {"range", ForeTime::RANGE},
+    {"acc", ForeTime::ACC},   {"anal", ForeTime::ANAL}, {"anl", ForeTime::ANAL},    {"any", ForeTime::ANY},
+    {"ave", ForeTime::AVG},   {"avg", ForeTime::AVG},   {"mean", ForeTime::AVG},    {"diff", ForeTime::DIFF},
+    {"fcst", ForeTime::FORE}, {"fore", ForeTime::FORE}, {"max", ForeTime::MAX},     {"min", ForeTime::MIN},
+    {"miss", ForeTime::NONE}, {"none", ForeTime::NONE}, {"range", ForeTime::RANGE},
 };
 
 struct Unit
@@ -75,13 +75,26 @@ struct UnitWord
     long seconds;
 };
 
-/// Words for units as texts have them, the first that fits wins.
+/// Words for units as texts have them; a word that ends where the letters end goes before a prefix, and of
+/// either the first that fits wins.
 constexpr UnitWord UNIT_WORDS[] = {
+    {"hours", detail::SECONDS_PER_HOUR},
     {"hour", detail::SECONDS_PER_HOUR},
+    {"hrs", detail::SECONDS_PER_HOUR},
     {"hr", detail::SECONDS_PER_HOUR},
     {"h", detail::SECONDS_PER_HOUR},
+    {"minutes", detail::SECONDS_PER_MINUTE},
+    {"minute", detail::SECONDS_PER_MINUTE},
+    {"mins", detail::SECONDS_PER_MINUTE},
+    {"min", detail::SECONDS_PER_MINUTE},
     {"m", detail::SECONDS_PER_MINUTE},
+    {"seconds", 1},
+    {"second", 1},
+    {"secs", 1},
+    {"sec", 1},
     {"s", 1},
+    {"days", detail::SECONDS_PER_DAY},
+    {"day", detail::SECONDS_PER_DAY},
     {"d", detail::SECONDS_PER_DAY},
 };
 
@@ -108,33 +121,52 @@ Unit const & commonUnit(long from, long to)
     });
 }
 
+/// A number and the unit behind it, in seconds, if there is one.
+struct Amount
+{
+    double value = 0;
+    std::optional<long> unit;
+
+    /// In seconds; a number without a unit has the other one.
+    [[nodiscard]] std::optional<long> seconds(std::optional<long> other_unit) const
+    {
+        double const exact =
+            value * static_cast<double>(unit.value_or(other_unit.value_or(detail::SECONDS_PER_HOUR)));
+        return std::abs(exact) <= static_cast<double>(LONGEST) ? std::optional(std::lround(exact))
+                                                               : std::nullopt;
+    }
+};
+
 /// A forecast time text, read from its front.
 class Reader
 {
 public:
-    explicit Reader(std::string_view text) : rest(text) { skipBlanks(); }
+    explicit Reader(std::string_view text) : rest(detail::trimmed(text)) {}
 
     [[nodiscard]] bool atEnd() const { return rest.empty(); }
 
-    /// A time in seconds, if one stands here.
-    std::optional<long> readTime()
+    /// A number and its unit, if they stand here: "24", "1.5 h", "f024", "T+24". Behind a second number "min"
+    /// alone stands for the minimum.
+    std::optional<Amount> readAmount(bool is_second)
     {
-        bool const is_negative = rest.starts_with('-');
-        std::string_view const number = rest.substr(is_negative ? 1 : 0);
+        auto number = rest.substr(leadLength());
+        bool const is_negative = number.starts_with('-');
+        if (is_negative)
+            number.remove_prefix(1);
         if (number.empty() || !(detail::isDigit(number.front()) || number.front() == '.'))
             return std::nullopt;
-        double value = 0.0;
-        auto const [end, error] =
-            std::from_chars(number.data(), number.data() + number.size(), value, std::chars_format::fixed);
+        Amount amount;
+        auto const [end, error] = std::from_chars(number.data(), number.data() + number.size(), amount.value,
+                                                  std::chars_format::fixed);
         if (error != std::errc())
             return std::nullopt;
+        if (is_negative)
+            amount.value = -amount.value;
         rest.remove_prefix(static_cast<std::size_t>(end - rest.data()));
-        double const seconds = value * static_cast<double>(readUnit());
-        skipBlanks();
-        if (!(seconds <= static_cast<double>(LONGEST)))
-            return std::nullopt;
-        long const whole = std::lround(seconds);
-        return is_negative ? -whole : whole;
+        rest = detail::trimmed(rest);
+        amount.unit = readUnit(is_second);
+        rest = detail::trimmed(rest);
+        return amount;
     }
 
     bool skipDash()
@@ -142,20 +174,18 @@ public:
         bool const is_there = rest.starts_with('-');
         if (is_there)
             rest.remove_prefix(1);
-        skipBlanks();
+        rest = detail::trimmed(rest);
         return is_there;
     }
 
-    /// The type whose word ends the text; `otherwise` at the end of the text.
-    std::optional<int> readType(int otherwise)
+    /// The type whose word ends the text; `otherwise` at the end of the text. "forecast" may stand behind it.
+    std::optional<int> readType(int otherwise) const
     {
-        if (rest.empty())
-            return otherwise;
-        for (Keyword const & keyword : KEYWORDS)
-            if (detail::startsIgnoringCase(rest, keyword.word) &&
-                std::all_of(rest.begin(), rest.end(), isLetter))
-                return keyword.type;
-        return std::nullopt;
+        auto words = rest;
+        auto const blank = std::min(words.find(' '), words.size());
+        if (findType(detail::trimmed(words.substr(blank))) == ForeTime::FORE)
+            words = words.substr(0, blank);
+        return words.empty() ? otherwise : findType(words);
     }
 
 private:
@@ -165,25 +195,50 @@ private:
         return small >= 'a' && small <= 'z';
     }
 
-    void skipBlanks()
+    static std::optional<int> findType(std::string_view word)
     {
-        while (!rest.empty() && detail::isBlank(rest.front()))
-            rest.remove_prefix(1);
-        while (!rest.empty() && detail::isBlank(rest.back()))
-            rest.remove_suffix(1);
+        for (Keyword const & keyword : KEYWORDS)
+            if (detail::startsIgnoringCase(word, keyword.word) &&
+                std::all_of(word.begin(), word.end(), isLetter))
+                return keyword.type;
+        return std::nullopt;
     }
 
-    /// The unit that stands here, hours if none. "max" right behind a number is a type, not minutes.
-    long readUnit()
+    /// Characters that mark a forecast in front of its number: "f", "t", "+", "t+".
+    [[nodiscard]] std::size_t leadLength() const
     {
-        if (readType(ForeTime::NONE) && !rest.empty())
-            return detail::SECONDS_PER_HOUR;
+        std::size_t length = 0;
+        if (!rest.empty() && (detail::toLower(rest[0]) == 'f' || detail::toLower(rest[0]) == 't'))
+            ++length;
+        if (rest.substr(length).starts_with('+'))
+            ++length;
+        return length < rest.size() && detail::isDigit(rest[length]) ? length : 0;
+    }
+
+    /// The unit that stands here, also behind a dash ("24-hour"). "max" right behind a number is a type, not
+    /// minutes.
+    std::optional<long> readUnit(bool is_second)
+    {
+        bool const has_dash = rest.size() > 1 && rest[0] == '-' && isLetter(rest[1]);
+        auto const text = rest.substr(has_dash ? 1 : 0);
+        auto const letters = text.substr(
+            0, static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isLetter) - text.begin()));
+        bool const is_minimum = is_second && detail::sameIgnoringCase(text, "min");
         for (UnitWord const & unit : UNIT_WORDS)
-            if (detail::startsIgnoringCase(rest, unit.word)) {
-                rest.remove_prefix(unit.word.size());
-                return unit.seconds;
-            }
-        return detail::SECONDS_PER_HOUR;
+            if (detail::sameIgnoringCase(letters, unit.word) && !is_minimum)
+                return takeUnit(text, unit);
+        if (readType(ForeTime::NONE))
+            return std::nullopt;
+        for (UnitWord const & unit : UNIT_WORDS)
+            if (detail::startsIgnoringCase(text, unit.word))
+                return takeUnit(text, unit);
+        return std::nullopt;
+    }
+
+    long takeUnit(std::string_view text, UnitWord const & unit)
+    {
+        rest = text.substr(unit.word.size());
+        return unit.seconds;
     }
 
     std::string_view rest;
@@ -254,11 +309,15 @@ int ForeTime::set(char const * text)
     Reader reader(detail::viewOf(text));
     if (reader.atEnd())
         return init();
-    std::optional<long> const first = reader.readTime();
-    bool const has_second = first && reader.skipDash();
-    std::optional<long> const second = has_second ? reader.readTime() : std::nullopt;
+    std::optional<Amount> const begin = reader.readAmount(false);
+    bool const has_second = begin && reader.skipDash();
+    std::optional<Amount> const end = has_second ? reader.readAmount(true) : std::nullopt;
     std::optional<int> const word = reader.readType(has_second ? RANGE : FORE);
-    if (!word || (has_second && !second))
+    if (!word || (has_second && !end))
+        return 0;
+    std::optional<long> const first = begin ? begin->seconds(end ? end->unit : std::nullopt) : std::nullopt;
+    std::optional<long> const second = end ? end->seconds(std::nullopt) : std::nullopt;
+    if ((begin && !first) || (end && !second))
         return 0;
     if (second)
         return setSeconds(*word, *first, *second);

@@ -39,9 +39,12 @@ public:
     ForeTime(int type_value, int from_hours, int to_hours);
 
     int init();
-    /// Reads what toText writes. Times are hours, or end in "m" (minutes), "s" (seconds), "h" or "d" (days).
-    /// "24", "90m", "anal", "0-24 acc", "6-12 max", "any", "none"; letters of either case, words on any
-    /// prefix that their table in ForeTime.cpp lists first, blanks anywhere between parts. "" and null reset.
+    /// Reads what toText writes, and more. Times are hours, or end in a word or letter for hours, minutes,
+    /// seconds or days; "f" or "T+" may stand in front, "forecast" behind. The unit of a span's end holds for
+    /// a beginning without one; "min" behind a single time is minutes, behind a span the minimum.
+    /// "24", "90m", "anal", "0-24 acc", "6-12 max", "f024", "24 h", "15-30 minutes acc", "any", "none";
+    /// letters of either case, words on any prefix that their table in ForeTime.cpp lists first, blanks
+    /// anywhere between parts. "" and null reset.
     int set(char const * text);
     int set(int hours);
     /// NONE and ANY carry no time. A span given by one time begins at 0, or ends there when the time is

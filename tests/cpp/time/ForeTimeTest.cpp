@@ -43,6 +43,18 @@ constexpr Case CASES[] = {
      "-28587 to 6477 hour average"},
     {"0s-90sacc", "0s-90sacc", ForeTime::ACC, 0, 90, 0, "0-90 second accumulation"},
     {"1d-2d min", "24-48min", ForeTime::MIN, 86400, 172800, 48, "24-48 hour minimum"},
+    {"24 h", "24", ForeTime::FORE, 86400, 86400, 24, "24 hour"},
+    {"F006", "6", ForeTime::FORE, 21600, 21600, 6, "6 hour"},
+    {"T+12h", "12", ForeTime::FORE, 43200, 43200, 12, "12 hour"},
+    {"+1.5 hrs", "90m", ForeTime::FORE, 5400, 5400, 1, "90 minute"},
+    {"36-hour forecast", "36", ForeTime::FORE, 129600, 129600, 36, "36 hour"},
+    {"15 min fcst", "15m", ForeTime::FORE, 900, 900, 0, "15 minute"},
+    {"90 Minutes", "90m", ForeTime::FORE, 5400, 5400, 1, "90 minute"},
+    {"2 days", "48", ForeTime::FORE, 172800, 172800, 48, "48 hour"},
+    {"anl", "anal", ForeTime::ANAL, 0, 0, 0, "analysis"},
+    {"15-30 min acc fcst", "15m-30macc", ForeTime::ACC, 900, 1800, 0, "15-30 minute accumulation"},
+    {"1-2 d max", "24-48max", ForeTime::MAX, 86400, 172800, 48, "24-48 hour maximum"},
+    {"f00-f06", "0-6range", ForeTime::RANGE, 0, 21600, 6, "0-6 hour period"},
     {"any", "any", ForeTime::ANY, M, M, M, "any time"},
     {"none", "", ForeTime::NONE, M, M, M, "data"},
     {"", "", ForeTime::NONE, M, M, M, "data"},
@@ -69,8 +81,10 @@ TEST(ForeTime, TextsLabelsAndHours)
 
 TEST(ForeTime, RefusalsLeaveTheTimeAsItWas)
 {
-    for (char const * const bad : {"x", "24x", "acc", "24-", "24-6acc", "6-12anal", "6-12fore", "24 24",
-                                   "--6", "1e9d", "99999999999", "24acc!", "0-24acc7", "nan", "inf", "-"}) {
+    for (char const * const bad :
+         {"x",   "24x",  "acc",         "24-",    "24-6acc",  "6-12anal", "6-12fore",  "24 24",
+          "--6", "1e9d", "99999999999", "24acc!", "0-24acc7", "nan",      "inf",       "-",
+          "f",   "t+",   "f-6",         "+-6",    "fx6",      "24-hx",    "6 fcst acc"}) {
         ForeTime fore(6);
         EXPECT_EQ(fore.set(bad), 0) << bad;
         EXPECT_EQ(fore, ForeTime(6)) << bad;
