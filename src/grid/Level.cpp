@@ -29,6 +29,7 @@ constexpr int GRIB_MISSING = 255;
 constexpr std::string_view NOT_SET = "miss";
 /// Leads the text of a kind that has no words: "L123", "L123:4.5", "L123:4-5".
 constexpr char CODE_LEAD = 'l';
+constexpr std::string_view FLIGHT_LEVEL = "fl";
 
 /// A value as the level keeps it; none where it is missing or not finite in a float.
 std::optional<float> usable(double value)
@@ -93,6 +94,20 @@ std::optional<Numbers> takeNumbers(std::string_view & text)
     return numbers;
 }
 
+/// The second value of a layer whose values both have their unit, "1000mb-500mb".
+void takeSecond(std::string_view & text, Numbers & numbers)
+{
+    auto const unit = text.substr(0, text.find('-'));
+    if (unit.empty() || unit.size() == text.size())
+        return;
+    auto rest = text.substr(unit.size() + 1);
+    auto const second = takeNumber(rest);
+    if (second && rest == unit) {
+        numbers.second = second;
+        text = rest;
+    }
+}
+
 /// A word or suffix of the vocabulary; the table's own come before the other ways to write them.
 std::optional<detail::LevelAlias> findText(std::string_view text, bool has_value)
 {
@@ -133,6 +148,27 @@ int setByCode(Level & level, std::string_view text)
     text.remove_prefix(1);
     auto const numbers = takeNumbers(text);
     return numbers && text.empty() ? setNumbers(level, {"", code}, *numbers) : 0;
+}
+
+/// "fl340", "fl180-240", "fl180-fl240": pressures.
+int setByFlightLevel(Level & level, std::string_view text)
+{
+    auto const take = [&text]() -> std::optional<double> {
+        if (text.starts_with(FLIGHT_LEVEL))
+            text.remove_prefix(FLIGHT_LEVEL.size());
+        auto const number = takeNumber(text);
+        return number ? detail::flightLevelPressure(*number) : std::nullopt;
+    };
+    Numbers pressures{0, std::nullopt};
+    auto const first = take();
+    bool const is_layer = first && text.starts_with('-');
+    if (is_layer) {
+        text.remove_prefix(1);
+        pressures.second = take();
+    }
+    pressures.first = first.value_or(0);
+    bool const is_read = first && text.empty() && (!is_layer || pressures.second);
+    return is_read ? setNumbers(level, {"", Level::PRES}, pressures) : 0;
 }
 
 /// A value behind its word, "sigma 0.995" or "hybrid 60": the kinds without a unit, and potential temperature.
@@ -390,8 +426,12 @@ int Level::decode(char const * text)
         return set(word->code);
     if (words.size() > 1 && words[0] == CODE_LEAD && detail::isDigit(words[1]))
         return setByCode(*this, words);
+    if (words.starts_with(FLIGHT_LEVEL) && words.size() > 2 && detail::isDigit(words[2]))
+        return setByFlightLevel(*this, words);
     std::string_view rest = words;
-    auto const numbers = takeNumbers(rest);
+    auto numbers = takeNumbers(rest);
+    if (numbers && !numbers->second)
+        takeSecond(rest, *numbers);
     auto const unit = numbers ? findText(rest, true) : std::nullopt;
     if (unit)
         return setNumbers(*this, *unit, *numbers);

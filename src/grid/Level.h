@@ -77,7 +77,8 @@ public:
     int set(Level const & level);
 
     /// Reads a level text (see docs: "500mb", "2m", "sfc", "1000-500mb", "0-10cm", "0.995sigma", "2pvu"), in
-    /// any case, with or without blanks. A bare number is a pressure in hPa. "miss" forgets the level.
+    /// any case, with or without blanks. A bare number is a pressure in hPa, and so is a flight level
+    /// ("FL340" is 250 hPa). "miss" forgets the level.
     /// Returns 0, prints a warning and changes nothing when the text is no level.
     int set(char const * text);
     /// The same without a message.

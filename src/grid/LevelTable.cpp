@@ -3,6 +3,7 @@
 #include "grid/Level.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace Yul::detail {
 namespace {
@@ -108,6 +109,8 @@ constexpr LevelAlias ALIASES[] = {
     {"millibar", Level::PRES},
     {"millibars", Level::PRES},
     {"mblayer", Level::PRES},
+    {"mblevel", Level::PRES},
+    {"hpalevel", Level::PRES},
     {"hpalayer", Level::PRES},
     {"pa", Level::PRES, 0.01},
     {"kpa", Level::PRES, 10},
@@ -118,12 +121,17 @@ constexpr LevelAlias ALIASES[] = {
     {"meter", Level::HGT},
     {"meters", Level::HGT},
     {"maboveground", Level::HGT},
+    {"mabovegroundlevel", Level::HGT},
+    {"metresaboveground", Level::HGT},
+    {"metersaboveground", Level::HGT},
     {"mabovegnd", Level::HGT},
     {"km", Level::HGT, 1000},
     {"kmagl", Level::HGT, 1000},
     {"kmaboveground", Level::HGT, 1000},
     {"ft", Level::HGT, 0.3048},
+    {"feet", Level::HGT, 0.3048},
     {"ftagl", Level::HGT, 0.3048},
+    {"feetagl", Level::HGT, 0.3048},
     {"ftaboveground", Level::HGT, 0.3048},
     {"masl", Level::HGT_MSL},
     {"mamsl", Level::HGT_MSL},
@@ -131,7 +139,11 @@ constexpr LevelAlias ALIASES[] = {
     {"mabovesealevel", Level::HGT_MSL},
     {"mabovemeansealevel", Level::HGT_MSL},
     {"kmmsl", Level::HGT_MSL, 1000},
+    {"kmasl", Level::HGT_MSL, 1000},
+    {"kmamsl", Level::HGT_MSL, 1000},
     {"ftmsl", Level::HGT_MSL, 0.3048},
+    {"ftasl", Level::HGT_MSL, 0.3048},
+    {"ftamsl", Level::HGT_MSL, 0.3048},
     {"sig", Level::SIGMA},
     {"sigmalevel", Level::SIGMA},
     {"hyb", Level::HYBRID},
@@ -142,6 +154,8 @@ constexpr LevelAlias ALIASES[] = {
     {"mbgl", Level::DEPTH, 100},
     {"theta", Level::THETA},
     {"ktheta", Level::THETA},
+    {"kisentropic", Level::THETA},
+    {"kisentropiclevel", Level::THETA},
     {"kpotentialtemperature", Level::THETA},
     {"hpaagl", Level::PRES_GND},
     {"mbgnd", Level::PRES_GND},
@@ -172,7 +186,10 @@ constexpr LevelAlias ALIASES[] = {
     {"topofatmosphere", Level::TOA},
     {"nominaltop", Level::TOA},
     {"entireatmosphere", Level::ATMOS},
+    {"entireatmosphere(consideredasasinglelayer)", Level::ATMOS},
+    {"atmosphere", Level::ATMOS},
     {"column", Level::ATMOS},
+    {"totalcolumn", Level::ATMOS},
     {"eatm", Level::ATMOS},
     {"entireocean", Level::OCEAN},
     {"blcloudlayer", Level::BL_CLOUD},
@@ -272,7 +289,41 @@ constexpr LevelGrib1 GRIB1[] = {
     {254, 254},
 };
 
+struct FlightLevel
+{
+    int number;
+    double pressure; ///< hPa
+};
+
+/// ICAO Annex 3, appendix 2.
+constexpr FlightLevel FLIGHT_LEVELS[] = {
+    {50, 850},  {80, 750},  {100, 700}, {140, 600}, {180, 500}, {210, 450},
+    {240, 400}, {270, 350}, {300, 300}, {320, 275}, {340, 250}, {360, 225},
+    {390, 200}, {410, 175}, {450, 150}, {480, 125}, {530, 100},
+};
+
+/// Pressure of the standard atmosphere in hPa up to 20 km, for a geopotential height in metres.
+double standardPressure(double height)
+{
+    constexpr double TROPOPAUSE = 11000;
+    if (height <= TROPOPAUSE)
+        return 1013.25 * std::pow(1 - 0.0065 * height / 288.15, 5.255880);
+    return 226.3206 * std::exp(-(height - TROPOPAUSE) / 6341.616);
+}
+
 } // namespace
+
+std::optional<double> flightLevelPressure(double flight_level) noexcept
+{
+    constexpr double HIGHEST = 650;
+    constexpr double METRES = 30.48;
+    if (!(flight_level >= 0 && flight_level <= HIGHEST))
+        return std::nullopt;
+    for (auto const & row : FLIGHT_LEVELS)
+        if (row.number == flight_level)
+            return row.pressure;
+    return std::round(10 * standardPressure(METRES * flight_level)) / 10;
+}
 
 std::span<LevelKind const> levelKinds() noexcept
 {

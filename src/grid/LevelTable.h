@@ -1,6 +1,7 @@
 // The vocabulary of vertical levels.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -49,6 +50,11 @@ struct LevelGrib1
 [[nodiscard]] std::span<LevelKind const> levelKinds() noexcept;
 [[nodiscard]] std::span<LevelAlias const> levelAliases() noexcept;
 [[nodiscard]] std::span<LevelGrib1 const> levelsGrib1() noexcept;
+
+/// Pressure in hPa of a flight level (hundreds of feet, 0 to 650): where aviation charts give it to a
+/// pressure of their own, that one, otherwise the pressure of the standard atmosphere to a tenth.
+/// Sources: ICAO Annex 3, appendix 2 (flight levels of the world area forecasts); ICAO Doc 7488.
+[[nodiscard]] std::optional<double> flightLevelPressure(double flight_level) noexcept;
 
 /// The kind with this code, or null.
 [[nodiscard]] LevelKind const * findLevelKind(int code) noexcept;

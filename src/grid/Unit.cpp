@@ -94,7 +94,8 @@ constexpr double DEGREE = 3.14159265358979323846 / 180;
 constexpr double KNOT = 1852.0 / 3600.0;
 
 /// Compared exactly first, then in any case, in this order. Sources: BIPM, The International System of Units,
-/// 9th edition, tables 1 to 8; NIST Special Publication 811, appendix B (inch, foot, mile, mercury).
+/// 9th edition, tables 1 to 8; NIST Special Publication 811, appendix B (inch, foot, mile, mercury, calorie).
+/// A Dobson unit, 0.44615 mmol m-2, counts as a mass of ozone (47.9982 g mol-1), as models store the column.
 constexpr Row UNITS[] = {
     {"m", length(1)},
     {"km", length(1000)},
@@ -108,26 +109,57 @@ constexpr Row UNITS[] = {
     {"meter", length(1)},
     {"metres", length(1)},
     {"meters", length(1)},
+    {"micron", length(1e-6)},
+    {"microns", length(1e-6)},
+    {"millimetre", length(0.001)},
+    {"millimetres", length(0.001)},
+    {"millimeter", length(0.001)},
+    {"millimeters", length(0.001)},
+    {"centimetre", length(0.01)},
+    {"centimetres", length(0.01)},
+    {"centimeter", length(0.01)},
+    {"centimeters", length(0.01)},
+    {"kilometre", length(1000)},
+    {"kilometres", length(1000)},
+    {"kilometer", length(1000)},
+    {"kilometers", length(1000)},
     {"gpm", length(1)},
     {"gpdam", length(10)},
     {"dagpm", length(10)},
     {"gpdm", length(10)},
     {"ft", length(0.3048)},
+    {"foot", length(0.3048)},
+    {"feet", length(0.3048)},
     {"kft", length(304.8)},
     {"in", length(0.0254)},
     {"inch", length(0.0254)},
     {"inches", length(0.0254)},
+    {"yd", length(0.9144)},
     {"mi", length(1609.344)},
+    {"mile", length(1609.344)},
+    {"miles", length(1609.344)},
+    {"SM", length(1609.344)},
     {"nmi", length(1852)},
+    {"NM", length(1852)},
+    {"L", {{3}, 1e-3, 0}},
+    {"litre", {{3}, 1e-3, 0}},
+    {"litres", {{3}, 1e-3, 0}},
+    {"liter", {{3}, 1e-3, 0}},
+    {"liters", {{3}, 1e-3, 0}},
     {"kg", mass(1)},
     {"g", mass(1e-3)},
     {"mg", mass(1e-6)},
     {"ug", mass(1e-9)},
     {"s", duration(1)},
     {"sec", duration(1)},
+    {"second", duration(1)},
+    {"seconds", duration(1)},
     {"min", duration(60)},
+    {"minute", duration(60)},
+    {"minutes", duration(60)},
     {"h", duration(3600)},
     {"hr", duration(3600)},
+    {"hrs", duration(3600)},
     {"hour", duration(3600)},
     {"hours", duration(3600)},
     {"d", duration(86400)},
@@ -140,6 +172,7 @@ constexpr Row UNITS[] = {
     {"degC", temperature(1, 273.15)},
     {"degF", temperature(5.0 / 9, 459.67 * 5 / 9)},
     {"kelvin", temperature(1, 0)},
+    {"kelvins", temperature(1, 0)},
     {"celsius", temperature(1, 273.15)},
     {"fahrenheit", temperature(5.0 / 9, 459.67 * 5 / 9)},
     {"Pa", pressure(1)},
@@ -148,32 +181,63 @@ constexpr Row UNITS[] = {
     {"mb", pressure(100)},
     {"mbar", pressure(100)},
     {"millibar", pressure(100)},
+    {"millibars", pressure(100)},
+    {"pascal", pressure(1)},
+    {"pascals", pressure(1)},
+    {"hectopascal", pressure(100)},
+    {"hectopascals", pressure(100)},
     {"bar", pressure(1e5)},
+    {"dbar", pressure(1e4)},
+    {"atm", pressure(101325)},
+    {"torr", pressure(101325.0 / 760)},
+    {"psi", pressure(6894.757)},
     {"inHg", pressure(3386.389)},
     {"mmHg", pressure(133.3224)},
     {"kt", speed(KNOT)},
     {"kts", speed(KNOT)},
+    {"kn", speed(KNOT)},
     {"knot", speed(KNOT)},
     {"knots", speed(KNOT)},
     {"mph", speed(0.44704)},
     {"kph", speed(1 / 3.6)},
+    {"kmh", speed(1 / 3.6)},
+    {"kmph", speed(1 / 3.6)},
+    {"mps", speed(1)},
     {"N", {{1, 1, -2}, 1, 0}},
     {"J", energy(1)},
     {"kJ", energy(1e3)},
     {"MJ", energy(1e6)},
+    {"cal", energy(4.184)},
     {"W", power(1)},
+    {"mW", power(1e-3)},
     {"kW", power(1e3)},
+    {"MW", power(1e6)},
     {"Hz", rate(1)},
     {"Bq", rate(1)},
     {"mol", {{0, 0, 0, 0, 1}, 1, 0}},
+    {"DU", {{-2, 1}, 2.14145e-5, 0}},
+    {"dobson", {{-2, 1}, 2.14145e-5, 0}},
+    {"Sv", {{3, 0, -1}, 1e6, 0}},
     {"rad", angle(1)},
+    {"radian", angle(1)},
+    {"radians", angle(1)},
+    {"sr", number(1)},
     {"deg", angle(DEGREE)},
     {"degree", angle(DEGREE)},
     {"degrees", angle(DEGREE)},
     {"%", number(0.01)},
     {"percent", number(0.01)},
+    {"pct", number(0.01)},
+    {"tenths", number(0.1)},
+    {"okta", number(0.125)},
+    {"oktas", number(0.125)},
+    {"octas", number(0.125)},
+    {"eighths", number(0.125)},
+    {"psu", number(1e-3)},
     {"ppm", number(1e-6)},
+    {"ppmv", number(1e-6)},
     {"ppb", number(1e-9)},
+    {"ppbv", number(1e-9)},
     {"numeric", number(1)},
     {"proportion", number(1)},
     {"fraction", number(1)},
@@ -182,8 +246,41 @@ constexpr Row UNITS[] = {
 
 /// Texts that are no products of units.
 constexpr std::pair<std::string_view, std::string_view> WHOLE_TEXTS[] = {
-    {"deg c", "degC"},   {"degrees c", "degC"},  {"deg f", "degF"},      {"degrees f", "degF"},
-    {"deg true", "deg"}, {"degree true", "deg"}, {"non-dim", "numeric"}, {"(0 - 1)", "numeric"},
+    {"deg c", "degC"},
+    {"degrees c", "degC"},
+    {"deg f", "degF"},
+    {"degrees f", "degF"},
+    {"degree c", "degC"},
+    {"deg celsius", "degC"},
+    {"degree celsius", "degC"},
+    {"degrees celsius", "degC"},
+    {"degree f", "degF"},
+    {"deg fahrenheit", "degF"},
+    {"degree fahrenheit", "degF"},
+    {"degrees fahrenheit", "degF"},
+    {"deg k", "K"},
+    {"degree k", "K"},
+    {"degrees k", "K"},
+    {"degree kelvin", "K"},
+    {"degrees kelvin", "K"},
+    {"deg true", "deg"},
+    {"degree true", "deg"},
+    {"degrees true", "deg"},
+    {"degree north", "deg"},
+    {"degrees north", "deg"},
+    {"degree east", "deg"},
+    {"degrees east", "deg"},
+    {"nautical mile", "nmi"},
+    {"nautical miles", "nmi"},
+    {"statute mile", "mi"},
+    {"statute miles", "mi"},
+    {"in hg", "inHg"},
+    {"mm hg", "mmHg"},
+    {"dobson unit", "DU"},
+    {"dobson units", "DU"},
+    {"non-dim", "numeric"},
+    {"(0 - 1)", "numeric"},
+    {"dimensionless", "numeric"},
 };
 
 constexpr int MAX_POWER = 99;
@@ -200,9 +297,45 @@ std::optional<Quantity> findUnit(std::string_view text)
     return std::nullopt;
 }
 
-/// Blanks for underscores, "^" for "**", trimmed.
-std::string tidied(std::string_view text)
+struct Symbol
 {
+    std::string_view utf8;
+    std::string_view plain;
+    bool is_power = false;
+};
+
+/// Signs outside ASCII that units are written with.
+constexpr Symbol SYMBOLS[] = {
+    {"\u00b0", "deg"},     {"\u00ba", "deg"},     {"\u2103", "degC"},    {"\u2109", "degF"},
+    {"\u00b5", "u"},       {"\u03bc", "u"},       {"\u00b7", " "},       {"\u22c5", " "},
+    {"\u2212", "-"},       {"\u207b", "-", true}, {"\u207a", "+", true}, {"\u2070", "0", true},
+    {"\u00b9", "1", true}, {"\u00b2", "2", true}, {"\u00b3", "3", true}, {"\u2074", "4", true},
+    {"\u2075", "5", true}, {"\u2076", "6", true}, {"\u2077", "7", true}, {"\u2078", "8", true},
+    {"\u2079", "9", true},
+};
+
+/// The text in ASCII as far as its signs are known: "\u00b0C" is "degC", "s\u207b\u00b9" is "s^-1".
+std::string plainText(std::string_view text)
+{
+    std::string out;
+    bool in_power = false;
+    while (!text.empty()) {
+        auto const * const symbol = std::ranges::find_if(
+            SYMBOLS, [text](Symbol const & known) { return text.starts_with(known.utf8); });
+        bool const is_known = symbol != std::end(SYMBOLS);
+        if (is_known && symbol->is_power && !in_power)
+            out += '^';
+        in_power = is_known && symbol->is_power;
+        out += is_known ? symbol->plain : text.substr(0, 1);
+        text.remove_prefix(is_known ? symbol->utf8.size() : 1);
+    }
+    return out;
+}
+
+/// In ASCII, with blanks for underscores and "^" for "**", trimmed.
+std::string tidied(std::string_view original)
+{
+    std::string const text = plainText(original);
     std::string out;
     for (std::size_t i = 0; i < text.size(); ++i) {
         char const c = text[i] == '_' || detail::isBlank(text[i]) ? ' ' : text[i];
@@ -221,6 +354,8 @@ std::string tidied(std::string_view text)
 /// Reads a product of units: "kg m-2 s-1", "10^-6 g/m^3".
 class Reader
 {
+    static constexpr std::string_view DIVIDERS[] = {"/", "per "};
+
 public:
     explicit Reader(std::string_view whole) : text(whole) {}
 
@@ -247,7 +382,7 @@ public:
     }
 
 private:
-    /// A slash wins over the blanks round it.
+    /// A slash wins over the blanks round it, and so does "per".
     std::optional<char> takeSeparator()
     {
         std::optional<char> found;
@@ -255,9 +390,11 @@ private:
             found = text[0];
             text.remove_prefix(1);
         }
-        if (text.starts_with('/')) {
+        auto const slash = std::ranges::find_if(
+            DIVIDERS, [this](std::string_view divider) { return text.starts_with(divider); });
+        if (slash != std::end(DIVIDERS)) {
             found = '/';
-            text.remove_prefix(1);
+            text.remove_prefix(slash->size());
             while (text.starts_with(' '))
                 text.remove_prefix(1);
         }

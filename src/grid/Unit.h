@@ -9,8 +9,10 @@ namespace Yul {
 ///
 /// A unit text is a product of units with powers, in the forms that data centres use: "m s-1", "m/s",
 /// "m s**-1", "kg m^-2", "K", "hPa", "mb", "dam", "kt", "%". Letters count in their case where it matters
-/// ("m" and "M"); "c", "f", "k", "pa", "hpa" and the like are accepted too. Temperatures convert with their
-/// zero points when they stand alone. A mass of water over an area converts to a depth (1 kg m-2 is 1 mm).
+/// ("m" and "M", "nm" and "NM"); "c", "f", "k", "pa", "hpa" and the like are accepted too, and so are degree
+/// signs, micro signs and raised digits in UTF-8. Temperatures convert with their zero points when they stand
+/// alone. A mass of water over an area converts to a depth (1 kg m-2 is 1 mm), a Dobson unit to the mass of
+/// its ozone.
 /// Units of different quantities do not convert; texts that are equal always do, known or not.
 class Unit
 {

@@ -21,23 +21,6 @@ namespace {
 
 using Row = VarNameItem const *;
 
-/// Other names in common use, first the variable's own.
-constexpr std::pair<std::string_view, std::string_view> OTHER_NAMES[] = {
-    {"TMP", "T"},       {"TMP", "TEMP"},   {"TMP", "2T"},       {"TMP", "T2M"},    {"DPT", "TD"},
-    {"DPT", "2D"},      {"DPT", "D2M"},    {"DPT", "DEWPOINT"}, {"POT", "PT"},     {"POT", "THETA"},
-    {"EPOT", "THETAE"}, {"HGT", "GH"},     {"HGT", "HEIGHT"},   {"GP", "Z"},       {"UGRD", "U"},
-    {"UGRD", "10U"},    {"UGRD", "U10"},   {"VGRD", "V"},       {"VGRD", "10V"},   {"VGRD", "V10"},
-    {"WIND", "WS"},     {"WIND", "WSPD"},  {"WIND", "10SI"},    {"GUST", "10FG"},  {"VVEL", "OMEGA"},
-    {"VVEL", "W"},      {"DZDT", "WZ"},    {"RELV", "VO"},      {"RELV", "VORT"},  {"ABSV", "ABSVORT"},
-    {"RELD", "D"},      {"RELD", "DIV"},   {"PVORT", "PV"},     {"PRES", "P"},     {"PRES", "SP"},
-    {"PRMSL", "MSL"},   {"PRMSL", "MSLP"}, {"PRMSL", "SLP"},    {"PRMSL", "PMSL"}, {"RH", "R"},
-    {"RH", "RELH"},     {"SPFH", "Q"},     {"PWAT", "PW"},      {"PWAT", "TCWV"},  {"APCP", "TP"},
-    {"APCP", "PRECIP"}, {"APCP", "RAIN"},  {"NCPCP", "LSP"},    {"ACPCP", "CP"},   {"SNOD", "SNOWDEPTH"},
-    {"WEASD", "SD"},    {"TCDC", "TCC"},   {"LCDC", "LCC"},     {"MCDC", "MCC"},   {"HCDC", "HCC"},
-    {"CLMR", "CLWMR"},  {"GRLE", "GRMR"},  {"U-GWD", "UGWD"},   {"V-GWD", "VGWD"}, {"TMAX", "MX2T"},
-    {"TMIN", "MN2T"},   {"LAND", "LSM"},   {"HTSGW", "SWH"},    {"WTMP", "SST"},   {"VIS", "VISIBILITY"},
-};
-
 std::array<std::span<VarNameItem const>, 8> const & tables()
 {
     static std::array const all{detail::temperatureVariables(), detail::dynamicsVariables(),
@@ -54,11 +37,34 @@ std::string lower(std::string_view text)
     return out;
 }
 
+/// Small letters, with one blank for what separates words: blanks, "_" and "-".
+std::string words(std::string_view text)
+{
+    std::string out;
+    for (char const c : text) {
+        bool const separates = detail::isBlank(c) || c == '_' || c == '-';
+        if (!separates)
+            out += detail::toLower(c);
+        else if (!out.empty() && out.back() != ' ')
+            out += ' ';
+    }
+    if (out.ends_with(' '))
+        out.pop_back();
+    return out;
+}
+
+std::string withoutBlanks(std::string text)
+{
+    std::erase(text, ' ');
+    return text;
+}
+
 /// The ways into the table, made on the first look-up.
 struct Catalogue
 {
     std::vector<Row> rows; // in the order of the index
     std::unordered_map<std::string, Row> by_name;
+    std::unordered_map<std::string, Row> by_words;
     std::unordered_map<int, Row> by_index;
     std::unordered_map<int, Row> by_grib1;
 
@@ -76,10 +82,13 @@ struct Catalogue
         for (auto const * const row : rows)
             if (row->alternate > 0)
                 by_index.emplace(row->alternate, row);
-        for (auto const & [name, other] : OTHER_NAMES)
-            by_name.emplace(lower(other), by_name.at(lower(name)));
+        for (auto const & [name, others] : detail::otherNames())
+            for (auto const other : detail::split(others, ',')) {
+                by_words.emplace(words(other), by_name.at(lower(name)));
+                by_words.emplace(withoutBlanks(words(other)), by_name.at(lower(name)));
+            }
         for (auto const * const row : rows)
-            by_name.emplace(lower(row->long_name), row);
+            by_words.emplace(words(row->long_name), row);
     }
 };
 
@@ -155,7 +164,10 @@ VarNameItem const * VarName::find(char const * name)
 {
     constexpr std::size_t LONGEST = 200;
     auto const text = detail::viewOf(name);
-    return text.empty() || text.size() > LONGEST ? nullptr : lookUp(catalogue().by_name, lower(text));
+    if (text.empty() || text.size() > LONGEST)
+        return nullptr;
+    auto const * const row = lookUp(catalogue().by_name, lower(text));
+    return row != nullptr ? row : lookUp(catalogue().by_words, words(text));
 }
 
 VarNameItem const * VarName::find(int index)

@@ -48,7 +48,8 @@ public:
     /// Row i in the order of the index; null for a row outside the table.
     [[nodiscard]] static VarNameItem const * get(int i);
 
-    /// By short name in any case, or by a common other name ("GH" for HGT, "T" for TMP, "height").
+    /// By short name in any case, or by the long name or a common other name ("GH" for HGT, "wind gust",
+    /// "sea_surface_temperature"), in which blanks, "_" and "-" are the same.
     [[nodiscard]] static VarNameItem const * find(char const * name);
     /// By index or by alternate identifier.
     [[nodiscard]] static VarNameItem const * find(int index);

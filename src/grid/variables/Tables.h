@@ -4,6 +4,7 @@
 #include "grid/VarName.h"
 
 #include <span>
+#include <string_view>
 
 namespace Yul::detail {
 
@@ -16,6 +17,15 @@ namespace Yul::detail {
 [[nodiscard]] std::span<VarNameItem const> landVariables() noexcept;
 [[nodiscard]] std::span<VarNameItem const> satelliteVariables() noexcept;
 [[nodiscard]] std::span<VarNameItem const> oceanVariables() noexcept;
+
+/// What else a variable is called.
+struct OtherNames
+{
+    std::string_view name;   ///< the variable's short name
+    std::string_view others; ///< separated by commas, in any case
+};
+
+[[nodiscard]] std::span<OtherNames const> otherNames() noexcept;
 
 /// A parameter of a centre's own table of edition 1.
 struct VarGrib1

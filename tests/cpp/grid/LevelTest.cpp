@@ -47,6 +47,11 @@ constexpr TextCase TEXT_CASES[] = {
     {"0.1mb", Level::PRES, 0.1F, MISS, "0.1mb", "0.1 hPa"},
     {"1000-500mb", Level::PRES, 1000, 500, "1000-500mb", "1000-500 hPa"},
     {"500 - 1000 MB", Level::PRES, 500, 1000, "500-1000mb", "500-1000 hPa"},
+    {"1000 mb - 500 mb", Level::PRES, 1000, 500, "1000-500mb", "1000-500 hPa"},
+    {"FL340", Level::PRES, 250, MISS, "250mb", "250 hPa"},
+    {"fl 350", Level::PRES, 238.4F, MISS, "238.4mb", "238.4 hPa"},
+    {"FL370", Level::PRES, 216.6F, MISS, "216.6mb", "216.6 hPa"},
+    {"FL180-FL240", Level::PRES, 500, 400, "500-400mb", "500-400 hPa"},
     {"2m", Level::HGT, 2, MISS, "2m", "2 m above ground"},
     {"2 m above ground", Level::HGT, 2, MISS, "2m", "2 m above ground"},
     {"3km", Level::HGT, 3000, MISS, "3000m", "3000 m above ground"},
@@ -141,6 +146,14 @@ TEST(Level, RefusesOtherTextsAndKeepsWhatItWas)
                               ".",
                               "-.mb",
                               "1000-500-300mb",
+                              "1000mb-500m",
+                              "1000mb-500",
+                              "FL",
+                              "FL-1",
+                              "FL651",
+                              "FL180-",
+                              "FL180-FL900",
+                              "FL180ft",
                               endless.c_str()}) {
         Level level(Level::HGT, 2);
         EXPECT_EQ(level.decode(text), 0) << (text != nullptr ? text : "null");

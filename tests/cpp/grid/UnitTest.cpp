@@ -52,6 +52,20 @@ constexpr UnitCase UNIT_CASES[] = {
     {"DU", "DU", 300, 300},
     {"", "", 3, 3},
     {"HPA", "KPA", 1000, 100},
+    {"K", "\u00b0C", 273.15F, 0},
+    {"degrees_Celsius", "\u2109", 100, 212},
+    {"\u00b0", "rad", 180, 3.1415927F},
+    {"m s\u207b\u00b9", "kmh", 10, 36},
+    {"\u00b5g m\u207b\u00b3", "g per m3", 1e6F, 1},
+    {"10\u207b\u2075 s\u207b\u00b9", "s-1", 3, 3e-5F},
+    {"miles", "km", 10, 16.09344F},
+    {"NM", "km", 1, 1.852F},
+    {"km", "nm", 1, 1e12F},
+    {"feet per minute", "m/s", 1000, 5.08F},
+    {"oktas", "%", 4, 50},
+    {"DU", "kg m-2", 300, 0.00642435F},
+    {"L/m2", "mm", 3, 3},
+    {"degrees_north", "deg", 45, 45},
 };
 
 TEST(Unit, ConvertsThereAndBack)

@@ -1,5 +1,6 @@
 #include "grid/Variable.h"
 
+#include "core/StrLib.h"
 #include "grid/variables/Tables.h"
 
 #include <climits>
@@ -89,6 +90,35 @@ TEST(VarName, TableIsInOrderAndUnambiguous)
     EXPECT_EQ(VarName::get(-1), nullptr);
     EXPECT_EQ(VarName::get(VarName::getNum()), nullptr);
     EXPECT_EQ(VarName::get(INT_MIN), nullptr);
+}
+
+TEST(VarName, OtherNamesFindTheirVariable)
+{
+    std::set<std::string> seen;
+    for (auto const & [name, others] : detail::otherNames())
+        for (auto const other : detail::split(others, ',')) {
+            auto const * const item = VarName::find(std::string(other).c_str());
+            ASSERT_NE(item, nullptr) << other;
+            EXPECT_EQ(item->name, name) << other;
+            EXPECT_TRUE(seen.emplace(other).second) << other << " stands twice";
+        }
+    constexpr std::pair<char const *, char const *> CASES[] = {
+        {"Wind Gust", "GUST"},
+        {"windgust", "GUST"},
+        {"dew-point temperature", "DPT"},
+        {"sea_surface_temperature", "WTMP"},
+        {"10m_u_component_of_wind", "UGRD"},
+        {" mean  sea level pressure ", "PRMSL"},
+        {"relative_humidity", "RH"},
+        {"soil_m", "SOIL_M"},
+    };
+    for (auto const & [text, name] : CASES) {
+        auto const * const item = VarName::find(text);
+        ASSERT_NE(item, nullptr) << text;
+        EXPECT_STREQ(item->name, name) << text;
+    }
+    for (char const * text : {"", " ", "_", "-", "wind gust x"})
+        EXPECT_EQ(VarName::find(text), nullptr) << text;
 }
 
 TEST(VarName, LocalParametersStandForVariables)

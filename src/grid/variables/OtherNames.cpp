@@ -1,0 +1,108 @@
+// What variables are called besides their short and long names: other short names of models and archives, words of
+// everyday use, standard names of the CF conventions.
+#include "grid/variables/Tables.h"
+
+namespace Yul::detail {
+namespace {
+
+/// Words are separated by one blank. A word belongs to one variable alone.
+constexpr OtherNames ROWS[] = {
+    {"TMP", "T,TEMP,2T,T2,T2M,air temperature,2 metre temperature,2m temperature"},
+    {"VTMP", "VT"},
+    {"POT", "PT,THETA,air potential temperature"},
+    {"EPOT", "THETAE,theta e,equivalent potential temperature,air equivalent potential temperature"},
+    {"TMAX", "MX2T,max temperature"},
+    {"TMIN", "MN2T,min temperature"},
+    {"DPT", "TD,2D,D2M,dew point,dew point temperature,2 metre dewpoint temperature,2m dewpoint temperature"},
+    {"DEPR", "dew point depression,dewpoint depression"},
+    {"LHTFL", "latent heat flux"},
+    {"SHTFL", "sensible heat flux"},
+    {"WCF", "wind chill"},
+    {"WETBT", "wet bulb,wet bulb temperature"},
+    {"SKINT", "SKT"},
+    {"APTMP", "feels like"},
+    {"SPFH", "Q,2SH"},
+    {"RH", "R,RELH,2R,humidity"},
+    {"MIXR", "mixing ratio,humidity mixing ratio"},
+    {"PWAT",
+     "PW,TCWV,total column water vapour,total column water vapor,atmosphere mass content of water vapor"},
+    {"PRATE", "precip rate,rain rate,rainfall rate,precipitation flux"},
+    {"APCP", "TP,precip,precipitation,precipitation amount,rain,rainfall"},
+    {"NCPCP", "LSP,large scale precipitation,large scale precipitation amount"},
+    {"ACPCP", "CP,convective precipitation amount"},
+    {"SNOD", "SDE,surface snow thickness"},
+    {"WEASD", "SD,SWE,snow water equivalent,surface snow amount"},
+    {"ASNOW", "snowfall"},
+    {"PTYPE", "precip type"},
+    {"CLMR", "CLWMR,cloud liquid water mixing ratio"},
+    {"GRLE", "GRMR"},
+    {"WDIR", "WD,DD,10WDIR,wind direction,wind from direction"},
+    {"WIND", "WS,WSPD,FF,10SI"},
+    {"UGRD", "U,10U,U10,eastward wind,zonal wind,u wind,u component of wind,10m u component of wind"},
+    {"VGRD", "V,10V,V10,northward wind,meridional wind,v wind,v component of wind,10m v component of wind"},
+    {"GUST", "10FG,FG10,I10FG,gusts,gust speed,wind gust,wind gusts,wind gust speed,wind speed of gust"},
+    {"VVEL", "OMEGA,W,vertical velocity,lagrangian tendency of air pressure"},
+    {"DZDT", "WZ,upward air velocity"},
+    {"ABSV", "ABSVORT,atmosphere absolute vorticity"},
+    {"RELV", "VO,VORT,vorticity,atmosphere relative vorticity"},
+    {"RELD", "D,DIV,divergence,divergence of wind"},
+    {"PVORT", "PV,ertel potential vorticity"},
+    {"PRES", "P,SP,air pressure,surface pressure,surface air pressure"},
+    {"PRMSL", "MSL,MSLP,SLP,PMSL,sea level pressure,mean sea level pressure,air pressure at sea level,"
+              "air pressure at mean sea level"},
+    {"PTEND", "pressure change"},
+    {"GP", "Z"},
+    {"HGT", "GH,GPH,height"},
+    {"ALTS", "QNH,altimeter"},
+    {"U-GWD", "UGWD"},
+    {"V-GWD", "VGWD"},
+    {"HPBL", "PBLH,BLH,boundary layer height,boundary layer depth,atmosphere boundary layer thickness"},
+    {"DSWRF", "downwelling shortwave flux in air,downward solar radiation"},
+    {"DLWRF", "downwelling longwave flux in air"},
+    {"TCDC", "TCC,CLCT,cloud cover,clouds,cloudiness,cloud area fraction"},
+    {"LCDC", "LCC,CLCL,low cloud,low clouds,low type cloud area fraction"},
+    {"MCDC",
+     "MCC,CLCM,medium cloud,middle cloud,middle clouds,middle cloud cover,medium type cloud area fraction"},
+    {"HCDC", "HCC,CLCH,high cloud,high clouds,high type cloud area fraction"},
+    {"SUNSD", "sunshine"},
+    {"KX", "KI"},
+    {"TOTALX", "TT,total totals"},
+    {"CAPE", "atmosphere convective available potential energy"},
+    {"CIN", "CINH,atmosphere convective inhibition"},
+    {"HLCY", "SRH,helicity"},
+    {"LFTX", "LI,lifted index"},
+    {"4LFTX", "best lifted index"},
+    {"UPHL", "UH,updraft helicity"},
+    {"SHWINX", "showalter"},
+    {"TOZNE", "ozone,TCO3,total column ozone"},
+    {"REFD", "DBZ"},
+    {"REFC", "CREF"},
+    {"RETOP", "echo tops,echo top height"},
+    {"VIS", "visibility in air"},
+    {"POP", "probability of precipitation"},
+    {"WATR", "RO,runoff"},
+    {"LAND", "LSM,land mask,land sea mask,land binary mask"},
+    {"MTERH", "OROG,orography,terrain,terrain height,topography,surface altitude"},
+    {"HTSGW", "SWH,HS,wave height,significant wave height,sea surface wave significant height"},
+    {"WVDIR", "wind wave direction"},
+    {"DIRPW", "wave direction"},
+    {"PERPW", "wave period"},
+    {"WWSDIR", "MWD,mean wave direction"},
+    {"MWSPER", "MWP,mean wave period"},
+    {"PWPER", "PP1D,TPK"},
+    {"ICEC", "SICONC,ice concentration,sea ice,sea ice cover,sea ice concentration,sea ice area fraction"},
+    {"ICETK", "SITHICK,sea ice thickness"},
+    {"WTMP", "SST,sea surface temperature,sea temperature"},
+    {"UOGRD", "ocean u,eastward sea water velocity"},
+    {"VOGRD", "ocean v,northward sea water velocity"},
+    {"SALTY", "sea water salinity"},
+};
+
+} // namespace
+
+std::span<OtherNames const> otherNames() noexcept
+{
+    return ROWS;
+}
+
+} // namespace Yul::detail
