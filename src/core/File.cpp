@@ -54,6 +54,17 @@ bool writeThrough(int descriptor, std::string_view octets)
     return true;
 }
 
+/// Gives back room behind the end of a file that nobody else appends to.
+void giveRoomBack(int descriptor)
+{
+    struct stat info
+    {
+    };
+
+    if (fstat(descriptor, &info) == 0 && S_ISREG(info.st_mode))
+        (void)!ftruncate(descriptor, info.st_size); // without it the room is free when the file is deleted
+}
+
 bool isDirectory(std::FILE * file)
 {
     struct stat info
@@ -77,6 +88,7 @@ File & File::operator=(File && other) noexcept
         file = std::exchange(other.file, nullptr);
         is_pipe = other.is_pipe;
         is_standard = other.is_standard;
+        has_room = other.has_room;
         has_failed = other.has_failed;
         file_name = std::move(other.file_name);
     }
@@ -91,6 +103,7 @@ int File::open(char const * name, char const * mode)
     bool const is_reading = *mode == 'r';
     is_pipe = *name == '|';
     is_standard = is_reading && StrLib::equal(name, "-");
+    has_room = false;
     has_failed = false;
     file_name = name;
     if (is_standard)
@@ -115,6 +128,8 @@ int File::close()
         return 1;
     IgnoreBrokenPipe const ignore;
     bool const is_flushed = std::fflush(closing) == 0;
+    if (has_room && (has_failed || !is_flushed))
+        giveRoomBack(fileno(closing));
     bool const is_closed = (is_pipe ? pclose(closing) : std::fclose(closing)) == 0;
     return is_flushed && is_closed && !has_failed ? 1 : 0;
 }
@@ -137,11 +152,16 @@ int File::reserve([[maybe_unused]] std::size_t octets)
     if (file == nullptr)
         return 0;
 #ifdef FALLOC_FL_KEEP_SIZE
+    int const descriptor = fileno(file);
     auto const position = ftello(file);
-    bool const is_refused = position >= 0 && fallocate(fileno(file), FALLOC_FL_KEEP_SIZE, position,
-                                                       static_cast<off_t>(octets)) != 0;
-    if (is_refused && (errno == ENOSPC || errno == EDQUOT || errno == EFBIG))
+    bool const is_appended_to = (fcntl(descriptor, F_GETFL) & O_APPEND) != 0; // by others as well, perhaps
+    if (has_failed || octets < LARGE || position < 0 || is_appended_to)
+        return has_failed ? 0 : 1;
+    has_room = fallocate(descriptor, FALLOC_FL_KEEP_SIZE, position, static_cast<off_t>(octets)) == 0;
+    if (!has_room && (errno == ENOSPC || errno == EDQUOT || errno == EFBIG)) {
         has_failed = true;
+        giveRoomBack(descriptor); // a part of it may have been taken
+    }
 #endif
     return has_failed ? 0 : 1;
 }

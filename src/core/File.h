@@ -36,7 +36,8 @@ public:
     /// Writes all octets; 0 when the device did not take them. Failures stick: `close` reports them too.
     int write(std::string_view octets);
     /// Asks for room on the disk for so many octets behind what was written, in one piece: large files are written, and later
-    /// replaced, faster. The file's size stays. 0 when the disk has not got it; 1 also where room cannot be asked for.
+    /// replaced, faster. The file's size stays. 0 when the disk has not got it; 1 also where room cannot be asked for, when
+    /// appending, and for few octets, which are not worth the asking. Room that a failure leaves unused is given back.
     int reserve(std::size_t octets);
     /// Hands what was written to the operating system; 0 when it, or anything before it, was lost.
     int flush();
@@ -62,6 +63,7 @@ private:
     std::FILE * file = nullptr;
     bool is_pipe = false;
     bool is_standard = false;
+    bool has_room = false; // was given some by `reserve`
     bool has_failed = false;
     std::string file_name;
 };

@@ -11,6 +11,7 @@
 #include "grid/native/Values.h"
 
 #include <cmath>
+#include <csignal>
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
@@ -22,6 +23,8 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -546,6 +549,41 @@ TEST_F(GridYulFileTest, LostOctetsAreReported)
     GridYulFile file(path().c_str(), 1, 2);
     EXPECT_EQ(file.write(gridOn(LATLON)), 1);
     EXPECT_TRUE(octetsOf(path()).ends_with(BINARY_VALUES)) << "a grid is there when write returns";
+}
+
+TEST_F(GridYulFileTest, AFailureLeavesNoRoomTaken)
+{
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    auto const handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit const small{100000, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    Grid large(400, 400);
+    large.setDomain(Yul::Domain("ll,0,0,400,400,0.5,0.5"));
+    GridYulFile file;
+    EXPECT_EQ(file.write(path().c_str(), 2, large), 0);
+    EXPECT_EQ(file.close(), 0);
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+
+    struct stat info
+    {
+    };
+
+    ASSERT_EQ(stat(path().c_str(), &info), 0);
+    EXPECT_LE(info.st_blocks * 512, 200000); // what was asked for is four times as much
+}
+
+TEST_F(GridYulFileTest, AVariableOfItsOwnKeepsItsUnits)
+{
+    auto grid = gridOn(LATLON);
+    grid.setVar("Front[K km-1]");
+    GridYulFile file;
+    ASSERT_EQ(file.write(path().c_str(), 2, grid), 1);
+    Grid back;
+    ASSERT_EQ(file.read(path().c_str(), 0, back), 1);
+    EXPECT_FALSE(back.getVar().isSet()) << back.getVar().getName();
+    EXPECT_STREQ(back.getUnits(), "K_km-1");
 }
 
 TEST_F(GridYulFileTest, OpensOnlyWhatItKnows)
