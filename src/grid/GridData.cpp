@@ -21,8 +21,8 @@ std::shared_ptr<float[]> takeMemory(std::size_t count)
 {
     std::size_t const octets = (count * sizeof(float) + LINE - 1) / LINE * LINE;
     bool const is_large = octets >= WORTH_LARGE_PAGES;
-    void * const memory = std::aligned_alloc(is_large ? LARGE_PAGE : LINE, octets);
-    if (memory == nullptr)
+    void * memory = nullptr;
+    if (posix_memalign(&memory, is_large ? LARGE_PAGE : LINE, octets) != 0)
         throw std::bad_alloc();
 #ifdef MADV_HUGEPAGE
     if (is_large)
