@@ -79,7 +79,7 @@ int Grid::copyInfo(Grid const & grid)
     info = grid.info;
     date = grid.date;
     nz = grid.nz;
-    domain = grid.domain;
+    setDomain(grid.domain);
     level = grid.level;
     fore = grid.fore;
     var = grid.var;

@@ -20,7 +20,7 @@ int Grids::setNum(int num)
 int Grids::find(GridSpec const & spec) const
 {
     for (std::size_t i = 0; i < all().size(); ++i)
-        if (spec.match(all()[i].getSpec()))
+        if (all()[i].meets(spec))
             return static_cast<int>(i);
     return -1;
 }

@@ -98,14 +98,14 @@ void readOldInfo(Header & header)
 }
 
 /// The variable of an index; one that the table does not have is named by its numbers in GRIB, as a GRIB reader names
-/// it.
+/// it. Without an index, -9999, it has no name.
 Variable variableOf(int index)
 {
     Variable var;
     int const discipline = index / 1000000 - 1;
     int const category = index / 1000 % 1000;
     int const number = index % 1000;
-    if (var.set(index) == 0 && VarName::makeIndex(discipline, category, number) == index)
+    if (var.set(index) == 0 && index > 0 && VarName::makeIndex(discipline, category, number) == index)
         var.set(format("VAR_%d_%d_%d", discipline, category, number).c_str(), "", "", index);
     return var;
 }

@@ -510,6 +510,11 @@ TEST(Grid, KeepsTheLocationsOfItsPoints)
     EXPECT_EQ(point.y, 9);
     Grid const copied(grid);
     EXPECT_FALSE(copied.isLocate());
+    Grid other(3, 2);
+    other.setDomain(polar);
+    grid.copyInfo(other);
+    EXPECT_FALSE(grid.isLocate());
+    ASSERT_EQ(grid.setLocate(), 1);
     grid.setDomain(polar);
     EXPECT_FALSE(grid.isLocate());
     grid.setSize(2, 3);
@@ -537,7 +542,9 @@ TEST(Grids, HoldsCopiesAndFindsBySpecification)
     grid.setLevel("850mb");
     grids.add(grid);
     EXPECT_EQ(grids.getNum(), 2);
+    grids.get(1).setForeTime("anal");
     EXPECT_EQ(grids.find(GridSpec("HGT,850mb")), 1);
+    EXPECT_EQ(grids.find(GridSpec("HGT,,0")), 1);
     EXPECT_EQ(grids.find(GridSpec("HGT")), 0);
     EXPECT_EQ(grids.find(GridSpec("TMP")), -1);
     EXPECT_EQ(valuesOf(grids.get(0)), valuesOf(grid));
