@@ -3,6 +3,9 @@
 To NumPy a grid is an array (rows, columns) of float32 with NaN where values are missing.
 """
 
+from datetime import timedelta
+from numbers import Real
+
 import numpy as np
 
 import _Yul
@@ -30,6 +33,8 @@ def fill(grid, values):
 def apply(ufunc, method, inputs, keywords):
     """A NumPy function on grids. The result of the shape of the first grid is a grid with that one's fields, if it is
     numbers; anything else stays an array. NotImplemented for what has no such meaning."""
+    if method == 'at':
+        return NotImplemented
     out = keywords.pop('out', ())
     model = next((item for item in inputs if isinstance(item, Grid)), None)
     arrays = [as_array(item) if isinstance(item, Grid) else item for item in inputs]
@@ -78,6 +83,13 @@ def _sized(domain, rows, columns):
     return domain
 
 
+def _field(name, value):
+    """A forecast time or level given as a number, in hours or hPa, or as a timedelta: its text."""
+    if name == 'ForeTime' and isinstance(value, (timedelta, np.timedelta64)):
+        return f'{np.timedelta64(value) // np.timedelta64(1, "s")}s'
+    return str(value) if name in ('ForeTime', 'Level') and isinstance(value, Real) else value
+
+
 def from_array(grid, values, domain, date, fields, units, info):
     """See Grid.from_array."""
     values = np.ma.asarray(values)
@@ -88,7 +100,7 @@ def from_array(grid, values, domain, date, fields, units, info):
         raise ValueError(f'Grid.from_array: no grid of {values.shape[0]} x {values.shape[1]} values')
     fill(grid, values)
     for name, value in fields.items():
-        if value is not None and not getattr(grid, f'set{name}')(value):
+        if value is not None and not getattr(grid, f'set{name}')(_field(name, value)):
             raise ValueError(f'Grid.from_array: invalid {name}: {value}')
     if date is not None:
         _set_date(grid, date)

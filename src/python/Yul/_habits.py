@@ -483,14 +483,16 @@ class Grid(_Kept):
 
     @classmethod
     def from_array(cls, values: ArrayLike, domain: Domain | str, *, date: Date | DateTime | np.datetime64 | str | None = None,
-                   level: Level | str | None = None, fore: ForeTime | str | None = None,
+                   level: Level | str | float | None = None,
+                   fore: ForeTime | str | float | TimeDelta | np.timedelta64 | None = None,
                    var: Variable | str | None = None, units: str | None = None, info: str | None = None,
                    source: int | None = None, model: int | None = None) -> Self:
         """A grid of the values, an array (rows, columns) with row 0 in the north; masked values and NaN are missing.
 
         domain  a Domain or its text; one without counts gets those of the array
         date    initial time: a Date, a datetime, a numpy.datetime64 or a text
-        level, fore, var  as setLevel, setForeTime and setVar take them; source and model are codes
+        level, fore, var  as setLevel, setForeTime and setVar take them; a level may be a number of hPa, a forecast time
+                a number of hours or a timedelta; source and model are codes
         info    a descriptive text, the variable's long name unless given; the units are put behind it in brackets
         Raises ValueError for what the grid does not take.
         """

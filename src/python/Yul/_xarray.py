@@ -11,10 +11,10 @@ from ._projections import METRES
 STANDARD_NAMES = {
     'TMP': 'air_temperature', 'DPT': 'dew_point_temperature', 'POT': 'air_potential_temperature',
     'EPOT': 'air_equivalent_potential_temperature', 'VTMP': 'virtual_temperature', 'TMAX': 'air_temperature',
-    'TMIN': 'air_temperature', 'HGT': 'geopotential_height', 'GP': 'geopotential', 'DIST': 'geometric_height',
+    'TMIN': 'air_temperature', 'HGT': 'geopotential_height', 'GP': 'geopotential', 'DIST': 'altitude',
     'PRES': 'air_pressure', 'PRMSL': 'air_pressure_at_mean_sea_level', 'MSLET': 'air_pressure_at_mean_sea_level',
     'RH': 'relative_humidity', 'SPFH': 'specific_humidity', 'MIXR': 'humidity_mixing_ratio',
-    'PWAT': 'atmosphere_mass_content_of_water_vapor', 'CLWMR': 'cloud_liquid_water_mixing_ratio',
+    'PWAT': 'atmosphere_mass_content_of_water_vapor', 'CLMR': 'cloud_liquid_water_mixing_ratio',
     'WIND': 'wind_speed', 'WDIR': 'wind_from_direction', 'GUST': 'wind_speed_of_gust',
     'VVEL': 'lagrangian_tendency_of_air_pressure', 'DZDT': 'upward_air_velocity',
     'ABSV': 'atmosphere_absolute_vorticity', 'RELV': 'atmosphere_relative_vorticity', 'RELD': 'divergence_of_wind',

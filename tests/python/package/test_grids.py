@@ -34,6 +34,8 @@ def test_an_array_becomes_a_grid(grid):
                              date=datetime.datetime(2026, 1, 2, 3))
     assert masked.values.tolist() == [[1, MISS], [3, MISS]]
     assert (masked.getInfo(), masked.getDatim()) == ('Own [K]', '03:00:00Z  2 JAN 2026')
+    for fore in (6, 6.0, '6 h', datetime.timedelta(hours=6), np.timedelta64(6, 'h'), ForeTime(6)):
+        assert str(Grid.from_array([[1]], 'll,0,0,1,1,1,1', fore=fore, level=850.0).getSpec()) == ',850mb,6h'
     day = Grid.from_array([[1]], Domain('ll,0,0,1,1,1,1'), date=np.datetime64('2026-01-02'))
     assert day.date.getDay() == 2
 
@@ -78,8 +80,9 @@ def test_arithmetic_keeps_missing_values_and_fields(grid):
     assert np.isnan(grid).tolist() == [[False, False, True], [False, False, True]]
     assert np.nanmean(grid) == 4.5 and np.isnan(np.mean(grid))
     assert np.asarray(grid, 'd').dtype == np.float64
-    with pytest.raises(TypeError):
-        grid + 'text'
+    for nonsense in (lambda: grid + 'text', lambda: np.add.at(grid, (0, 0), 1)):
+        with pytest.raises(TypeError):
+            nonsense()
     with pytest.raises(ValueError):
         grid + np.zeros((5, 5))
 
