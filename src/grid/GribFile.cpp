@@ -7,6 +7,7 @@
 #include "grid/grib/Erratic.h"
 #include "grid/grib/FromGrid.h"
 #include "grid/grib/GridDomain.h"
+#include "grid/grib/Starts.h"
 #include "grid/grib/packing/Png.h"
 
 #include <algorithm>
@@ -96,11 +97,28 @@ bool GribFile::openNextFile()
 {
     while (next_file < files.getNum()) {
         char const * const name = files.get(next_file++);
-        if (reader.open(name) != 0)
+        if (reader.open(name) != 0) {
+            takeIndex();
             return true;
+        }
         Yul::outWarning("GribFile::open: Unable to open: %s\n", name);
     }
     return false;
+}
+
+/// Gives the reader the index of the file that is open.
+void GribFile::takeIndex()
+{
+    reader.setStarts(uses_index ? detail::grib::readStarts(files.getIndex(next_file - 1))
+                                : std::vector<std::uint64_t>());
+}
+
+int GribFile::useHdrFile(int use)
+{
+    uses_index = use != 0;
+    if (reader.isOpen())
+        takeIndex();
+    return 1;
 }
 
 int GribFile::close()

@@ -88,6 +88,11 @@ public:
 
     [[nodiscard]] bool isBad() const noexcept { return is_bad; }
 
+    /// Whether the index file that a Filename may name beside the data file is used: a line for every bulletin, "octet
+    /// heading / product". Messages are then looked for in these bulletins only, wherever in the file they begin. 1, the
+    /// default, or 0; holds for files opened later too. An index that cannot be read is left aside.
+    int useHdrFile(int use);
+
     /// A description that goes before the tables, for messages of that edition read from now on. 0 for the
     /// missing row, and when 200 rows are known already.
     int setParam(int edition, GribParam const & row);
@@ -108,6 +113,7 @@ public:
 private:
     [[nodiscard]] bool findNext();
     [[nodiscard]] bool openNextFile();
+    void takeIndex();
     [[nodiscard]] bool describe(Grid & grid);
     [[nodiscard]] bool unpack(Grid & grid);
     [[nodiscard]] bool readNext(GridSpec const * spec, Grid & grid);
@@ -117,6 +123,7 @@ private:
     detail::grib::Reader reader;
     Filename files;
     int next_file = 0;
+    bool uses_index = true;
     bool has_field = false; // `field` is found and not read yet
     bool has_loc = false;   // `field` was found in the file that is open
     detail::grib::Field field;

@@ -59,8 +59,11 @@ public:
 
     int setFormat(char const * text) { return yul.setFormat(text); }
 
-    /// GRIB: descriptions that go before the tables, the detector of bad data, bits of each packed value.
+    /// GRIB: descriptions that go before the tables, use of index files, the detector of bad data, bits of each packed
+    /// value.
     int setParam(int edition, GribParam const & row);
+
+    int useHdrFile(int use) { return grib.useHdrFile(use); }
 
     int setMaxBad(int max) { return grib.setMaxBad(max); }
 

@@ -44,6 +44,7 @@ int Reader::open(char const * name)
 int Reader::close()
 {
     here = {};
+    starts.clear();
     has_found_any = false;
     warnings.clear();
     return input.close();
@@ -83,8 +84,21 @@ bool Reader::next(Field & field)
     return false;
 }
 
-/// Moves to the next "GRIB": 50 octets are read ahead, then 20 more whenever fewer than 20 are left.
+/// Moves to the next message, behind the next octet of the list that has one where there is a list.
 bool Reader::search()
+{
+    if (starts.empty())
+        return searchHere();
+    for (auto start = std::ranges::lower_bound(starts, here.position); start != starts.end(); ++start) {
+        here.position = *start;
+        if (searchHere())
+            return true;
+    }
+    return false;
+}
+
+/// Moves to the next "GRIB": 50 octets are read ahead, then 20 more whenever fewer than 20 are left.
+bool Reader::searchHere()
 {
     std::uint64_t const start = here.position;
     input.release(start);
@@ -112,10 +126,15 @@ bool Reader::search()
     return false;
 }
 
-/// Behind a damaged message: the next "GRIB" with an edition that is known, however far.
+/// Behind a damaged message: the next "GRIB" with an edition that is known, however far. Where there is a list of octets
+/// the search goes on at its next one.
 bool Reader::searchOn(std::uint64_t from)
 {
     constexpr std::size_t PIECE = 4096;
+    if (!starts.empty()) {
+        here.position = from;
+        return true;
+    }
     for (;; from += PIECE - EDITION1_INDICATOR) {
         input.release(from);
         Octets const window = input.view(from, PIECE);

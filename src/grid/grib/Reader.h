@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Yul::detail::grib {
@@ -23,6 +24,10 @@ public:
     int close();
     /// Looks for the next message from an octet on; 0 on a pipe.
     int rewind(std::uint64_t position = 0);
+
+    /// Messages are looked for behind these octets only, in order, until the file is closed; behind every octet while there
+    /// are none.
+    void setStarts(std::vector<std::uint64_t> octets) { starts = std::move(octets); }
 
     [[nodiscard]] bool isOpen() const noexcept { return input.isOpen(); }
 
@@ -63,6 +68,7 @@ private:
     };
 
     [[nodiscard]] bool search();
+    [[nodiscard]] bool searchHere();
     [[nodiscard]] bool searchOn(std::uint64_t from);
     void enter();
     [[nodiscard]] bool nextOfEdition1(Field & field);
@@ -80,6 +86,7 @@ private:
 
     Input input;
     Place here;
+    std::vector<std::uint64_t> starts;
     bool has_found_any = false;
     std::vector<std::string> warnings;
     std::vector<float> spare;

@@ -84,6 +84,7 @@ void bindGribFile(Module & m)
         .method("peek", &GribFile::peek)
         .method("next", &GribFile::next)
         .method("getHeader", &GribFile::getHeader)
+        .method("useHdrFile", &GribFile::useHdrFile)
         .method("setMaxBad", overload<int(int)>(&GribFile::setMaxBad),
                 overload<int(int, float)>(&GribFile::setMaxBad))
         .method("isBad", &GribFile::isBad)

@@ -35,6 +35,7 @@ void bindGridFile(Module & m)
         .method("setVer", &GridFile::setVer)
         .method("setFormat", &GridFile::setFormat)
         .method("setParam", &GridFile::setParam)
+        .method("useHdrFile", &GridFile::useHdrFile)
         .method("setMaxBad", overload<int(int)>(&GridFile::setMaxBad),
                 overload<int(int, float)>(&GridFile::setMaxBad))
         .method("setValueBits", &GridFile::setValueBits)

@@ -9,7 +9,7 @@ import pytest
 
 from gribwriter import LatLon, grib1, grib2
 from sections import join, split
-from Yul import EarthPoint, Filename, GribFile, Grid, GridPoint, Grids, GridSpec
+from Yul import EarthPoint, Filename, GribFile, Grid, GridFile, GridPoint, Grids, GridSpec
 
 AREA = LatLon(50, 0, 40, 10)
 FIELD = np.arange(30.0).reshape(5, 6)
@@ -39,6 +39,26 @@ def test_a_message_is_looked_for_at_1000_positions(write_grib, capfd):
     assert capfd.readouterr().err == ''
     assert first_values(write_grib(b'x' * 1000, message(1))) == []
     assert capfd.readouterr().err == 'searchGRIB failed to find GRIB: 0\n'
+
+
+def test_an_index_file_tells_where_bulletins_begin(write_grib, tmp_path, capfd):
+    heading, junk = b'HTXA50 KWBC 141200\r\r\n', b'x' * 5000
+    parts = [message(0), junk, heading, message(1), junk, heading, b'no message', heading, message(2), heading, message(3)]
+    name = write_grib(*parts)
+    starts = [sum(map(len, parts[:i])) for i, part in enumerate(parts) if part == heading]
+    index = tmp_path / 'index'
+    index.write_text('first line\n' + ''.join(f'{start} HTXA50 KWBC 141200 / ABC\n' for start in starts[:3] + [10**12]))
+    for kind in (GribFile, GridFile):
+        file = kind(Filename(name, str(index)))
+        for _ in range(2):
+            assert [round(grid.getValue(0, 0)) for grid in file] == [1, 2]
+            assert file.rewind() == 1
+    assert capfd.readouterr().err == ''
+    file.useHdrFile(0)
+    assert [round(grid.getValue(0, 0)) for grid in file] == [0]
+    assert capfd.readouterr().err == f'searchGRIB failed to find GRIB: {len(parts[0])}\n'
+    for other in ('', str(tmp_path / 'none'), str(tmp_path), '/dev/zero'):
+        assert len(list(GribFile(Filename(name, other)))) == 1
 
 
 @pytest.mark.parametrize('octets', [b'', b'GRIB', b'no grid in here', b'GRIB\0\0\0\2\0\0\0\0', b'x' * 5000])

@@ -1,0 +1,33 @@
+#include "grid/grib/Starts.h"
+
+#include "core/File.h"
+#include "core/StrLib.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string>
+#include <string_view>
+
+namespace Yul::detail::grib {
+
+std::vector<std::uint64_t> readStarts(char const * index_name)
+{
+    constexpr std::size_t MOST = 10'000'000;
+    std::vector<std::uint64_t> starts;
+    File file;
+    if (!StrLib::valid(index_name) || file.open(index_name, "r") == 0 ||
+        file.size() < 0) // a pipe may never end
+        return starts;
+    for (std::string line; starts.size() < MOST && file.readLine(line);) {
+        auto const text = trimmed(line);
+        std::uint64_t start = 0;
+        if (std::from_chars(text.data(), text.data() + text.size(), start).ec == std::errc())
+            starts.push_back(start);
+    }
+    std::ranges::sort(starts);
+    auto const repeated = std::ranges::unique(starts);
+    starts.erase(repeated.begin(), repeated.end());
+    return starts;
+}
+
+} // namespace Yul::detail::grib
