@@ -403,8 +403,12 @@ private:
 
     bool takeFactor(Quantity & product, bool divides, bool is_first)
     {
-        if (detail::isDigit(text[0]))
-            return is_first && takeNumber(product);
+        if (detail::isDigit(text[0])) {
+            if (is_first)
+                return takeNumber(product);
+            if (!divides || !takeCount(product))
+                return false;
+        }
         std::size_t end = 0;
         while (end < text.size() && isLetter(text[end]))
             ++end;
@@ -430,6 +434,17 @@ private:
         }
         product.factor = value;
         return std::isfinite(value) && value > 0;
+    }
+
+    /// A number below a slash, right in front of its unit: "hPa/3h", "K/100m".
+    bool takeCount(Quantity & product)
+    {
+        double value = 0;
+        auto const * const end =
+            std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed).ptr;
+        text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+        product.factor /= value;
+        return !text.empty() && isLetter(text[0]) && std::isfinite(product.factor) && value > 0;
     }
 
     /// 1 where none is written; none for one that is not a small whole number.

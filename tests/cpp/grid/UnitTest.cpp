@@ -66,6 +66,9 @@ constexpr UnitCase UNIT_CASES[] = {
     {"DU", "kg m-2", 300, 0.00642435F},
     {"L/m2", "mm", 3, 3},
     {"degrees_north", "deg", 45, 45},
+    {"hPa/3h", "Pa s-1", 108, 1},
+    {"mm/6h", "mm/h", 6, 1},
+    {"K/100m", "K km-1", 0.65F, 6.5F},
 };
 
 TEST(Unit, ConvertsThereAndBack)
@@ -101,6 +104,9 @@ TEST(Unit, RefusesWhatDoesNotBelongTogether)
         {nullptr, "m"},
         {"m", nullptr},
         {"m2", "m2/3"},
+        {"m2/3 s-1", "m2 s-1"},
+        {"hPa/0h", "hPa/h"},
+        {"hPa 3h", "hPa h"},
         {"m^99 m^99 m^99 m^99 m^99 m^99", "m"},
         {"m", endless.c_str()},
     };
