@@ -64,7 +64,6 @@ constexpr OtherNames ROWS[] = {
     {"MCDC",
      "MCC,CLCM,medium cloud,middle cloud,middle clouds,middle cloud cover,medium type cloud area fraction"},
     {"HCDC", "HCC,CLCH,high cloud,high clouds,high type cloud area fraction"},
-    {"SUNSD", "sunshine"},
     {"KX", "KI"},
     {"TOTALX", "TT,total totals"},
     {"CAPE", "atmosphere convective available potential energy"},
