@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdio>
 #include <functional>
+#include <numeric>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,21 +36,29 @@ inline double median(std::vector<double> times)
 }
 
 /// Median times of several ways of doing one job, in seconds, run in turns after one run of each that does not count.
+/// The medians are those of the quicker half of the rounds: all are measured while the machine was disturbed least.
 inline std::vector<double>
 medians(int rounds, std::vector<std::function<void()>> const & jobs, double (*clock)() = processorTime)
 {
-    std::vector<std::vector<double>> times(jobs.size());
     for (auto const & job : jobs)
         job();
-    for (int round = 0; round < rounds; ++round)
-        for (std::size_t i = 0; i < jobs.size(); ++i) {
+    std::vector<std::vector<double>> times(static_cast<std::size_t>(rounds));
+    for (auto & round : times)
+        for (auto const & job : jobs) {
             double const start = clock();
-            jobs[i]();
-            times[i].push_back(clock() - start);
+            job();
+            round.push_back(clock() - start);
         }
+    std::ranges::sort(times, {},
+                      [](auto const & round) { return std::accumulate(round.begin(), round.end(), 0.0); });
+    times.resize((times.size() + 1) / 2);
     std::vector<double> result;
-    for (auto & column : times)
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+        std::vector<double> column;
+        for (auto const & round : times)
+            column.push_back(round[i]);
         result.push_back(median(std::move(column)));
+    }
     return result;
 }
 

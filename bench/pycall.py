@@ -4,8 +4,8 @@ CPU time of a loop, the empty loop taken off; the three sides take turns. `this`
 instance of a Python class holds its object.
 """
 
+from functools import partial
 from pathlib import Path
-import statistics
 import sys
 import timeit
 import time
@@ -15,7 +15,7 @@ sys.path[:0] = [str(HERE), str(HERE.parent / 'build' / 'bench')]
 
 import pycall_fastcall  # noqa: E402
 import pycall_frame  # noqa: E402
-from support.interleaved import print_row  # noqa: E402
+from support.interleaved import medians, print_row  # noqa: E402
 
 try:
     import pycall_pybind
@@ -49,12 +49,9 @@ def timers(statement, name, expected, sides):
 
 def measure(side_timers):
     """Median nanoseconds of a call, a side."""
-    seconds = {side: [] for side in side_timers}
-    for _ in range(ROUNDS):
-        for side, timer in side_timers.items():
-            seconds[side].append(timer.timeit(CALLS) / CALLS)
-    medians = {side: statistics.median(times) * 1e9 for side, times in seconds.items()}
-    return {side: median - medians[''] for side, median in medians.items() if side}
+    seconds = medians(ROUNDS, *(partial(timer.timeit, CALLS) for timer in side_timers.values()))
+    costs = {side: time / CALLS * 1e9 for side, time in zip(side_timers, seconds)}
+    return {side: cost - costs[''] for side, cost in costs.items() if side}
 
 
 def main():
