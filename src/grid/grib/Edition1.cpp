@@ -38,7 +38,7 @@ constexpr int JMA = 34;
 /// centres 34 and 98.
 constexpr RangeIndicator RANGE_INDICATORS[] = {
     {0, 1, 1, 0, 0, Statistic::NONE},
-    {1, 0, 0, 0, 0, Statistic::NONE},
+    {1, 1, 1, 0, 0, Statistic::NONE},
     {2, 1, 0, 1, 0, Statistic::NONE},
     {3, 1, 0, 1, 0, Statistic::AVERAGE},
     {4, 1, 0, 1, 0, Statistic::ACCUMULATION},

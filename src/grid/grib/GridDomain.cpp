@@ -2,6 +2,7 @@
 
 #include "core/Format.h"
 #include "geo/Domain.h"
+#include "grid/grib/EllipsoidPlane.h"
 #include "grid/grib/Scan.h"
 
 #include <algorithm>
@@ -165,20 +166,48 @@ std::string placeFromFirstPoint(Geometry const & g, double dx, double dy, Domain
     return {};
 }
 
-/// Spacings in metres; on an ellipsoid a first placement tells where the middle is.
+/// Lays a grid on an ellipsoid anew where its points meet those of the sphere's plane best: by least squares at three by three
+/// of them. What the planes differ in beyond that, bent lines, is left. The grid stays where it was if it cannot be done.
+void fitToEllipsoid(Geometry const & g, DomainVal & val)
+{
+    EllipsoidPlane const plane(g);
+    Domain const domain(val);
+    auto const first = plane.forward({g.lat1, g.lon1});
+    Position const middle = toMiddle(g);
+    Position const half{0.5 * (g.nx - 1) * g.dx, 0.5 * (g.ny - 1) * g.dy};
+    Position sum;
+    Position slope;
+    for (int const u : {-1, 0, 1})
+        for (int const v : {-1, 0, 1}) {
+            auto const earth = plane.inverse(
+                {first.x + middle.x * g.dx + u * half.x, first.y + middle.y * g.dy + v * half.y});
+            auto const p = isLatitude(earth.lat) && std::isfinite(earth.lon)
+                               ? forward(domain, earth.lat, wrapLongitude(earth.lon))
+                               : std::nullopt;
+            if (!p)
+                return;
+            sum = {sum.x + p->x, sum.y + p->y};
+            slope = {slope.x + u * p->x, slope.y + v * p->y};
+        }
+    constexpr int POINTS = 9;
+    constexpr int SQUARES = 6; // sum of u u
+    double const dx = g.nx > 1 ? slope.x / SQUARES / (0.5 * (g.nx - 1)) : val.dx;
+    double const dy = g.ny > 1 ? slope.y / SQUARES / (0.5 * (g.ny - 1)) : val.dy;
+    auto const centre = inverse(domain, {sum.x / POINTS, sum.y / POINTS});
+    if (!centre || !(dx > 0) || !(dy > 0))
+        return;
+    setGrid(g, dx, dy, val);
+    setCentre(*centre, val);
+}
+
+/// Spacings in metres.
 std::string makePlane(Geometry const & g, DomainVal & val)
 {
-    double lat = g.lat1;
-    for (int pass = g.minor_m < g.major_m ? 0 : 1;; ++pass) {
-        PlaneScale const scale = planeScale(g, lat);
-        bool const is_turned = g.kind == GridKind::POLAR; // x runs along meridians as well as across
-        double const mean = std::sqrt(scale.x * scale.y);
-        std::string fault = placeFromFirstPoint(g, g.dx * (is_turned ? mean : scale.x),
-                                                g.dy * (is_turned ? mean : scale.y), val);
-        if (pass > 1 || !fault.empty() || g.minor_m >= g.major_m)
-            return fault;
-        lat = (g.lat1 + val.clat) / 2;
-    }
+    PlaneScale const scale = planeScale(g, g.lat1);
+    std::string fault = placeFromFirstPoint(g, g.dx * scale.x, g.dy * scale.y, val);
+    if (fault.empty() && g.minor_m < g.major_m)
+        fitToEllipsoid(g, val);
+    return fault;
 }
 
 std::string makePolar(Geometry const & g, DomainVal & val)

@@ -6,6 +6,7 @@ import numpy as np
 import pytest
 
 from gribwriter import Lambert, LatLon, Mercator, PolarStereo, grib1, grib2
+from sections import join, split
 from Yul import EarthPoint, GribFile, Grid, GridPoint, GridSpec
 
 MISS = -9999.0
@@ -98,6 +99,26 @@ def test_projected_grids_lie_where_the_message_puts_them(write_grib, edition, na
         assert grid.tran(GridPoint(column, row), earth) == 1
         assert earth.lat == pytest.approx(lat, abs=1e-3)
         assert (earth.lon - lon + 180) % 360 - 180 == pytest.approx(0, abs=2e-3)
+
+
+@pytest.mark.parametrize('name', ['polar', 'south polar', 'lambert', 'tangent lambert', 'south lambert'])
+def test_grids_on_an_ellipsoid_lie_there_to_a_thousandth_of_their_size(write_grib, name):
+    pyproj = pytest.importorskip('pyproj')
+    definition = GRIDS[name]
+    sections = split(grib2(FIELD, definition, scan=0x40))
+    sections[3] = sections[3][:14] + b'\5' + sections[3][15:]  # WGS 84
+    grid = read_one(write_grib(join(*(sections[number] for number in sorted(sections)))))
+    plane = pyproj.Proj(projection(definition, 2).definition_string().split(' R=')[0] + ' ellps=WGS84')
+    x1, y1 = plane(definition.lon1, definition.lat1)
+    ny, nx = FIELD.shape
+    for column in (0, nx / 2, nx - 1):
+        for row in (0, ny / 2, ny - 1):
+            lon, lat = plane(x1 + column * definition.dx, y1 + (ny - 1 - row) * definition.dy, inverse=True)
+            earth = EarthPoint()
+            assert grid.tran(GridPoint(column, row), earth) == 1
+            assert earth.lat == pytest.approx(lat, abs=nx * definition.dx / 1e3 / 111200)
+            across = ((earth.lon - lon + 180) % 360 - 180) * np.cos(np.radians(lat))
+            assert across == pytest.approx(0, abs=nx * definition.dx / 1e3 / 111200)
 
 
 @pytest.mark.parametrize('west, east', [(0, 359), (-180, 179), (170, 200), (0, 360)])

@@ -167,6 +167,7 @@ def test_layers_have_two_levels(write_grib, first, second, value, value2):
 RANGES = [
     (0, 12, 0, 0, 12, 12, '12'),
     (1, 0, 0, 0, 0, 0, 'anal'),
+    (1, 3, 0, 0, 3, 3, '3'),
     (2, 6, 12, 0, 6, 12, None),
     (3, 6, 12, 0, 6, 12, '6-12avg'),
     (4, 6, 12, 0, 6, 12, '6-12acc'),
