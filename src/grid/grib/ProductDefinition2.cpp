@@ -3,6 +3,8 @@
 #include "grid/grib/Calendar.h"
 #include "grid/grib/Edition2.h"
 
+#include <utility>
+
 namespace Yul::detail::grib {
 namespace {
 
@@ -42,18 +44,19 @@ constexpr ProductTemplate TEMPLATES[] = {
     {104, 11, 47, 0, 0, 0, 0, 0}, {105, 0, 0, 0, 0, 0, 35, 0},  {107, 0, 0, 0, 0, 0, 35, 0},
 };
 
-constexpr int JMA = 34;
-constexpr unsigned PERIOD = 8; // template number
+constexpr int JMA_TOKYO = 34;
+constexpr int JMA = 35;
 
-/// Templates of the Japan Meteorological Agency's own for precipitation from radar begin like that of a period; behind it they
-/// say which radars took part.
-constexpr unsigned JMA_PERIODS[] = {50008, 50009, 50011, 50012};
+/// Templates of the Japan Meteorological Agency's own for precipitation from radar, and those of the manual that they begin
+/// like; behind these they say which radars took part.
+constexpr std::pair<unsigned, unsigned> JMA_TEMPLATES[] = {{50000, 0}, {50008, 8}, {50009, 8},
+                                                           {50010, 8}, {50011, 8}, {50012, 8}};
 
 unsigned knownTemplate(unsigned number, int centre) noexcept
 {
-    for (unsigned const local : JMA_PERIODS)
-        if (centre == JMA && number == local)
-            return PERIOD;
+    for (auto const & [local, known] : JMA_TEMPLATES)
+        if ((centre == JMA_TOKYO || centre == JMA) && number == local)
+            return known;
     return number;
 }
 

@@ -248,6 +248,9 @@ TEST(RunLengthPacking, ReadsRunsInTheBaseOfTheNumbersLeftOver)
     EXPECT_NE(unpackRunLength(std::vector<std::uint8_t>{0xb0}, p, small), ""); // a digit without a level
     p.levels.resize(1);
     EXPECT_NE(unpackRunLength(octets, p, out), ""); // a level beyond the table
+    p.max_level = 0;
+    EXPECT_EQ(unpackRunLength({}, p, small), ""); // none occurs
+    EXPECT_EQ(small, (std::vector{MISSING, MISSING}));
 }
 
 } // namespace

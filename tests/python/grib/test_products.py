@@ -120,9 +120,12 @@ def test_local_templates_of_precipitation_from_radar(write_grib, capfd):
     octets = bytearray(with_product(50008, 0, surface(1, 0) + b'\xff' * 6, ENDS_AT_18Z + bytes(24)))
     assert GribFile(write_grib(octets)).read(Grid()) == 0
     assert 'product template 4.50008' in capfd.readouterr().err
-    octets[16 + 5:16 + 7] = uint(34, 2)  # the centre whose template it is
-    grid, header = read(write_grib(octets))
-    assert (grid.getForeTime().getFromHours(), grid.getForeTime().getHours(), header.getTemplate()) == (3, 6, 50008)
+    for number, tail, hours in ((50000, bytes(24), 3), (50008, ENDS_AT_18Z, 6), (50012, ENDS_AT_18Z, 6)):
+        octets = bytearray(with_product(number, 0, surface(1, 0) + b'\xff' * 6, tail))
+        octets[16 + 5:16 + 7] = uint(34, 2)  # the centre whose templates they are
+        grid, header = read(write_grib(octets))
+        fore = grid.getForeTime()
+        assert (fore.getFromHours(), fore.getHours(), header.getTemplate()) == (3, hours, number)
 
 
 LIMITS = bytes([1, 5, 1]) + bytes([1]) + uint(125, 4) + bytes([255]) + b'\xff' * 4  # above an upper limit: none below

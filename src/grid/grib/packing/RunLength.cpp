@@ -73,6 +73,10 @@ std::string unpackRunLength(Octets data, Packing const & packing, std::span<floa
 {
     if (packing.bits == 0 || packing.bits > 16 || packing.max_level >= 1U << packing.bits)
         return format("run lengths of %u bits with levels up to %u", packing.bits, packing.max_level);
+    if (packing.max_level == 0) { // no level occurs
+        std::fill(out.begin(), out.end(), static_cast<float>(Const::MISS));
+        return {};
+    }
     Runs runs(packing, out);
     std::array<std::uint32_t, BLOCK> numbers;
     std::uint64_t const count = 8 * std::uint64_t{data.size()} / packing.bits;
