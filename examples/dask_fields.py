@@ -31,7 +31,7 @@ WAYS = 'serial', 'threads', 'processes', 'distributed'
 
 def make_file(name: str, count: int) -> None:
     """Messages of edition 1, a slightly other field every hour."""
-    [grid] = GribFile(str(FIELD))
+    [grid] = GribFile(FIELD)
     values, date = grid.values.copy(), Date(grid.date)
     with GribFile() as output:
         output.open(name, 1)

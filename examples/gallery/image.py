@@ -22,7 +22,7 @@ for i in range(colors.getNumFill()):
     rgb = RGB()
     colors.get(i, rgb)
     levels.append(graph.allocColor(rgb))
-values = next(iter(GribFile(str(FIELD)))).values
+values = next(iter(GribFile(FIELD))).values
 low, high = float(values.min()), float(values.max())
 rows, columns = values.shape
 image = Image(columns, rows)

@@ -11,5 +11,5 @@ from Yul import GribFile, contour_map
 
 FIELD = Path(__file__).parent.parent / 'data' / 'height500.grib2'
 
-contour_map(next(iter(GribFile(str(FIELD)))), sys.argv[1], domain='lambert:50:-20:40:60,51,-20,69,47,1', interval=60,
+contour_map(next(iter(GribFile(FIELD))), sys.argv[1], domain='lambert:50:-20:40:60,51,-20,69,47,1', interval=60,
             fill=True, every=0, title='%v at %l{ (%u)}')

@@ -10,6 +10,6 @@ from Yul import GribFile, contour_map
 
 FIELD = Path(__file__).parent.parent / 'data' / 'height500.grib2'
 
-grid = next(iter(GribFile(str(FIELD))))
+grid = next(iter(GribFile(FIELD)))
 contour_map(grid, sys.argv[1], domain='stereo:90:-25,53,-25,57,43,1.5', interval=60, lines='navy:wi=2',
             map='sea,land,water,coast=saddlebrown:wi=2,country=rosybrown')

@@ -27,7 +27,7 @@ if not plot.open(f'{sys.argv[1]},de=p,color,land,bar=bottom'):
 plot.setDomain(Domain('merc:0:0,50,-20,91,49,1.2,1.2'))
 contours.setParam('int=40,col,line=wi=2,lab=black,hilo')
 plot.drawGraticule()
-contours.draw(plot, next(iter(GribFile(str(FIELD)))))
+contours.draw(plot, next(iter(GribFile(FIELD))))
 for position, text in {'ul': '%l %v', 'uc': 'valid %t', 'ur': 'from %i', 'll': 'every %c %u',
                        'lc': '%a to %z %u', 'lr': '{%m, }h + %h'}.items():
     plot.setLabel(position, text)

@@ -12,4 +12,4 @@ from Yul import GribFile, contour_map
 FIELD = Path(__file__).parent.parent / 'data' / 'height500.grib2'
 AREA = 'stereo:90:-25,53,-25,57,43,1.5'
 
-contour_map(next(iter(GribFile(str(FIELD)))), sys.argv[1], domain=AREA, interval=60, color=False)
+contour_map(next(iter(GribFile(FIELD))), sys.argv[1], domain=AREA, interval=60, color=False)

@@ -14,7 +14,7 @@ from Yul import ContPlot, Domain, GribFile, Plot
 FIELD = Path(__file__).parent.parent / 'data' / 'height500.grib2'
 AREA = Domain('stereo:90:-25,53,-25,57,43,1.5')
 
-grid = next(iter(GribFile(str(FIELD))))
+grid = next(iter(GribFile(FIELD)))
 start = numpy.array(grid.values)
 plot = Plot()
 if not plot.open(f'{sys.argv[1]},de=p,color,land,pan=2x2,bar,ti=A wave on its way: 500 hPa height'):

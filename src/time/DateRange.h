@@ -24,6 +24,13 @@ public:
     /// seconds  since 1970.
     [[nodiscard]] bool valid(int seconds) const noexcept;
 
+    /// Centre, seconds since 1970 (Const::MISS until set), and minutes before and after it.
+    [[nodiscard]] long getCenter() const noexcept { return center; }
+
+    [[nodiscard]] int getBefore() const noexcept { return before; }
+
+    [[nodiscard]] int getAfter() const noexcept { return after; }
+
     /// Prints "Start: " and "End:   ", each with its time.
     int print() const;
 

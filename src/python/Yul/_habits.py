@@ -28,15 +28,7 @@ def text_of(write, *arguments):
     return _Yul.String_get(text) or ''
 
 
-class _Kept:
-    """Can be pickled and copied."""
-
-    def __reduce__(self) -> tuple[Any, ...]:
-        from ._pickling import reduce
-        return reduce(self)
-
-
-class _Record(_Kept):
+class _Record:
     """A few named numbers: prints as they are made, compares by value, unpacks."""
 
     fields = ()
@@ -53,7 +45,7 @@ class _Record(_Kept):
     __hash__ = None
 
 
-class _Sequence(_Kept):
+class _Sequence:
     """A growable list of the library as a Python sequence. Items are the list's own, not copies."""
 
     def __len__(self) -> int:
@@ -101,7 +93,7 @@ class _Closing:
         self.close()
 
 
-class String(_Kept):
+class String:
     def __str__(self) -> str:
         return self.get() or ''
 
@@ -151,6 +143,18 @@ class Rect(_Record):
     fields = ('x1', 'y1', 'x2', 'y2')
 
 
+class EarthRange(_Record):
+    fields = ('lat1', 'lon1', 'lat2', 'lon2')
+
+
+class RGB(_Record):
+    fields = ('r', 'g', 'b')
+
+
+class GeomBox(_Record):
+    fields = ('width', 'height', 'x', 'y')
+
+
 class Range(_Record):
     """Smallest and largest value."""
     fields = ('min', 'max')
@@ -186,15 +190,15 @@ def _calendar_seconds(date):
     return ((days * 24 + hour) * 60 + minute) * 60 + second
 
 
-class DateVal(_Kept):
+class DateVal:
     """A calendar time as plain fields, each of which may be missing."""
 
 
-class ForeTime(_Kept):
+class ForeTime:
     """When a field holds, counted from its initial time."""
 
 
-class Date(_Kept):
+class Date:
     """A calendar time whose fields may each be missing. UTC unless a time zone was applied for display.
 
     Dates compare, hash and subtract by the seconds of their clock since 1970: equal dates may differ in the fields
@@ -240,11 +244,26 @@ class Date(_Kept):
         if not isinstance(step, timedelta):
             return NotImplemented
         moved = type(self)(self)
-        moved.addDays(step.days)
-        moved.addSeconds(step.seconds)
+        moved += step
         return moved
 
     __radd__ = __add__
+
+    def __iadd__(self, step: int | TimeDelta) -> Self:
+        """Moves by seconds, which fills all fields, or by a timedelta as `+` does."""
+        if isinstance(step, int):
+            _Yul.Date___iadd__(self, step)
+            return self
+        from datetime import timedelta
+        if not isinstance(step, timedelta):
+            return NotImplemented
+        self.addDays(step.days)
+        self.addSeconds(step.seconds)
+        return self
+
+    def __isub__(self, step: int | TimeDelta) -> Self:
+        """Moves back, as `+=` moves on."""
+        return self.__iadd__(-step)
 
     @property
     def datetime(self) -> DateTime | None:
@@ -306,7 +325,7 @@ class Date(_Kept):
             date = date + step
 
 
-class Filename(_Kept):
+class Filename:
     """One file name or an ordered list of them, with the name of an index file that may go with each."""
 
 
@@ -321,11 +340,11 @@ class NameConv:
         return found.getFilename(), found.getDate().datetime
 
 
-class DomainVal(_Kept):
+class DomainVal:
     """The plain values of a domain."""
 
 
-class Domain(_Kept):
+class Domain:
     """Where a grid or a plot lies, and the conversions between earth, projection plane and grid."""
 
     @property
@@ -378,7 +397,7 @@ class Domain(_Kept):
         return cf_mapping(self)
 
 
-class Level(_Kept):
+class Level:
     """A vertical level or a layer between two values; prints as a label."""
 
     def __str__(self) -> str:
@@ -388,15 +407,15 @@ class Level(_Kept):
         return f'<Yul.Level {text_of(self.toString)}>'
 
 
-class Variable(_Kept):
+class Variable:
     """What a grid holds: short name, long name, index and units."""
 
 
-class ModelSpec(_Kept):
+class ModelSpec:
     """Which model: originating centre and generating process."""
 
 
-class GridSpec(_Kept):
+class GridSpec:
     """What identifies a grid: "variable,level,forecast time,model", each part may be open."""
 
 
@@ -418,7 +437,7 @@ def _in_place(name):
     return operate
 
 
-class Grid(_Kept):
+class Grid:
     """One two-dimensional field on the regular grid of a domain; row 0 in the north, column 0 in the west.
 
     Operators and NumPy functions work on grids as on arrays of float32 in which missing values are NaN, and missing

@@ -78,6 +78,54 @@ def _set_grid(grid, fields, size, values):
         grid.values[...] = frombuffer(octets, 'f4').byteswap().reshape(grid.values.shape)
 
 
+def _zone_values(zone):
+    """The text that gives the zone, its offset half a second larger, since reading it cuts fractions off."""
+    if not zone.isSet():
+        return ()
+    clock = {1: '+', -1: '-'}.get(zone.getPM(), '')
+    offset = zone.getOffset()
+    return (f'{clock}{zone.getName()}:{(offset + (offset > 0) / 2 - (offset < 0) / 2) / 3600:.12f}',)
+
+
+def _set_range(window, center, before, after):
+    from . import Date
+    window.set(Date(center))
+    window.set(before, after)
+
+
+def _set_file(file, name, date, seconds):
+    if seconds == MISS:
+        file.setFilename(name)
+    else:
+        file.set(name, date)
+
+
+def _set_color(color, name, rgb, value):
+    color.setName(name)
+    color.setRGB(*rgb)
+    color.value = value
+
+
+def _station_values(data):
+    fields, stations = range(data.getFields()), range(data.getNum())
+    return (tuple(data.getName(field) for field in fields), tuple(tuple(data.getLocation(i)) for i in stations),
+            tuple(tuple(data.getValue(i, field) for i in stations) for field in fields))
+
+
+def _set_stations(data, names, places, columns):
+    from array import array
+    data.add(array('f', [lat for lat, _ in places]), array('f', [lon for _, lon in places]))
+    for field, (name, column) in enumerate(zip(names, columns)):
+        data.setName(field, name)
+        data.setValues(field, array('f', column))
+
+
+def _members(*names):
+    """A record that its data members make."""
+    return (lambda record: tuple(getattr(record, name) for name in names),
+            lambda record, *values: [setattr(record, name, value) for name, value in zip(names, values)])
+
+
 # For each class what is kept, and how an empty object is filled with it.
 RECORDS = {
     'String': (lambda text: (str(text),), lambda text, value: text.set(value)),
@@ -87,6 +135,12 @@ RECORDS = {
     'GridPoint': (tuple, lambda point, *values: point.set(*values)),
     'Rect': (tuple, lambda rect, *values: rect.setu(*values)),
     'Range': (tuple, lambda window, *values: [setattr(window, *pair) for pair in zip(('min', 'max'), values)]),
+    'EarthRange': _members('lat1', 'lon1', 'lat2', 'lon2'),
+    'RGB': _members('r', 'g', 'b'),
+    'Color': (lambda color: (color.getName(), tuple(color.rgb), color.value), _set_color),
+    'GeomBox': _members('width', 'height', 'x', 'y'),
+    'PlotAttr': _members('width', 'size', 'weight', 'expansion', 'style', 'shadow', 'fill', 'color', 'color_name', 'font',
+                         'label_color'),
     'EarthPoints': (tuple, _set_list),
     'Points': (tuple, _set_list),
     'GridPoints': (tuple, _set_list),
@@ -95,6 +149,9 @@ RECORDS = {
                  lambda names, *values: [names.add(*value) for value in values]),
     'DateVal': (_fields, _set_fields),
     'Date': (_date_values, _set_date),
+    'Timezone': (_zone_values, lambda zone, *text: zone.set(*text) if text else None),
+    'DateRange': (lambda window: (window.getCenter(), window.getBefore(), window.getAfter()), _set_range),
+    'NameConvFile': (lambda file: (file.getFilename(), file.getDate(), file.getSeconds()), _set_file),
     'ForeTime': (lambda fore: (fore.getType(), fore.getFromSeconds(), fore.getSeconds()),
                  lambda fore, *values: fore.setSeconds(*values)),
     'Level': (lambda level: (level.getType(), level.getValue(), level.getValue2()),
@@ -108,17 +165,33 @@ RECORDS = {
     'DomainVal': (_domain_values, _set_domain),
     'Domain': (lambda domain: (domain.get(),), lambda domain, val: None if val.isMiss() else domain.set(val)),
     'Grid': (_grid_values, _set_grid),
+    'StationData': (_station_values, _set_stations),
 }
 
+# Those that are not made empty: what their constructor takes of it.
+MADE_OF = {'StationData': lambda names, *_: (len(names),)}
 
-def rebuild(cls, values):
-    """An object of the class from what was kept."""
-    made = cls()
-    RECORDS[cls.__name__][1](made, *values)
+
+def _library_class(cls):
+    """The library's class that a Python class is, or derives from."""
+    return next(base for base in cls.__mro__ if base.__module__ == 'Yul')
+
+
+def rebuild(cls, values, state):
+    """An object of the class from what was kept; `state` is what a Python class derived from it holds besides."""
+    kind = _library_class(cls)
+    made = cls.__new__(cls)
+    kind.__init__(made, *MADE_OF.get(kind.__name__, lambda *_: ())(*values))
+    RECORDS[kind.__name__][1](made, *values)
+    vars(made).update(state)
     return made
 
 
 def reduce(record):
     """What pickle asks of an object."""
     cls = type(record)
-    return rebuild, (cls, RECORDS[cls.__name__][0](record))
+    name = _library_class(cls).__name__
+    if name not in RECORDS:
+        raise TypeError(f"cannot pickle '{name}' object")
+    state = {key: value for key, value in vars(record).items() if key != 'this'}
+    return rebuild, (cls, RECORDS[name][0](record), state)

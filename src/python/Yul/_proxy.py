@@ -9,6 +9,7 @@ from the library, which wraps its results once it knows the class by `registercl
 import _Yul
 
 from . import _habits
+from ._paths import taking_paths
 
 try:
     from ._tables import BASES, CLASS_DOCS, DOCS, STATIC
@@ -29,6 +30,10 @@ class Object:
         return [name for name in dir(type(self))
                 if (name[0] != '_' or name.startswith('__')) and type(getattr(type(self), name, None)) is not int]
 
+    def __reduce__(self):
+        from ._pickling import reduce
+        return reduce(self)
+
     def __str__(self):
         write = getattr(self, 'toText', None) or getattr(self, 'toString', None)
         return repr(self) if write is None else _habits.text_of(write)
@@ -40,6 +45,7 @@ class Object:
 
 def _operation(function, class_name, name):
     """The flat function as a method, or as it is when it takes no object."""
+    function = taking_paths(function)
     if function.__name__ in STATIC:
         return staticmethod(function)
 
@@ -53,6 +59,8 @@ def _operation(function, class_name, name):
 
 
 def _constructor(new, attach):
+    new = taking_paths(new)
+
     def __init__(self, *arguments):
         attach(self, new(*arguments))
 

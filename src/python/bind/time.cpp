@@ -210,6 +210,9 @@ void bindDateRange(Module & m)
                 overload<int(Date const &)>(&DateRange::set), overload<int(int, int)>(&DateRange::set))
         .method("valid", overload<bool(Date const &) const>(&DateRange::valid),
                 overload<bool(int) const>(&DateRange::valid))
+        .method("getCenter", &DateRange::getCenter)
+        .method("getBefore", &DateRange::getBefore)
+        .method("getAfter", &DateRange::getAfter)
         .print(&DateRange::print);
 }
 

@@ -3,7 +3,9 @@ that their headers give."""
 
 from dataclasses import dataclass
 import keyword
+from pathlib import Path
 import re
+import runpy
 
 import _Yul
 import headers
@@ -13,6 +15,7 @@ VALUES = {'bool': 'bool', 'float': 'float', 'double': 'float', 'void': 'None', '
           **dict.fromkeys(INTEGERS, 'int')}
 RANKS = {'bool': 1, 'float': 3, 'double': 4, 'char': 5, 'std::string': 6, **dict.fromkeys(INTEGERS, 2)}
 CLASSES = tuple(_Yul._classes())
+PATH = 'str | PathLike[str] | None'
 
 
 def bare(name):
@@ -87,6 +90,7 @@ class Library:
     def __init__(self, source):
         self.signatures = _Yul._signatures()
         self.headers = headers.read_rooms(source)
+        self.paths = runpy.run_path(str(Path(source) / 'python' / 'Yul' / '_paths.py'))
 
     def class_chain(self, name):
         """The header's class and its bases, exposed or not, nearest first."""
@@ -125,9 +129,18 @@ class Library:
             names, declaration = ['other'], None  # a copy
         if len(names) < len(types) or declaration and declaration.kind == 'member':
             names = ['value'] if len(types) == 1 else [f'argument{i + 1}' for i in range(len(types))]
-        return Operation(kind, distinct(names[:len(types)]), [parameter_type(kind) for kind in types],
+        names = distinct(names[:len(types)])
+        return Operation(kind, names, self.parameter_types(function, cls, names, types),
                          cls if kind == 'constructor' else result_type(result),
                          declaration.doc if declaration else [], (len(types), *map(rank, types)), is_variadic)
+
+    def parameter_types(self, function, cls, names, types):
+        """Python's types; where names of files are taken, objects with a path too."""
+        found = [parameter_type(kind) for kind in types]
+        if function not in self.paths['FUNCTIONS']:
+            return found
+        texts = self.paths['NOT_PATHS'].get(cls, ())
+        return [PATH if kind == 'str | None' and name not in texts else kind for name, kind in zip(names, found)]
 
     def operations(self, cls, name, function):
         """The overloads of a function in the order in which they are tried, each kind of call once."""

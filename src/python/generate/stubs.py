@@ -9,7 +9,7 @@ import ast
 from pathlib import Path
 
 import _Yul
-from pytypes import CLASSES, exposed, result_type
+from pytypes import CLASSES, PATH, result_type
 from tables import class_documentation, parts_of
 
 HEADER = '''# mypy: disable-error-code="override, misc"
@@ -283,6 +283,8 @@ class Stubs:
 
     @staticmethod
     def flat_type(kind):
+        if kind == PATH:
+            return 'str | None'
         first, _, rest = kind.partition(' ')
         return f'Yul.{first} | PointerObject {rest}'.strip() if first in CLASSES else kind
 

@@ -3,6 +3,7 @@
 from datetime import datetime, timedelta, timezone
 import gc
 import os
+from pathlib import Path
 import subprocess
 import sys
 import weakref
@@ -169,6 +170,27 @@ def test_iterating_a_file_that_is_not_open_raises():
         list(GribFile())
 
 
+def test_names_of_files_may_be_paths(write_grib, tmp_path):
+    field = Path(write_grib(gribwriter.grib1(FIELD, AREA)))
+    [grid] = GribFile(field)
+    with Yul.GridFile(field) as file:
+        assert [other.getNx() for other in file] == [4]
+    own = tmp_path / 'own grid'
+    with Yul.GridYulFile() as file:
+        assert file.open(own, 1) == 1 and file.write(grid) == 1
+    assert Yul.FileTool.getSize(own) > 0 and GribFile().checkType(own) == GribFile().checkType(str(own))
+    assert Yul.Filename(field, own).getIndex() == str(own)
+    assert Yul.Yul.setDatabasePath(tmp_path) == 1 and Yul.Yul.getDatabasePath() == str(tmp_path)
+    # a name that is not text survives as the system's octets
+    odd = tmp_path / os.fsdecode(b'f\xfcr')
+    odd.write_bytes(field.read_bytes())
+    assert len(list(GribFile(odd))) == 1
+    for refused in (lambda: Yul.Level(field), lambda: _Yul.new_GribFile(field), lambda: GribFile(bytes(field)),
+                    lambda: Grid().setInfo(field)):
+        with pytest.raises(TypeError):
+            refused()
+
+
 # ---- lists and records ------------------------------------------------------------------------------------------
 
 @pytest.mark.parametrize('kind, items', [
@@ -272,6 +294,21 @@ def test_dates_compare_and_add_in_place():
     later += 60
     assert kept() is later and later > date and date < later
     assert later.datetime - date.datetime == timedelta(seconds=59.5)  # += counts whole seconds
+
+
+def test_dates_move_by_timedeltas():
+    date = kept = Date(2026, 11, 14, 12, -9999, -9999.0)
+    date += timedelta(days=1, hours=13)
+    assert date is kept and str(date) == '01Z 16 NOV 2026'
+    date -= timedelta(hours=1)
+    assert date is kept and str(date) == '00Z 16 NOV 2026' and date - timedelta(days=1) == Date('2026111500')
+    date -= 60
+    assert date is kept and date.datetime == datetime(2026, 11, 15, 23, 59, tzinfo=timezone.utc)
+    for wrong in (1.5, None, 'an hour', date):
+        with pytest.raises(TypeError):
+            date += wrong
+        with pytest.raises(TypeError):
+            date + wrong
 
 
 # ---- start-up ---------------------------------------------------------------------------------------------------
