@@ -97,10 +97,15 @@ def title_of(page):
     return page.read_text(encoding='utf-8').partition('\n')[0].lstrip('# ').strip()
 
 
+def in_order(target):
+    """The pages of the guide in the order of the front page's links, then those of the reference."""
+    links = re.findall(r'\]\(([\w/]+\.md)\)', (target / 'index.md').read_text(encoding='utf-8'))
+    return [target / 'index.md', *(target / name for name in dict.fromkeys(links))]
+
+
 def write_site(target, markdown):
     """Each page of Markdown as HTML beside it, with the list of pages at its side; the Markdown goes."""
-    pages = [target / 'index.md', *sorted(page for page in target.glob('*.md') if page.name != 'index.md'),
-             *sorted(target.glob('reference/*.md'))]
+    pages = in_order(target)
     for page in pages:
         up = '../' * (len(page.relative_to(target).parts) - 1)
         parts = {False: [], True: []}
