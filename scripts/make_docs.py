@@ -30,11 +30,13 @@ PAGE = '''<!DOCTYPE html>
 body {{ font: 16px/1.5 sans-serif; margin: 0; color: #222; display: flex; flex-wrap: wrap; }}
 nav {{ flex: 0 0 14em; padding: 1.5em; background: #f3f5f7; }}
 nav ul {{ list-style: none; padding: 0; margin: 0 0 1em; }}
-main {{ flex: 1 1 32em; max-width: 54em; min-width: 0; padding: 1em 2em; }}
+main {{ flex: 1 1 32em; max-width: 62em; min-width: 0; padding: 1em 2em; }}
 a {{ color: #1a5a96; text-decoration: none; }}
 a:hover {{ text-decoration: underline; }}
 pre {{ background: #f6f8fa; padding: .8em; overflow-x: auto; }}
+pre:has(.language-text) {{ background: none; border-left: 4px solid #d5dde5; white-space: pre-wrap; }}
 code {{ font: 14px/1.4 monospace; }}
+pre code {{ font-size: 13px; }}
 table {{ border-collapse: collapse; display: block; overflow-x: auto; }}
 td, th {{ border: 1px solid #ccc; padding: .2em .6em; text-align: left; vertical-align: top; }}
 img {{ max-width: 100%; }}

@@ -61,7 +61,7 @@ public:
     /// False when the name is not set or its value is "no", "off" or "false" in any case; a bare switch is
     /// true.
     [[nodiscard]] bool getBool(char const * name) const;
-    [[nodiscard]] int getType(char const * name) const;
+    [[nodiscard]] int getType(char const * name) const; ///< the source it came from, else NONE
     /// Reads the value by a scanf format; returns the number of items assigned.
     int scanf(char const * name, char const * format, ...) const;
 

@@ -20,7 +20,7 @@ public:
     int set(char const * text, char separator);
     /// Appends a copy of the text; a null pointer counts as an empty text.
     int add(char const * text);
-    int clear();
+    int clear(); ///< empties the list
 
     [[nodiscard]] int getNum() const noexcept { return static_cast<int>(items.size()); }
 

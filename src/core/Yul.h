@@ -60,7 +60,7 @@ public:
     static int setMessageLevel(char const * text);
     /// The mask itself, not a level number.
     [[nodiscard]] static unsigned getMessageLevel();
-    [[nodiscard]] static bool checkMessage(int level);
+    [[nodiscard]] static bool checkMessage(int level); ///< whether the mask lets the level through
     /// True when any debug level is on, or level DEBUGn.
     [[nodiscard]] static bool isDebug();
     [[nodiscard]] static bool isDebug(int n);
@@ -87,7 +87,7 @@ public:
     static int setProgramName(char const * name);
     /// The name, or "Yul" while it is empty.
     [[nodiscard]] static char const * getProgramName();
-    static int setDatabasePath(char const * path);
+    static int setDatabasePath(char const * path); ///< the directory of the library's data files
     /// The path, empty while none is set; valid until it is set again.
     [[nodiscard]] static char const * getDatabasePath();
     /// The application's fixed current time, seconds since 1970, UTC; Const::MISS until set.
@@ -104,24 +104,24 @@ public:
     static int sleep(float seconds);
     /// Reads one character from standard input.
     static int pause();
-    [[nodiscard]] static char const * getVersion();
+    [[nodiscard]] static char const * getVersion(); ///< one fixed text
 
     /// The process-wide resource store and its operations, see Resrc.
     [[nodiscard]] static Resrc & resrc();
-    [[nodiscard]] static char const * getResrc(char const * name);
-    [[nodiscard]] static int getResrc(char const * name, int def);
-    [[nodiscard]] static float getResrc(char const * name, float def);
-    [[nodiscard]] static char const * getResrc(char const * name, char const * def);
-    [[nodiscard]] static bool getResrcBool(char const * name);
-    [[nodiscard]] static int getResrcType(char const * name);
-    static int addResrc(char const * name, char const * value, int type);
-    static int putResrc(char const * name, char const * value);
-    static int setResrc(char const * name, char const * value);
+    [[nodiscard]] static char const * getResrc(char const * name);                   ///< see Resrc::get
+    [[nodiscard]] static int getResrc(char const * name, int def);                   ///< def while not set
+    [[nodiscard]] static float getResrc(char const * name, float def);               ///< def while not set
+    [[nodiscard]] static char const * getResrc(char const * name, char const * def); ///< def while not set
+    [[nodiscard]] static bool getResrcBool(char const * name);                       ///< see Resrc::getBool
+    [[nodiscard]] static int getResrcType(char const * name);                        ///< see Resrc::getType
+    static int addResrc(char const * name, char const * value, int type);            ///< see Resrc::add
+    static int putResrc(char const * name, char const * value);                      ///< see Resrc::put
+    static int setResrc(char const * name, char const * value);                      ///< see Resrc::set
     /// Joins the value behind the present one with a newline.
     static int appendResrc(char const * name, char const * value);
-    static int printAllResrc();
-    static int rewindResrc();
-    [[nodiscard]] static char const * nextResrc();
+    static int printAllResrc();                    ///< lists all of them on standard output
+    static int rewindResrc();                      ///< see Resrc::rewind
+    [[nodiscard]] static char const * nextResrc(); ///< see Resrc::getNext
 };
 
 } // namespace Yul

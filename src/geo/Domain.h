@@ -96,7 +96,7 @@ public:
     /// Computes the limits from centre, counts and spacing. They are all missing when one of these is, or
     /// when a count is below 1; returns 0 then.
     int setLimits();
-    int setView(Rect const & rect);
+    int setView(Rect const & rect); ///< stores the view; nothing else depends on it
 
     /// The extent of the grid in the plane, from the first to the last column and row.
     [[nodiscard]] Rect const & getLimits() const noexcept { return limits; }

@@ -121,7 +121,7 @@ public:
     /// Window coordinates of transform `from` to those of transform `to`.
     int tranWindow(int from, float from_x, float from_y, int to, float & x, float & y) const;
     int tranWindow(int from, float from_x, float from_y, int to, Point & point) const;
-    int printTran() const;
+    int printTran() const; ///< lists the current transform on standard output
     /// A transform itself; the current one for a number outside 0 to 3.
     [[nodiscard]] GTran const & getTransform(int tran) const;
 
@@ -171,8 +171,8 @@ public:
     int setTextAlign(int horizontal, int vertical);
     /// Above 0: text stands on a filled box of this colour.
     int setTextBoxColor(int color);
-    int setDropColor(int color);
-    int setDropShadow(int count);
+    int setDropColor(int color);  ///< of the shadow under text
+    int setDropShadow(int count); ///< how many steps it is deep, 0 for none
 
     [[nodiscard]] int getDropShadow() const noexcept { return drop_count; }
 
@@ -193,9 +193,9 @@ public:
     /// 1 point, 2 plus, 3 star, 4 circle, 5 cross, 6 square, 7 triangle, 8 dot, 9 inverted triangle,
     /// 10 lightning; marks of other types draw nothing
     int setMarkType(int type);
-    int setMarkWeight(float weight);
-    int drawMark(float x, float y);
-    int drawMarkLine(float x, float y, float size);
+    int setMarkWeight(float weight);                ///< width of its strokes, in the device's dots
+    int drawMark(float x, float y);                 ///< one of the type and size that are set
+    int drawMarkLine(float x, float y, float size); ///< one of that size, drawn with lines
     /// The symbol file, in the database directory.
     int setSymbol(char const * name);
     /// A symbol of the set in the mark colour; 0 for an unknown name.

@@ -285,8 +285,8 @@ public:
 
     /// Fields, then statistics.
     int print() const;
-    int printInfo() const;
-    int printStats() const;
+    int printInfo() const;  ///< the fields, a line each
+    int printStats() const; ///< how many values there are, their mean and range
     /// One line a row, northern row first; "M" for missing.
     int printData() const;
 

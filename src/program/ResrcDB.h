@@ -69,11 +69,11 @@ class ResrcDB
 {
 public:
     /// Fills the settings from built-in names, the resource files on the search path, the environment and the
-    /// argument list; later sources override earlier ones, and on the path later files override earlier ones.
-    /// Then sets the message level ("message"), the database path ("file_path") and the initial time
-    /// ("cur_time"). args        the argument list, the program's own path first keyed       options given as
-    /// "-key value"; positional  options given by place, the last takes all surplus return      1. Missing
-    /// files and unknown keys are passed over.
+    /// argument list, later ones over earlier ones; then the message level, database path and initial time.
+    /// args        the argument list, the program's own path first
+    /// keyed       options given as "-key value"
+    /// positional  options given by place, the last takes all surplus
+    /// return      1; missing files and unknown keys are passed over
     static int create(Strings & args, ResrcDBList & keyed, ResrcDBList & positional);
     /// The text behind the last "/" of the path; 0 for a null path.
     static int decodeProgramName(char const * path, String & name);

@@ -58,10 +58,10 @@ public:
     /// Kept: 2000 is added to a value below 50 and 1900 to a value below 200, both tests made on the
     /// argument, so 26 is stored as 3926 and the missing marker as -6099. Negative years are refused.
     int setYear(int value);
-    int setMonth(int value);
-    int setDay(int value);
-    int setHour(int value);
-    int setMinute(int value);
+    int setMonth(int value);  ///< 1 to 12
+    int setDay(int value);    ///< 1 to 31
+    int setHour(int value);   ///< 0 to 23
+    int setMinute(int value); ///< 0 to 59
     /// 0.0 to 59.99999.
     int setSecond(float value);
     /// Adds a fraction, 0 <= value < 1 (the missing marker is not checked), to the second; the seconds since
@@ -122,8 +122,8 @@ public:
     [[nodiscard]] bool isLeap() const noexcept;
 
     /// Completes a reported "HH", "DDHH" or "MMDDHH" from this reference time: moves to the nearest day,
-    /// month or year that has it. A value out of range is passed over. return  1; 0 when a value was out of
-    /// range.
+    /// month or year that has it. A value out of range is passed over.
+    /// return  1; 0 when a value was out of range
     int adjustHour(int h);
     int adjustHour(int d, int h);
     /// Kept: the month is set before it is compared, so the year changes only when the month was refused.

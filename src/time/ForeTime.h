@@ -88,7 +88,7 @@ public:
     /// For plot labels: "24 hour", "3 day", "90 minute", "analysis", "0-24 hour accumulation"; "data" for
     /// NONE.
     int toTimeLabel(String & out) const;
-    int print() const;
+    int print() const; ///< prints the text and a newline
 
 private:
     [[nodiscard]] bool hasTime() const noexcept;
