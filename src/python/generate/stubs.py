@@ -184,7 +184,7 @@ class Stubs:
             found[0].result = 'Self'
         is_static = all(operation.kind == 'static' for operation in found)
         for line in overloads(found, name, '' if is_static else 'self', INDENT):
-            if is_static and 'def ' in line:
+            if is_static and line.lstrip().startswith('def '):
                 yield f'{INDENT}@staticmethod'
             yield line
 
