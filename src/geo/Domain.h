@@ -214,7 +214,7 @@ public:
     /// on the direction it is the square root of the areal scale. Const::MISS where the position has no
     /// image.
     [[nodiscard]] float getMapFactor(EarthPoint const & earth) const;
-    /// Great-circle distance, units of 100 km; Const::MISS when a coordinate is missing.
+    /// Great-circle distance, units of 100 km; Const::MISS when a coordinate is missing or the earth has no radius.
     [[nodiscard]] static float calcEarthDist(EarthPoint const & a, EarthPoint const & b);
 
     /// Other counts over the same extent. Returns 0 and changes nothing for counts below 2.

@@ -189,7 +189,8 @@ float Domain::calcEarthDist(EarthPoint const & a, EarthPoint const & b)
         s_lat * s_lat + detail::math::sinCos(lat1).cos * detail::math::sinCos(lat2).cos * s_lon * s_lon;
     double const half = std::sqrt(std::min(chord, 1.0));
     double const angle = 2 * detail::math::DEGREE * detail::math::atan2(half, std::sqrt(1 - half * half));
-    return static_cast<float>(earth_rad * angle);
+    double const distance = earth_rad * angle;
+    return earth_rad > 0 && detail::fitsFloat(distance) ? static_cast<float>(distance) : Const::MISS;
 }
 
 int Domain::scaleSize(int nx, int ny)

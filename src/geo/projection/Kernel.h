@@ -17,12 +17,12 @@
 
 namespace Yul::detail {
 
-/// The earth's dimensions, units of 100 km.
+/// The earth's dimensions, units of 100 km. As long as they are not known they equal no earth, not even each other.
 struct EarthFigure
 {
-    double radius = 0;
-    double major = 0;
-    double minor = 0;
+    double radius = math::NONE;
+    double major = math::NONE;
+    double minor = math::NONE;
 
     bool operator==(EarthFigure const &) const = default;
 };

@@ -405,7 +405,14 @@ TEST(Domain, TheEarthIsSharedByAllDomains)
         EXPECT_EQ(early.tran(EarthPoint(50, -80), after), 0) << bad;
         EXPECT_EQ(ellipse.tran(EarthPoint(50, -80), after), 0) << bad;
         EXPECT_EQ(after.x, MISS);
+        EXPECT_EQ(Domain::calcEarthDist(EarthPoint(0, 0), EarthPoint(0, 90)), MISS) << bad;
     }
+    Domain again = early;
+    Domain::earth_rad = Domain::earth_maj = Domain::earth_min = 0;
+    again.set("merc,0,0,5,5,1"); // the constants of the projection before do not come back
+    EXPECT_EQ(again.tran(EarthPoint(50, -80), after), 0);
+    again.set("xy,0,0,5,5,1");
+    EXPECT_EQ(again.tran(EarthPoint(50, -80), after), 1);
 }
 
 TEST(Domain, LaysAGridBetweenTwoCorners)
