@@ -204,11 +204,13 @@ public:
     int adjust(Points & points) const;
 
     /// Turns a direction (degrees clockwise) from true north to grid north, the upward direction of the
-    /// plane, at a position; result 0 to 360. Const::MISS when an input is missing or the position has no
-    /// image.
+    /// plane, at a position or a point of the plane; result 0 to 360. Const::MISS when an input is missing or
+    /// the position has no image.
     [[nodiscard]] float adjustDir(float angle, EarthPoint const & earth) const;
+    [[nodiscard]] float adjustDir(float angle, Point const & point) const;
     /// From grid north to true north.
     [[nodiscard]] float unadjustDir(float angle, EarthPoint const & earth) const;
+    [[nodiscard]] float unadjustDir(float angle, Point const & point) const;
 
     /// The scale of the plane at a position: length in the plane over length on the earth. Where it depends
     /// on the direction it is the square root of the areal scale. Const::MISS where the position has no

@@ -166,6 +166,20 @@ float Domain::unadjustDir(float angle, EarthPoint const & earth) const
                                                   : Const::MISS;
 }
 
+float Domain::adjustDir(float angle, Point const & point) const
+{
+    EarthPoint earth;
+    tran(point, earth);
+    return adjustDir(angle, earth);
+}
+
+float Domain::unadjustDir(float angle, Point const & point) const
+{
+    EarthPoint earth;
+    tran(point, earth);
+    return unadjustDir(angle, earth);
+}
+
 float Domain::getMapFactor(EarthPoint const & earth) const
 {
     double const scale = distortionAt(earth).scale;

@@ -301,8 +301,10 @@ void bindDomain(Module & m)
                 overload<int(Domain const &, GridPoint const &, GridPoint &) const>(&Domain::translate))
         .method("adjust", overload<int(Point &) const>(&Domain::adjust),
                 overload<int(Points &) const>(&Domain::adjust))
-        .method("adjustDir", &Domain::adjustDir)
-        .method("unadjustDir", &Domain::unadjustDir)
+        .method("adjustDir", overload<float(float, EarthPoint const &) const>(&Domain::adjustDir),
+                overload<float(float, Point const &) const>(&Domain::adjustDir))
+        .method("unadjustDir", overload<float(float, EarthPoint const &) const>(&Domain::unadjustDir),
+                overload<float(float, Point const &) const>(&Domain::unadjustDir))
         .method("getMapFactor", &Domain::getMapFactor)
         .staticMethod("calcEarthDist", &Domain::calcEarthDist)
         .method("scaleSize", &Domain::scaleSize)

@@ -537,6 +537,16 @@ TEST(Domain, DerivesDomains)
     EXPECT_NEAR(there.lon, 100, 1e-4);
 }
 
+TEST(Domain, TurnsDirectionsAtPointsOfThePlane)
+{
+    Domain const domain("ps:90:-95,60,-95,101,81,1");
+    EXPECT_NEAR(domain.adjustDir(20, EarthPoint(60, -5)), 290, 1e-3);
+    EXPECT_NEAR(domain.adjustDir(20, Point(10, 0)), 290, 1e-3);
+    EXPECT_NEAR(domain.unadjustDir(20, Point(10, 0)), 110, 1e-3);
+    EXPECT_EQ(domain.adjustDir(20, Point()), MISS);
+    EXPECT_EQ(domain.unadjustDir(20, Point(NOT_A_NUMBER, 0)), MISS);
+}
+
 TEST(Domain, TranslatesBetweenPlanes)
 {
     Domain const from("ps:90:-95,60,-95,101,81,1");
