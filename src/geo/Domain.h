@@ -223,7 +223,8 @@ public:
     int scaleSize(int nx, int ny);
     /// A grid that is `factor` times as dense over the same extent.
     int scaleGrid(float factor);
-    /// Moves the centre and multiplies the extent by `factor`; the counts stay.
+    /// Moves the centre and multiplies the extent by `factor`; the counts stay. Returns 0 and changes nothing when
+    /// the centre has no image or the extent is beyond all floats.
     int zoom(Point const & centre, float factor);
     int zoom(EarthPoint const & centre, float factor);
     /// Moves the centre.

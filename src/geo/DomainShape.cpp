@@ -236,7 +236,12 @@ int Domain::recentre(EarthPoint const & centre, float factor)
         next.dx *= factor;
     if (!isMissing(val.dy))
         next.dy *= factor;
-    return set(next);
+    Domain moved = *this;
+    moved.set(next);
+    if (hasLimits() && !moved.hasLimits())
+        return 0;
+    *this = moved;
+    return 1;
 }
 
 int Domain::zoom(EarthPoint const & centre, float factor)

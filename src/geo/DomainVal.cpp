@@ -81,7 +81,7 @@ int DomainVal::setParam(int i, float value) noexcept
 int DomainVal::scaleSize(int columns, int rows)
 {
     auto const is_spacing = [](float d) { return std::isfinite(d) && !detail::isMissing(d); };
-    if (columns < 2 || rows < 2 || nx < 1 || ny < 1 || !is_spacing(dx) || !is_spacing(dy))
+    if (columns < 2 || rows < 2 || nx < 2 || ny < 2 || !is_spacing(dx) || !is_spacing(dy))
         return 0;
     dx = static_cast<float>(static_cast<double>(dx) * (nx - 1.0) / (columns - 1.0));
     dy = static_cast<float>(static_cast<double>(dy) * (ny - 1.0) / (rows - 1.0));

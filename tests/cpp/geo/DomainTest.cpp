@@ -526,7 +526,9 @@ TEST(Domain, DerivesDomains)
     EXPECT_EQ(domain.zoom(Point(), 1) + domain.zoom(EarthPoint(1, 2), 0) + domain.scaleGrid(-1) +
                   domain.scaleSize(1, 5) + domain.scaleGrid(NOT_A_NUMBER) + domain.scaleGrid(1e30F),
               0);
-    EXPECT_EQ(domain.getNx(), 101);
+    EXPECT_EQ(domain.zoom(EarthPoint(1, 2), 3e38F), 0);
+    EXPECT_EQ(std::tuple(domain.getNx(), domain.getDx()), std::tuple(101, .5F));
+    EXPECT_EQ(Domain("ll,0,0,1,5,1").scaleSize(5, 5), 0); // no width
     Point moved(1, 2);
     EXPECT_EQ(domain.offset(moved, 3, -4, moved), 1);
     EXPECT_EQ(std::tuple(moved.x, moved.y), std::tuple(4.F, -2.F));
