@@ -95,8 +95,9 @@ int Domain::set(EarthPoint const & lower_left, EarthPoint const & upper_right, i
     Domain next = *this;
     if (isMissing(val.plat))
         next.val.plat = (lower_left.lat + upper_right.lat) / 2;
+    float const turn = upper_right.lon < lower_left.lon ? 360 : 0; // the grid lies east of the lower left
     if (isMissing(val.plon))
-        next.val.plon = (lower_left.lon + upper_right.lon) / 2;
+        next.val.plon = (lower_left.lon + upper_right.lon + turn) / 2;
     next.setParam();
     Point a;
     Point b;

@@ -81,8 +81,8 @@ public:
     /// Takes over the record; missing reference positions become the centre, a given param[2] becomes
     /// `earth_rad`.
     int set(DomainVal const & val);
-    /// Keeps the projection and lays the grid between two corners; returns 0 and changes nothing when a
-    /// corner has no image or a count is below 2.
+    /// Keeps the projection and lays the grid between two corners, whose middle counts as a missing reference
+    /// position; returns 0 and changes nothing when a corner has no image or a count is below 2.
     int set(EarthPoint const & lower_left, EarthPoint const & upper_right, int nx, int ny);
     /// A plain xy domain with centre 0, 0 and spacing 1; returns 0 and changes nothing for counts below 1.
     int set(int nx, int ny);

@@ -434,6 +434,12 @@ TEST(Domain, LaysAGridBetweenTwoCorners)
         EXPECT_EQ(domain.set(low, high, 71, 1), 0);
         EXPECT_EQ(domain.getNx(), 71);
     }
+    DomainVal val;
+    val.proj = Domain::LATLON;
+    Domain domain(val);
+    ASSERT_EQ(domain.set(EarthPoint(-10, 170), EarthPoint(10, -170), 21, 11), 1); // over the seam
+    EXPECT_EQ(std::tuple(domain.get().plon, domain.getDx(), domain.getDy()), std::tuple(180.F, 1.F, 2.F));
+    EXPECT_EQ(domain.within(EarthPoint(0, -175)), 1);
 }
 
 TEST(Domain, KnowsWherePointsLie)
