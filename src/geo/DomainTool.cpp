@@ -87,7 +87,7 @@ bool decodeStation(DomainVal & val, std::string_view text)
 {
     std::string file = CityFile::DEFAULT_NAME;
     std::string id(text);
-    if (text.starts_with("id:")) {
+    if (detail::startsIgnoringCase(text, "id:")) {
         id = text.substr(3);
         if (std::size_t const colon = id.rfind(':'); colon != std::string::npos) {
             file = id.substr(0, colon);

@@ -228,7 +228,7 @@ TEST(DomainTool, FindsStationsAndRegions)
     ASSERT_EQ(DomainTool::decode("ps,KMSP,50,40,1,2", val), 1);
     EXPECT_NEAR(val.clat, 44.9, 0.1);
     EXPECT_NEAR(val.clon, -93.2, 0.1);
-    EXPECT_EQ(DomainTool::decode("id:CYUL", val), 1);
+    EXPECT_EQ(DomainTool::decode("ID:CYUL", val), 1);
     EXPECT_NEAR(val.clat, 45.47, 0.1);
     EXPECT_EQ(val.nx, 50);
     EXPECT_EQ(DomainTool::decode("id:sao.cty:eddf,3", val), 1);
