@@ -5,7 +5,7 @@ import math
 import numpy as np
 import pytest
 
-from Yul import Domain, EarthPoint, EarthPoints, Point, Points
+from Yul import Domain, EarthPoint, EarthPoints, Point, Points, cvar
 
 pyproj = pytest.importorskip('pyproj')
 
@@ -137,7 +137,10 @@ def test_scale_and_north_agree_with_the_peers_derivatives(text, peer, lats, lons
     assert tried > 20
 
 
-@pytest.mark.parametrize('text', [case[0] for case in CASES])
+@pytest.mark.parametrize('text', [case[0] for case in CASES] + [
+    'ps:-90:10:60,-60,10,9,9,1', 'ps:90:10:-30,60,10,9,9,1',  # true on the other hemisphere
+    'radial:-30:20,-30,20,5,5,1',
+])
 def test_exports_its_plane(text):
     domain = Domain(text)
     peer = pyproj.Proj(domain.proj)
@@ -159,3 +162,11 @@ def test_gives_the_positions_of_its_grid():
     assert (domain.lats[20, 4], domain.lons[20, 4]) == (5, 12)
     assert Domain().lats is None and Domain('ll,0,0,2000000000,2000000000,1').lons is None
     assert Domain('skewt,500,0').proj is None and Domain('gnom,0,0,5,5,1').cf is None
+
+
+def test_exports_nothing_without_a_plane():
+    for text in ('', 'lamb:40:-95:30:-30,40,-95,5,5,1', 'sat:0:0:10,0,0,5,5,1', 'merc:e:0:0:95,0,0,5,5,1'):
+        assert Domain(text).proj is None and Domain(text).cf is None
+    radar = Domain('radial:35:-97::60,35,-97,5,5,1')
+    cvar.Domain_earth_rad = 63.7122
+    assert '+R=6371220 ' in radar.proj and cvar.Domain_earth_rad == 63.7122  # looking changes nothing
