@@ -8,6 +8,7 @@
 #include "geo/LookupFile.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <string>
 #include <vector>
@@ -194,7 +195,7 @@ std::optional<DomainVal> zoomed(DomainVal const & previous, DomainVal const & ne
     result.clon = next.clon;
     result.dx *= factor;
     result.dy *= factor;
-    return result;
+    return std::isfinite(result.dx) && std::isfinite(result.dy) ? std::optional(result) : std::nullopt;
 }
 
 /// The previous domain with other counts over the same extent.

@@ -133,6 +133,9 @@ TEST(DomainTool, KeepsFieldsThatATextDoesNotGive)
         EXPECT_EQ(textOf(val), result) << text;
     }
     DomainVal degrees;
+    DomainTool::decode("ll,0,0,11,11,10", degrees);
+    EXPECT_EQ(warningsOf([&] { DomainTool::decode("zoom,0,0,3e38", degrees); }),
+              "DomainTool::decode: Invalid plot domain: zoom,0,0,3e38\n"); // beyond all floats
     DomainTool::decode("ll,0,0,11,11,1", degrees);
     ASSERT_EQ(DomainTool::decode("lamb,40,-95", degrees), 1);
     EXPECT_NEAR(degrees.dx, 1.2 * 63.7122 * 0.017453293, 1e-5); // a degree is 1.112 units long
