@@ -10,7 +10,7 @@
 #   make bench-peers     installs the other software, and names what cannot be had
 #   make fuzz    feeds the readers of outside bytes damaged input (SECONDS each, 60 unless given)
 #   make gallery renders the scripts of examples/gallery to docs/gallery (GALLERY: the names of some)
-#   make wheel   makes dist/, the source archive and a wheel with its codec libraries, and tries both in empty places
+#   make wheel   makes dist/, the source archive and a wheel with its codec libraries, and tries it in an empty place
 #   make test-extras  tests that wheel with the optional packages: xarray, dask, mypy, cfgrib ...
 #   make docs    the reference and the figures in build/docs
 #   make format  formats the C++ sources in place; make check-format only compares
