@@ -20,7 +20,8 @@ namespace {
 using detail::trimmed;
 
 constexpr std::size_t LONGEST_NAME = 31;
-constexpr std::size_t LONGEST_TEXT = 250;
+constexpr std::size_t LONGEST_UNITS = 200;
+constexpr std::size_t LONGEST_TEXT = 250; // name, units, and blanks round them
 constexpr std::string_view NOT_SET = "miss";
 
 bool isNameCharacter(char c)
@@ -91,7 +92,7 @@ int Variable::decode(char const * text)
     if (detail::sameIgnoringCase(whole, NOT_SET))
         return init();
     auto const [head, new_units] = splitUnits(whole);
-    if (head.empty())
+    if (head.empty() || (new_units && new_units->size() > LONGEST_UNITS))
         return 0;
 
     Variable next;

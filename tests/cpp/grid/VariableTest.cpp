@@ -215,9 +215,10 @@ TEST(Variable, ReadsAndWritesTexts)
 TEST(Variable, RefusesOtherTextsAndKeepsWhatItWas)
 {
     std::string const endless(100000, 'x');
-    for (char const * text :
-         {static_cast<char const *>(nullptr), "", "  ", "[K]", ":K", "two words", "a,b", "12345",
-          "99999999999999", "\xff", "caf\xc3\xa9", "a*b", "miss:", "Miss[K]", endless.c_str()}) {
+    std::string const long_units = "RH:" + std::string(201, 'm');
+    for (char const * text : {static_cast<char const *>(nullptr), "", "  ", "[K]", ":K", "two words", "a,b",
+                              "12345", "99999999999999", "\xff", "caf\xc3\xa9", "a*b", "miss:", "Miss[K]",
+                              long_units.c_str(), endless.c_str()}) {
         Variable variable("RH");
         EXPECT_EQ(variable.decode(text), 0) << (text != nullptr ? text : "null");
         EXPECT_STREQ(variable.getName(), "RH");
