@@ -66,6 +66,12 @@ def run_lengths():
     return bytes([1, 5, 0, 3, len(section)]) + section + bytes([0x18, 0x27, 0x34])
 
 
+def counted_in_units(octets):
+    """The message of edition 1 with its length as messages above 8 MB have it: in units of 120 octets."""
+    data = 8 + 28 + 32
+    return octets[:4] + b'\x80\0\1' + octets[7:data] + (120 + 4 - len(octets)).to_bytes(3, 'big') + octets[data + 3:]
+
+
 def main():
     messages, kernels = HERE / 'corpus' / 'grib', HERE / 'corpus' / 'grib_packing'
     for target in (messages, kernels):
@@ -75,6 +81,8 @@ def main():
             (messages / f'{name}-{edition}.grib').write_bytes(write(VALUES, grid, scan=w.PLUS_J, hours=6))
         (messages / f'bitmap-{edition}.grib').write_bytes(write(MISSING, GRIDS['latlon'], bits=9))
         (messages / f'constant-{edition}.grib').write_bytes(write(0 * VALUES, GRIDS['latlon']))
+        if edition == 1:
+            (messages / 'large-1.grib').write_bytes(counted_in_units(write(VALUES, GRIDS['latlon'])))
         rows = write(VALUES, GRIDS['latlon'], scan=w.ALTERNATE_ROWS)
         (messages / f'two-in-a-bulletin-{edition}.grib').write_bytes(b'\1\r\r\nHHXX10 EDZW 141200\r\r\n' + rows + rows)
     for name, octets in pictures(ROUGH):

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 namespace Yul::detail::grib {
@@ -130,7 +131,7 @@ bool Reader::searchHere()
 /// the search goes on at its next one.
 bool Reader::searchOn(std::uint64_t from)
 {
-    constexpr std::size_t PIECE = 4096;
+    constexpr std::size_t PIECE = 1 << 16;
     if (!starts.empty()) {
         here.position = from;
         return true;
@@ -138,8 +139,9 @@ bool Reader::searchOn(std::uint64_t from)
     for (;; from += PIECE - EDITION1_INDICATOR) {
         input.release(from);
         Octets const window = input.view(from, PIECE);
-        for (std::size_t i = 0; i + EDITION1_INDICATOR <= window.size(); ++i)
-            if (beginsWith(window.subspan(i), "GRIB") && (window[i + 7] == 1 || window[i + 7] == 2)) {
+        std::string_view const text(reinterpret_cast<char const *>(window.data()), window.size());
+        for (std::size_t i = 0; (i = text.find("GRIB", i)) != text.npos; ++i)
+            if (i + EDITION1_INDICATOR <= window.size() && (window[i + 7] == 1 || window[i + 7] == 2)) {
                 here.position = from + i;
                 return true;
             }
@@ -304,9 +306,10 @@ bool Reader::takeSection1(
 void Reader::correctLarge(Extent & data)
 {
     std::uint64_t const stated = here.message_end - here.message;
-    if ((stated & LARGE) == 0 || data.length >= LARGE_UNIT)
+    std::uint64_t const units = (stated & ~LARGE) * LARGE_UNIT;
+    if ((stated & LARGE) == 0 || data.length >= LARGE_UNIT || data.length > units)
         return;
-    std::uint64_t const length = (stated - LARGE) * LARGE_UNIT - data.length + END_MARK;
+    std::uint64_t const length = units - data.length + END_MARK;
     here.message_end = here.message + length;
     data.length = std::max(here.message_end, data.position + END_MARK) - END_MARK - data.position;
 }

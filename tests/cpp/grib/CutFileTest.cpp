@@ -1,7 +1,7 @@
 // Messages cut at every octet: reading ends, finds the fields that are whole, and never gives values of others.
 //
-// YUL_GRIB_SAMPLES names a folder of real files. Their messages of at most 2 kB are cut at every octet, or all of them when
-// YUL_GRIB_ALL_CUTS is set, which takes some minutes.
+// YUL_GRIB_SAMPLES names a folder of real files. Their messages of at most 2 kB are cut, or of as many octets as
+// YUL_GRIB_CUTS says: a megabyte of them takes minutes.
 #include "core/Yul.h"
 #include "grid/GribFile.h"
 #include "grid/Grid.h"
@@ -151,8 +151,9 @@ TEST(CutFiles, OfRealCentresEndCleanlyAtEveryOctet)
     char const * const folder = std::getenv("YUL_GRIB_SAMPLES");
     if (folder == nullptr || *folder == '\0')
         GTEST_SKIP() << "YUL_GRIB_SAMPLES names no folder of sample files";
-    bool const is_all = std::getenv("YUL_GRIB_ALL_CUTS") != nullptr;
-    std::cout << cutAll(folder, is_all ? SIZE_MAX : LARGEST) << " cuts\n";
+    char const * const largest = std::getenv("YUL_GRIB_CUTS");
+    std::cout << cutAll(folder, largest != nullptr ? std::strtoul(largest, nullptr, 10) : LARGEST)
+              << " cuts\n";
 }
 
 } // namespace

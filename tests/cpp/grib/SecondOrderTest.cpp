@@ -173,6 +173,11 @@ TEST(SecondOrderPacking, RefusesEveryCutAndExtensions)
     rows.second_flags = WIDTH_EACH; // row by row
     rows.row_length = 0;
     EXPECT_NE(unpackSecondOrder(packed.octets, rows, out), "");
+    Packing empty; // sixteen million groups of nothing
+    empty.second_flags = EXTENDED;
+    empty.groups = (1U << 24) - 1;
+    EXPECT_EQ(unpackSecondOrder(std::vector<std::uint8_t>(20), empty, out),
+              "second-order packing does not fit its section");
 }
 
 } // namespace

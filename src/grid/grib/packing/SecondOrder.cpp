@@ -151,7 +151,7 @@ std::string unpackExtended(Octets data, Packing const & p, std::span<float> out)
     bool const is_whole = !head.isShort() && given.cut(rest, given_bits, order > 0 ? order + 1 : 0) &&
                           widths.cut(rest, width_bits, p.groups) &&
                           lengths.cut(rest, length_bits, p.groups) && bases.cut(rest, p.bits, p.groups);
-    if (!is_whole || order > out.size())
+    if (!is_whole || order > out.size() || p.groups > out.size())
         return MISFIT;
     std::array<std::uint32_t, Differences::HIGHEST_ORDER> first{};
     for (unsigned i = 0; i < order; ++i)
