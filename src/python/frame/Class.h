@@ -229,9 +229,7 @@ private:
         row.name = declared_name;
         row.kind = kind;
         row.is_variadic = S::VARIADIC;
-        Function & function = module.function(std::move(function_name), naming::BASIC_NAME<T>);
-        function.overloads.push_back(std::move(row));
-        return function.overloads.back();
+        return module.addOverload(std::move(function_name), naming::BASIC_NAME<T>, row);
     }
 
     template <Wrapping W, class R, class C, class... A>

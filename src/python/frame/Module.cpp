@@ -102,18 +102,18 @@ PyObject * Module::make(char const * name, char const * documentation, std::span
     return made;
 }
 
-Function & Module::function(std::string name, std::string_view class_name)
+Overload & Module::addOverload(std::string name, std::string_view class_name, Overload const & overload)
 {
     auto const starts_class = [&](Function const & known) { return known.class_name != class_name; };
     auto const end = std::find_if(functions.rbegin(), functions.rend(), starts_class);
     auto const found =
         std::find_if(functions.rbegin(), end, [&](Function const & known) { return known.name == name; });
     if (found != end)
-        return *found;
+        return found->overloads.emplace_back(overload);
     Function & added = functions.emplace_back();
     added.name = std::move(name);
     added.class_name = class_name;
-    return added;
+    return added.overloads.emplace_back(overload);
 }
 
 void Module::addClass(std::string name, TypeRecord const & record)

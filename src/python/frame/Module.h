@@ -20,9 +20,9 @@ public:
     [[nodiscard]] static PyObject *
     make(char const * name, char const * documentation, std::span<Binder const> binders);
 
-    /// The module function of that name, added when it is new to its class. `class_name` is the C++ class that
-    /// prototypes name, a static text.
-    Function & function(std::string name, std::string_view class_name);
+    /// Adds an overload to the module function of that name, which is added when it is new to its class. `class_name` is
+    /// the C++ class that prototypes name, a static text.
+    Overload & addOverload(std::string name, std::string_view class_name, Overload const & overload);
     void addClass(std::string name, TypeRecord const & record);
     /// A base, declared earlier, of the class that was added last.
     void addBaseOfLast(TypeRecord const & base);

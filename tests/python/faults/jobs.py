@@ -1,0 +1,156 @@
+"""What the tests of faults write and read: one function for each kind of file.
+
+A writer says whether every call succeeded; a reader returns what it found, or None when the library did not take it.
+"""
+
+from pathlib import Path
+import sys
+
+import numpy as np
+
+from Yul import (CityData, CityFile, ColorMap, EarthPoint, EarthPoints, GribFile, Graph, Grid, GridYulFile, Image, MapFile,
+                 MapFileHeader, SfcWmoData, SfcWmoFile, WmoParse, WmoProduct)
+
+RANDOM = np.random.default_rng(5)
+FIELD = RANDOM.integers(0, 60000, (150, 100)) / 8
+GRID = Grid.from_array(FIELD, 'll,0,0,100,150,1,1', date='12Z 14 NOV 2026', level='500mb', fore='0', var='HGT')
+PLACES = [(float(lat), float(lon)) for lat, lon in RANDOM.integers(-80, 80, (3000, 2))]
+IMAGE = Image(200, 200)
+for column, row in np.ndindex(200, 200):
+    IMAGE.setPixel(column, row, int(FIELD[row % 150, column % 100] * 997) % 0xffffff)
+
+
+def write_page(name):
+    graph = Graph()
+    opened = graph.open('postscript', name)
+    drawn = opened and all(graph.drawLine(0.0, 0.0, lat / 100, lon / 100) for lat, lon in PLACES if lon != 0)
+    return bool(drawn and graph.close())
+
+
+def write_native(form):
+    def write(name):
+        file = GridYulFile()
+        opened = file.open(name, GridYulFile.WRITE, form)
+        written = opened and file.write(GRID)
+        return bool(file.close() and written)
+    return write
+
+
+def write_grib(name):
+    file = GribFile()
+    opened = file.open(name, GridYulFile.WRITE)
+    written = opened and file.write(GRID)
+    return bool(file.close() and written)
+
+
+def write_map(name):
+    header, line, file = MapFileHeader(), EarthPoints(), MapFile()
+    header.setName('route'), header.setKind(MapFileHeader.LINE)
+    for place in PLACES:
+        line.add(EarthPoint(*place))
+    return bool(file.addLayer(header) and file.addLine(line, 0) and file.write(name))
+
+
+WRITERS = {
+    'page': write_page,
+    'png': lambda name: bool(IMAGE.write(name)),
+    'gif': lambda name: bool(IMAGE.writeGif(name)),
+    'native text': write_native(GridYulFile.TEXT),
+    'native binary': write_native(GridYulFile.BINARY),
+    'native separate': write_native(GridYulFile.SEPARATE),
+    'grib': write_grib,
+    'map': write_map,
+}
+
+
+def octets(name):
+    try:
+        return Path(name).read_bytes()
+    except OSError:
+        return b''
+
+
+def read_grid(kind):
+    def read(name):
+        grid, file = Grid(), kind(name)
+        return grid.values.tolist() if file.read(grid) else None
+    return read
+
+
+def read_png(name):
+    image = Image()
+    return [image.getPixel(i, i) for i in range(image.getWidth())] if image.read(name) else None
+
+
+def read_map(name):
+    file, lines = MapFile(), EarthPoints()
+    if not file.open(name):
+        return None
+    return lines.getNum() if file.getLine(0, 0, lines) else None
+
+
+def read_feed(name):
+    file, product, texts = WmoParse(), WmoProduct(), []
+    if not file.open(name):
+        return None
+    while file.getProduct(product):
+        texts.append(product.getText())
+    return texts or None
+
+
+def read_reports(name):
+    file, report, texts = SfcWmoFile(name), SfcWmoData(), []
+    while file.read(report):
+        texts.append(report.getText())
+    return texts or None
+
+
+def read_cities(name):
+    cities = CityFile(name)
+    return cities.getNum() or None
+
+
+def read_colors(name):
+    colors = ColorMap()
+    return colors.getNum() if colors.read(name) else None
+
+
+READERS = {
+    'page': lambda name: octets(name) if octets(name).endswith(b'%%EOF\n') else None,
+    'png': read_png,
+    'gif': lambda name: octets(name) if octets(name).endswith(b'\0;') else None,
+    'native text': read_grid(GridYulFile),
+    'native binary': read_grid(GridYulFile),
+    'native separate': read_grid(GridYulFile),
+    'grib': read_grid(GribFile),
+    'map': read_map,
+    'feed': read_feed,
+    'reports': read_reports,
+    'cities': read_cities,
+    'colors': read_colors,
+}
+FEED = ''.join(f'\1\r\r\n{i:03}\r\r\nSAUS70 KWBC 0612{i % 60:02}\r\r\nMETAR KDEN 061253Z 24010KT CLR 07/M05 A3017=\r\r\n\3'
+               for i in range(300))
+
+
+def make_feed(name):
+    return bool(Path(name).write_text(FEED, newline=''))
+
+
+def make_shipped(shipped):
+    """A copy of a file that comes with the library."""
+    from Yul import Yul
+
+    def make(name):
+        return bool(Path(name).write_bytes(Path(Yul.getDatabasePath(), shipped).read_bytes()))
+    return make
+
+
+MAKERS = WRITERS | {'feed': make_feed, 'reports': make_feed, 'cities': make_shipped('sao.cty'), 'colors': make_shipped('yul.clr')}
+
+
+def run_each(jobs, folder):
+    """Runs each job on its file in the folder; says how it went behind what the library said."""
+    for kind, job in jobs.items():
+        result = job(f'{folder}/{kind}'.replace(' ', '_'))
+        print(f'{kind}: {"failed" if result in (None, False) else "done"}', file=sys.stderr, flush=True)
