@@ -18,9 +18,11 @@ BOUND = 0.05
 
 def count(program):
     """Instructions by operation, those of what it calls included."""
+    symbols = subprocess.run(['nm', program], check=True, capture_output=True, text=True).stdout
+    ends = [f'--dump-after={name}' for name in re.findall(r' T (count_\w+)$', symbols, re.M)]
     with tempfile.TemporaryDirectory() as folder:
-        subprocess.run(['valgrind', '--tool=callgrind', '-q', '--collect-atstart=no', '--toggle-collect=count_*',
-                        '--dump-after=count_*', f'--callgrind-out-file={folder}/out', program], check=True)
+        subprocess.run(['valgrind', '--tool=callgrind', '-q', '--collect-atstart=no', '--toggle-collect=count_*', *ends,
+                        f'--callgrind-out-file={folder}/out', program], check=True)
         counts = {}
         for part in Path(folder).iterdir():
             text = part.read_text()

@@ -123,7 +123,9 @@ Input::Input()
     grid.setDomain(world);
     grid.setVar("HGT");
     grid.setLevel("500 mb");
-    grid.setDate(Date("12Z 15 NOV 2026"));
+    Date date;
+    DateTool::decode("12:00:00Z 15 NOV 2026", date);
+    grid.setDate(date);
     std::copy(field.begin(), field.end(), grid.prepareData(NX, NY));
 
     Domain region;
@@ -283,7 +285,7 @@ constexpr Operation OPERATIONS[] = {
 int main()
 {
     ::Yul::Yul::setDatabasePath(YUL_DATABASE);
-    ::Yul::Yul::setMessageLevel("error");
+    ::Yul::Yul::setMessageLevel("warn");
     Input in;
     int status = 0;
     for (auto const & [name, operation] : OPERATIONS)
