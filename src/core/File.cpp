@@ -4,7 +4,7 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstring>
+#include <new>
 #include <utility>
 
 #include <fcntl.h>
@@ -15,7 +15,7 @@ namespace Yul {
 namespace {
 
 constexpr std::size_t MAX_LINE = std::size_t{1} << 20;
-constexpr std::size_t LARGE = std::size_t{1} << 16; // octets that go past the buffer
+constexpr std::size_t LARGE = std::size_t{1} << 16; // octets that are handed on in one piece
 
 /// Keeps a closed pipe from ending the process while it lives.
 class IgnoreBrokenPipe
@@ -42,16 +42,21 @@ private:
     };
 };
 
-/// Hands octets to the operating system in as few pieces as it takes.
-bool writeThrough(int descriptor, std::string_view octets)
+/// Whether a read ended because of a signal alone, so that it may go on.
+bool isInterrupted(std::FILE * file)
 {
-    while (!octets.empty()) {
-        ssize_t const taken = ::write(descriptor, octets.data(), octets.size());
-        if (taken < 0 && errno != EINTR)
-            return false;
-        octets.remove_prefix(taken > 0 ? static_cast<std::size_t>(taken) : 0);
-    }
+    if (std::ferror(file) == 0 || errno != EINTR)
+        return false;
+    std::clearerr(file);
     return true;
+}
+
+int nextOctet(std::FILE * file)
+{
+    int c = std::getc(file);
+    while (c == EOF && isInterrupted(file))
+        c = std::getc(file);
+    return c;
 }
 
 /// Gives back room behind the end of a file that nobody else appends to.
@@ -86,6 +91,8 @@ File & File::operator=(File && other) noexcept
     if (this != &other) {
         close();
         file = std::exchange(other.file, nullptr);
+        pending = std::move(other.pending);
+        is_reading = other.is_reading;
         is_pipe = other.is_pipe;
         is_standard = other.is_standard;
         has_room = other.has_room;
@@ -100,7 +107,7 @@ int File::open(char const * name, char const * mode)
     close();
     if (!StrLib::valid(name) || !StrLib::valid(mode))
         return 0;
-    bool const is_reading = *mode == 'r';
+    is_reading = *mode == 'r';
     is_pipe = *name == '|';
     is_standard = is_reading && StrLib::equal(name, "-");
     has_room = false;
@@ -123,28 +130,44 @@ int File::close()
 {
     if (file == nullptr)
         return 1;
+    flush();
     std::FILE * const closing = std::exchange(file, nullptr);
+    pending = {};
     if (is_standard)
         return 1;
-    IgnoreBrokenPipe const ignore;
-    bool const is_flushed = std::fflush(closing) == 0;
-    if (has_room && (has_failed || !is_flushed))
+    if (has_room && has_failed)
         giveRoomBack(fileno(closing));
     bool const is_closed = (is_pipe ? pclose(closing) : std::fclose(closing)) == 0;
-    return is_flushed && is_closed && !has_failed ? 1 : 0;
+    return is_closed && !has_failed ? 1 : 0;
 }
 
 int File::write(std::string_view octets)
 {
     if (file == nullptr)
         return 0;
-    IgnoreBrokenPipe const ignore;
-    bool const is_written = octets.size() < LARGE
-                                ? std::fwrite(octets.data(), 1, octets.size(), file) == octets.size()
-                                : std::fflush(file) == 0 && writeThrough(fileno(file), octets);
-    if (!is_written)
-        has_failed = true;
+    if (pending.size() + octets.size() >= LARGE)
+        flush();
+    if (octets.size() >= LARGE)
+        writeThrough(octets);
+    else
+        try {
+            pending += octets;
+        } catch (std::bad_alloc const &) {
+            has_failed = true;
+        }
     return has_failed ? 0 : 1;
+}
+
+/// Hands octets to the operating system in as few pieces as it takes. The C library's buffer is passed by: when a signal
+/// comes in between it forgets what it holds.
+void File::writeThrough(std::string_view octets)
+{
+    IgnoreBrokenPipe const ignore;
+    while (!octets.empty() && !has_failed) {
+        ssize_t const taken = ::write(fileno(file), octets.data(), octets.size());
+        has_failed = taken < 0 && errno != EINTR;
+        octets.remove_prefix(taken > 0 ? static_cast<std::size_t>(taken) : 0);
+    }
 }
 
 int File::reserve([[maybe_unused]] std::size_t octets)
@@ -153,7 +176,7 @@ int File::reserve([[maybe_unused]] std::size_t octets)
         return 0;
 #ifdef FALLOC_FL_KEEP_SIZE
     int const descriptor = fileno(file);
-    auto const position = ftello(file);
+    auto const position = static_cast<off_t>(tell());
     bool const is_appended_to = (fcntl(descriptor, F_GETFL) & O_APPEND) != 0; // by others as well, perhaps
     if (has_failed || octets < LARGE || position < 0 || is_appended_to)
         return has_failed ? 0 : 1;
@@ -170,9 +193,8 @@ int File::flush()
 {
     if (file == nullptr)
         return 0;
-    IgnoreBrokenPipe const ignore;
-    if (std::fflush(file) != 0)
-        has_failed = true;
+    writeThrough(pending);
+    pending.clear();
     return has_failed ? 0 : 1;
 }
 
@@ -181,7 +203,11 @@ std::size_t File::read(void * buffer, std::size_t size)
     if (file == nullptr)
         return 0;
     std::clearerr(file); // a file may have grown since its end was met
-    return std::fread(buffer, 1, size, file);
+    std::size_t done = 0;
+    do
+        done += std::fread(static_cast<char *>(buffer) + done, 1, size - done, file);
+    while (done < size && isInterrupted(file));
+    return done;
 }
 
 std::size_t File::readAt(long long position, void * buffer, std::size_t size)
@@ -217,10 +243,10 @@ bool File::readLine(std::string & line)
     line.clear();
     if (file == nullptr)
         return false;
-    int c = std::getc(file);
+    int c = nextOctet(file);
     if (c == EOF)
         return false;
-    for (; c != EOF && c != '\n'; c = std::getc(file))
+    for (; c != EOF && c != '\n'; c = nextOctet(file))
         if (line.size() < MAX_LINE)
             line += static_cast<char>(c);
     return true;
@@ -228,12 +254,17 @@ bool File::readLine(std::string & line)
 
 int File::seek(long long position)
 {
-    return file != nullptr && position >= 0 && fseeko(file, position, SEEK_SET) == 0 ? 1 : 0;
+    return flush() != 0 && position >= 0 && fseeko(file, position, SEEK_SET) == 0 ? 1 : 0;
 }
 
 long long File::tell() const
 {
-    return file != nullptr ? static_cast<long long>(ftello(file)) : -1;
+    if (file == nullptr)
+        return -1;
+    if (is_reading)
+        return static_cast<long long>(ftello(file));
+    auto const position = static_cast<long long>(lseek(fileno(file), 0, SEEK_CUR));
+    return position < 0 ? -1 : position + static_cast<long long>(pending.size());
 }
 
 long long File::size() const

@@ -60,7 +60,11 @@ public:
     [[nodiscard]] std::string const & name() const noexcept { return file_name; }
 
 private:
+    void writeThrough(std::string_view octets);
+
     std::FILE * file = nullptr;
+    std::string pending; // written, and not handed to the operating system yet
+    bool is_reading = false;
     bool is_pipe = false;
     bool is_standard = false;
     bool has_room = false; // was given some by `reserve`

@@ -127,7 +127,10 @@ int GribFile::close()
     has_field = has_loc = false;
     is_bad = false;
     header.init();
-    return output.close();
+    if (output.close() == 1)
+        return 1;
+    Yul::outWarning("GribFile::close: Unable to write: %s\n", output.name().c_str());
+    return 0;
 }
 
 int GribFile::rewind()
@@ -337,9 +340,9 @@ int GribFile::write(Grid const & grid)
             output.isOpen() ? detail::grib::describe1(grid, description, range) : "no file is open";
         if (fault.empty())
             fault = detail::grib::encode1(description, range, packing_choice, grid.getValues(), message);
-        if (fault.empty() &&
-            output.write({reinterpret_cast<char const *>(message.data()), message.size()}) == 0)
-            fault = "the device does not take it";
+        std::string_view const octets(reinterpret_cast<char const *>(message.data()), message.size());
+        if (fault.empty() && (output.write(octets) == 0 || output.flush() == 0))
+            fault = output.name() + " does not take it";
         if (!fault.empty())
             Yul::outWarning("GribFile::write: Unable to write grid: %s\n", fault.c_str());
         return fault.empty() ? 1 : 0;

@@ -137,6 +137,7 @@ private:
     void trace(std::string_view line) const;
     void collectPlainLines(WmoProduct & product);
     [[nodiscard]] bool isHeadingEnd() const;
+    int findProduct(WmoProduct & product);
     bool collect(WmoProduct & product, bool is_found);
     void describe(WmoProduct & product) const;
     void takeHeading(std::string_view text);

@@ -6,6 +6,7 @@
 #include "surface/WmoProduct.h"
 
 #include <algorithm>
+#include <new>
 
 namespace Yul {
 namespace {
@@ -15,6 +16,17 @@ constexpr std::size_t MAX_BULLETIN = std::size_t{1} << 26;
 } // namespace
 
 int WmoParse::getProduct(WmoProduct & product)
+{
+    try {
+        return findProduct(product);
+    } catch (std::bad_alloc const &) {
+        Yul::outError("WmoParse::getProduct: %s: Out of memory\n", get(file_index));
+        product.init();
+        return 0;
+    }
+}
+
+int WmoParse::findProduct(WmoProduct & product)
 {
     always_matches = true;
     is_tracing = Yul::isDebug(6);

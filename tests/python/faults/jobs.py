@@ -30,8 +30,7 @@ def write_page(name):
 def write_native(form):
     def write(name):
         file = GridYulFile()
-        opened = file.open(name, GridYulFile.WRITE, form)
-        written = opened and file.write(GRID)
+        written = file.write(name, form, GRID)
         return bool(file.close() and written)
     return write
 
@@ -45,7 +44,7 @@ def write_grib(name):
 
 def write_map(name):
     header, line, file = MapFileHeader(), EarthPoints(), MapFile()
-    header.setName('route'), header.setKind(MapFileHeader.LINE)
+    header.setName('route'), header.setScale(10), header.setKind(MapFileHeader.LINE)
     for place in PLACES:
         line.add(EarthPoint(*place))
     return bool(file.addLayer(header) and file.addLine(line, 0) and file.write(name))
@@ -57,7 +56,6 @@ WRITERS = {
     'gif': lambda name: bool(IMAGE.writeGif(name)),
     'native text': write_native(GridYulFile.TEXT),
     'native binary': write_native(GridYulFile.BINARY),
-    'native separate': write_native(GridYulFile.SEPARATE),
     'grib': write_grib,
     'map': write_map,
 }
@@ -70,11 +68,16 @@ def octets(name):
         return b''
 
 
-def read_grid(kind):
+def read_native(form):
     def read(name):
-        grid, file = Grid(), kind(name)
-        return grid.values.tolist() if file.read(grid) else None
+        grid = Grid()
+        return grid.values.tolist() if GridYulFile().read(name, form, grid) else None
     return read
+
+
+def read_grib(name):
+    grid = Grid()
+    return grid.values.tolist() if GribFile(name).read(grid) else None
 
 
 def read_png(name):
@@ -111,7 +114,7 @@ def read_cities(name):
 
 
 def read_colors(name):
-    colors = ColorMap()
+    colors = ColorMap(300)
     return colors.getNum() if colors.read(name) else None
 
 
@@ -119,10 +122,9 @@ READERS = {
     'page': lambda name: octets(name) if octets(name).endswith(b'%%EOF\n') else None,
     'png': read_png,
     'gif': lambda name: octets(name) if octets(name).endswith(b'\0;') else None,
-    'native text': read_grid(GridYulFile),
-    'native binary': read_grid(GridYulFile),
-    'native separate': read_grid(GridYulFile),
-    'grib': read_grid(GribFile),
+    'native text': read_native(GridYulFile.TEXT),
+    'native binary': read_native(GridYulFile.BINARY),
+    'grib': read_grib,
     'map': read_map,
     'feed': read_feed,
     'reports': read_reports,
@@ -149,8 +151,12 @@ def make_shipped(shipped):
 MAKERS = WRITERS | {'feed': make_feed, 'reports': make_feed, 'cities': make_shipped('sao.cty'), 'colors': make_shipped('yul.clr')}
 
 
+def file_of(folder, kind):
+    return f'{folder}/{kind.replace(" ", "_")}'
+
+
 def run_each(jobs, folder):
-    """Runs each job on its file in the folder; says how it went behind what the library said."""
+    """Runs each job on its file in the folder; tells how it went behind what the library said."""
     for kind, job in jobs.items():
-        result = job(f'{folder}/{kind}'.replace(' ', '_'))
+        result = job(file_of(folder, kind))
         print(f'{kind}: {"failed" if result in (None, False) else "done"}', file=sys.stderr, flush=True)

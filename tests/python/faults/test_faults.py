@@ -11,28 +11,29 @@ import re
 import signal
 import subprocess
 import sys
+import tempfile
 
 import pytest
 
 from Yul import EarthPoints, GribFile, Grid, GridYulFile, MapFile, WmoParse, WmoProduct
 from gribwriter import LatLon, grib2, uint
-from jobs import GRID, MAKERS, READERS, WRITERS, octets
+from jobs import GRID, MAKERS, READERS, WRITERS, file_of, octets
 
 HERE = Path(__file__).resolve().parent
-ONE_FILE = [kind for kind in WRITERS if kind != 'native separate']
-MESSAGE = re.compile(r'\w+::\w+: ')
-LOOKED_AT = 'page', 'gif'  # which the library itself does not read
+MESSAGE = re.compile(r'\w+(::\w+)?: ')
+# The first two are not read by the library; the others say by their result alone that a file does not open.
+QUIET = 'page', 'gif', 'feed', 'reports', 'cities'
 no_sanitizers = pytest.mark.skipif('asan' in os.environ.get('LD_PRELOAD', ''),
                                    reason='sanitizers reserve more than the limit')
 
 
 def outcomes(text):
-    """What `run_each` said: results by kind; a failure has a message of its own."""
+    """What `run_each` said: results by kind. A failure has a message of its own."""
     found, said = {}, []
     for line in text.splitlines():
         if match := re.fullmatch(r'([\w ]+): (done|failed)', line):
             kind, result = match.groups()
-            assert result == 'done' or kind in LOOKED_AT or (said and kind.replace(' ', '_') in said[0]), (kind, said)
+            assert result == 'done' or said or kind in QUIET, kind
             found[kind], said = result, []
         else:
             assert MESSAGE.match(line), line
@@ -59,19 +60,32 @@ def check_refused(kind, name, capfd, folder):
     assert WRITERS[kind](again) and READERS[kind](again) is not None
 
 
+@pytest.fixture
+def tmp_path():
+    """With a shorter name than elsewhere: that of a page has to fit into a description of it."""
+    with tempfile.TemporaryDirectory(prefix='yul') as folder:
+        yield Path(folder)
+
+
 @pytest.fixture(scope='module')
-def samples(tmp_path_factory):
+def folder():
+    with tempfile.TemporaryDirectory(prefix='yul') as made:
+        yield Path(made)
+
+
+@pytest.fixture(scope='module')
+def samples(folder):
     """A folder with a good file of each kind."""
-    folder = tmp_path_factory.mktemp('samples')
     for kind, make in MAKERS.items():
-        assert make(str(folder / kind.replace(' ', '_'))), kind
+        assert make(file_of(folder, kind)), kind
     return folder
 
 
 @pytest.fixture(scope='module')
-def small_disk(tmp_path_factory):
+def small_disk(folder):
     """A disk of 8 kB."""
-    folder = tmp_path_factory.mktemp('disk')
+    folder = folder / 'disk'
+    folder.mkdir()
     mounted = subprocess.run(['mount', '-t', 'tmpfs', '-o', 'size=8k', 'tmpfs', str(folder)], capture_output=True)
     if mounted.returncode != 0:
         pytest.skip('no small disk: only root may mount one, and not everywhere')
@@ -81,10 +95,10 @@ def small_disk(tmp_path_factory):
 
 @pytest.mark.parametrize('kind', WRITERS)
 def test_samples_are_read(kind, samples):
-    assert READERS[kind](str(samples / kind.replace(' ', '_'))) is not None
+    assert READERS[kind](file_of(samples, kind)) is not None
 
 
-@pytest.mark.parametrize('kind', ONE_FILE)
+@pytest.mark.parametrize('kind', WRITERS)
 def test_a_full_device_is_told(kind, tmp_path, capfd):
     check_refused(kind, '/dev/full', capfd, tmp_path)
 
@@ -99,18 +113,15 @@ def test_a_full_disk_leaves_nothing_that_looks_finished(kind, small_disk, tmp_pa
 
 def test_a_closed_pipe_ends_no_process(tmp_path):
     found = in_child('signal.signal(signal.SIGPIPE, signal.SIG_DFL)\n'
-                     'del WRITERS["native separate"]\n'
-                     'run_each(WRITERS, "|exec 0<&-; exit 3; ")\n'
+                     'run_each({f"closed {kind}": write for kind, write in WRITERS.items()}, "|exit 3 #")\n'
                      'run_each(WRITERS, sys.argv[1])', tmp_path)
-    assert set(found.values()) == {'done'}
-    found = in_child('del WRITERS["native separate"]\nrun_each(WRITERS, "|exec 0<&-; exit 3; ")')
-    assert found == dict.fromkeys(ONE_FILE, 'failed')
+    assert found == dict.fromkeys((f'closed {kind}' for kind in WRITERS), 'failed') | dict.fromkeys(WRITERS, 'done')
 
 
 def test_what_is_not_allowed_is_told(samples, tmp_path):
     protected = tmp_path / 'protected'
     protected.mkdir()
-    for sample in samples.iterdir():
+    for sample in filter(Path.is_file, samples.iterdir()):
         (protected / sample.name).write_bytes(sample.read_bytes())
         (protected / sample.name).chmod(0)
     protected.chmod(0o555)
@@ -139,7 +150,7 @@ def test_out_of_descriptors(samples, tmp_path):
                '    for descriptor in held:\n'
                '        os.close(descriptor)\n'
                '    for job in jobs:\n'
-               '        assert jobs[job](f"{folder}/{job}".replace(" ", "_")) not in (None, False), job\n')
+               '        assert jobs[job](file_of(folder, job)) not in (None, False), job\n')
     for jobs, folder in (('WRITERS', tmp_path), ('READERS', samples)):
         assert set(in_child(program, jobs, folder, 'full').values()) == {'failed'}
 
@@ -259,12 +270,13 @@ def hail():
     assert all(counts.values())
 
 
-@pytest.mark.parametrize('kind', ONE_FILE)
+@pytest.mark.parametrize('kind', WRITERS)
 def test_signals_take_nothing_from_what_is_written(kind, tmp_path):
     calm = str(tmp_path / 'calm')
     assert WRITERS[kind](calm)
     shaken, piped = str(tmp_path / 'shaken'), str(tmp_path / 'piped')
     with hail() as counts:
+        assert WRITERS[kind](shaken)
         while not all(counts.values()):
             assert WRITERS[kind](shaken)
         assert WRITERS[kind](f'|sleep 0.2; cat > {piped}')
@@ -274,7 +286,7 @@ def test_signals_take_nothing_from_what_is_written(kind, tmp_path):
 
 @pytest.mark.parametrize('kind', ['native text', 'native binary', 'feed'])
 def test_signals_take_nothing_from_what_is_read(kind, samples, tmp_path):
-    sample, fifo = str(samples / kind.replace(' ', '_')), tmp_path / 'fifo'
+    sample, fifo = file_of(samples, kind), tmp_path / 'fifo'
     os.mkfifo(fifo)
     feeder = subprocess.Popen(f'exec 3<{sample} >{fifo}; head -c 5000 <&3; sleep 0.2; cat <&3', shell=True)
     with hail():
