@@ -8,6 +8,9 @@
 #   make bench   measures our jobs beside other software and prints one table (BENCH: the names of some)
 #   make bench-growth    measures how the cost of a job grows with its size, and draws it, into the documents
 #   make bench-peers     installs the other software, and names what cannot be had
+#   make coverage    which lines of src/ the tests run; fails below 92 %
+#   make soak    works through Python for SECONDS (better 1800 than 60) and looks whether memory and descriptors stay
+#   make instructions  counts the instructions of hot operations and compares with the table that is kept
 #   make fuzz    feeds the readers of outside bytes damaged input (SECONDS each, 60 unless given)
 #   make gallery renders the scripts of examples/gallery to docs/gallery (GALLERY: the names of some)
 #   make wheel   makes dist/, the source archive and a wheel with its codec libraries, and tries it in an empty place
@@ -22,6 +25,10 @@ PYTHON ?= /usr/bin/python3
 CMAKE_OPTIONS ?=
 PYTEST_OPTIONS ?=
 SECONDS ?= 60
+# Processes that run tests at a time.
+TEST_JOBS ?= 2
+# --renew: keep what is counted now.
+COUNT_OPTIONS ?=
 FUZZ_CXX ?= $(shell for cxx in clang++ clang++-14 $(CXX); do command -v $$cxx && break; done)
 
 export PYTHON CXX
@@ -29,10 +36,12 @@ export PYTHON CXX
 configure = cmake -S . -B $(1) -G Ninja -DPython3_EXECUTABLE=$$(command -v $(PYTHON)) \
             --log-level=WARNING $(2) $(CMAKE_OPTIONS) >/dev/null
 run_python = PYTHONPATH=$(CURDIR)/$(1)/python PYTHONDONTWRITEBYTECODE=1 $(PYTHON)
+pytest = -m pytest -q -n $(TEST_JOBS) $(PYTEST_OPTIONS)
 demo_map = --domain stereo:90:-25,53,-25,57,43,1.5 --interval 60 --color blue
 sources = $(shell git ls-files '*.h' '*.cpp')
 
-.PHONY: all demo test sanitize bench bench-growth bench-peers fuzz gallery wheel test-extras docs format check-format clean
+.PHONY: all demo test sanitize coverage soak instructions bench bench-growth bench-peers fuzz gallery wheel test-extras \
+        docs format check-format clean
 
 all:
 	@scripts/install-deps build
@@ -52,15 +61,15 @@ test:
 	@scripts/install-deps build test
 	@$(call configure,build)
 	@cmake --build build
-	build/yul_tests --gtest_brief=1
-	$(call run_python,build) -m pytest -q $(PYTEST_OPTIONS) tests/python
+	scripts/run-shards $(TEST_JOBS) build/yul_tests --gtest_brief=1
+	$(call run_python,build) $(pytest) tests/python
 
 sanitize:
 	@scripts/install-deps build test
 	@$(call configure,build-sanitize,-DYUL_SANITIZE=ON)
 	@cmake --build build-sanitize
-	build-sanitize/yul_tests --gtest_brief=1
-	scripts/with-sanitizers build-sanitize $(PYTHON) -m pytest -q $(PYTEST_OPTIONS) tests/python
+	scripts/run-shards $(TEST_JOBS) build-sanitize/yul_tests --gtest_brief=1
+	scripts/with-sanitizers build-sanitize $(PYTHON) $(pytest) tests/python
 
 bench bench-growth:
 	@scripts/install-deps build bench
@@ -70,6 +79,24 @@ bench bench-growth:
 
 bench-peers:
 	@scripts/install-deps --each peers
+
+coverage:
+	@scripts/install-deps build test coverage
+	@$(call configure,build-coverage,-DYUL_COVERAGE=ON)
+	@cmake --build build-coverage
+	@scripts/coverage build-coverage 92
+
+soak:
+	@scripts/install-deps build test
+	@$(call configure,build)
+	@cmake --build build --target package_tree
+	@$(call run_python,build) scripts/soak $(SECONDS)
+
+instructions:
+	@scripts/install-deps build instructions
+	@$(call configure,build)
+	@cmake --build build --target bench_instructions
+	@bench/instructions/compare.py build/bench/instructions/operations $(COUNT_OPTIONS)
 
 fuzz:
 	@scripts/install-deps build
@@ -90,7 +117,7 @@ wheel:
 	scripts/try-wheel dist/*.whl
 
 test-extras: wheel
-	scripts/test-extras dist/*.whl $(PYTEST_OPTIONS)
+	scripts/test-extras dist/*.whl -n $(TEST_JOBS) $(PYTEST_OPTIONS)
 
 docs:
 	@scripts/install-deps build docs
@@ -107,4 +134,4 @@ check-format:
 	@clang-format --dry-run -Werror $(sources)
 
 clean:
-	rm -rf build build-sanitize build-fuzz demo dist
+	rm -rf build build-sanitize build-coverage build-fuzz demo dist
