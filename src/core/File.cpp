@@ -59,17 +59,6 @@ int nextOctet(std::FILE * file)
     return c;
 }
 
-/// Gives back room behind the end of a file that nobody else appends to.
-void giveRoomBack(int descriptor)
-{
-    struct stat info
-    {
-    };
-
-    if (fstat(descriptor, &info) == 0 && S_ISREG(info.st_mode))
-        (void)!ftruncate(descriptor, info.st_size); // without it the room is free when the file is deleted
-}
-
 bool isDirectory(std::FILE * file)
 {
     struct stat info
@@ -102,6 +91,15 @@ File & File::operator=(File && other) noexcept
     return *this;
 }
 
+bool File::isRegular(char const * name)
+{
+    struct stat info
+    {
+    };
+
+    return StrLib::valid(name) && stat(name, &info) == 0 && S_ISREG(info.st_mode);
+}
+
 int File::open(char const * name, char const * mode)
 {
     close();
@@ -131,12 +129,12 @@ int File::close()
     if (file == nullptr)
         return 1;
     flush();
+    if (has_room && has_failed)
+        giveRoomBack();
     std::FILE * const closing = std::exchange(file, nullptr);
     pending = {};
     if (is_standard)
         return 1;
-    if (has_room && has_failed)
-        giveRoomBack(fileno(closing));
     bool const is_closed = (is_pipe ? pclose(closing) : std::fclose(closing)) == 0;
     return is_closed && !has_failed ? 1 : 0;
 }
@@ -183,10 +181,17 @@ int File::reserve([[maybe_unused]] std::size_t octets)
     has_room = fallocate(descriptor, FALLOC_FL_KEEP_SIZE, position, static_cast<off_t>(octets)) == 0;
     if (!has_room && (errno == ENOSPC || errno == EDQUOT || errno == EFBIG)) {
         has_failed = true;
-        giveRoomBack(descriptor); // a part of it may have been taken
+        giveRoomBack(); // a part of it may have been taken
     }
 #endif
     return has_failed ? 0 : 1;
+}
+
+/// Room behind the end of a file that nobody else appends to; what is not given back is free when the file is deleted.
+void File::giveRoomBack()
+{
+    if (auto const octets = size(); octets >= 0)
+        (void)!ftruncate(fileno(file), static_cast<off_t>(octets));
 }
 
 int File::flush()

@@ -24,6 +24,9 @@ public:
     File(File const &) = delete;
     File & operator=(File const &) = delete;
 
+    /// True when a file of that name is there and no pipe or device, which might keep us waiting when it is opened.
+    [[nodiscard]] static bool isRegular(char const * name);
+
     /// mode  "r" read, "w" create or truncate, "a" append. A directory is refused. An open file is closed
     /// first.
     int open(char const * name, char const * mode);
@@ -61,6 +64,7 @@ public:
 
 private:
     void writeThrough(std::string_view octets);
+    void giveRoomBack();
 
     std::FILE * file = nullptr;
     std::string pending; // written, and not handed to the operating system yet

@@ -55,7 +55,7 @@ std::shared_ptr<LookupFile const> LookupFile::open(char const * name, char separ
     now.changed = std::filesystem::last_write_time(path, error);
     now.separator = separator;
     // A domain text from outside may name anything; opening a pipe would keep us waiting.
-    if (now.size < 0 || now.size > MOST_OCTETS || error || !std::filesystem::is_regular_file(path, error))
+    if (now.size < 0 || now.size > MOST_OCTETS || error || !File::isRegular(path.c_str()))
         return nullptr;
     if (auto const found = known.find(path); found != known.end() && found->second.size == now.size &&
                                              found->second.changed == now.changed &&

@@ -9,9 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <optional>
-#include <system_error>
 
 namespace Yul {
 namespace {
@@ -63,11 +61,9 @@ bool readAt(File & file, std::size_t position, std::size_t count, std::string & 
     return file.seek(static_cast<long long>(position)) != 0 && file.read(octets.data(), count) == count;
 }
 
-/// Opening a named pipe would wait for a writer.
 bool openRegular(File & file, std::string const & name)
 {
-    std::error_code error;
-    return std::filesystem::is_regular_file(name, error) && file.open(name.c_str(), "r") != 0;
+    return File::isRegular(name.c_str()) && file.open(name.c_str(), "r") != 0;
 }
 
 float degrees(int box_steps)

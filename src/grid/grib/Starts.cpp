@@ -15,8 +15,7 @@ std::vector<std::uint64_t> readStarts(char const * index_name)
     constexpr std::size_t MOST = 10'000'000;
     std::vector<std::uint64_t> starts;
     File file;
-    if (!StrLib::valid(index_name) || file.open(index_name, "r") == 0 ||
-        file.size() < 0) // a pipe may never end
+    if (!File::isRegular(index_name) || file.open(index_name, "r") == 0)
         return starts;
     for (std::string line; starts.size() < MOST && file.readLine(line);) {
         auto const text = trimmed(line);
@@ -25,8 +24,7 @@ std::vector<std::uint64_t> readStarts(char const * index_name)
             starts.push_back(start);
     }
     std::ranges::sort(starts);
-    auto const repeated = std::ranges::unique(starts);
-    starts.erase(repeated.begin(), repeated.end());
+    starts.erase(std::unique(starts.begin(), starts.end()), starts.end());
     return starts;
 }
 

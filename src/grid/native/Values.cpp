@@ -10,10 +10,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <filesystem>
 #include <memory>
 #include <span>
-#include <system_error>
 #include <vector>
 
 namespace Yul::detail::native {
@@ -161,10 +159,7 @@ Fault readDataLine(Input & input, DataLine & line)
 
 Fault openData(Input & data, DataLine const & line)
 {
-    std::error_code error;
-    bool const is_file =
-        std::filesystem::is_regular_file(line.name, error); // no pipe, which might keep us waiting
-    if (!is_file || data.open(line.name.c_str()) == 0)
+    if (!File::isRegular(line.name.c_str()) || data.open(line.name.c_str()) == 0)
         return "unable to open the file of values: " + line.name;
     return data.skip(static_cast<std::uint64_t>(line.offset)) ? "" : CUT_OFF;
 }

@@ -57,7 +57,8 @@ def test_an_index_file_tells_where_bulletins_begin(write_grib, tmp_path, capfd):
     file.useHdrFile(0)
     assert [round(grid.getValue(0, 0)) for grid in file] == [0]
     assert capfd.readouterr().err == f'searchGRIB failed to find GRIB: {len(parts[0])}\n'
-    for other in ('', str(tmp_path / 'none'), str(tmp_path), '/dev/zero'):
+    os.mkfifo(tmp_path / 'pipe')  # which nobody writes to
+    for other in ('', str(tmp_path / 'none'), str(tmp_path), '/dev/zero', str(tmp_path / 'pipe')):
         assert len(list(GribFile(Filename(name, other)))) == 1
 
 
