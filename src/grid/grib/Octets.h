@@ -5,12 +5,23 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 
 namespace Yul::detail::grib {
 
 using Octet = std::uint8_t;
 using Octets = std::span<Octet const>;
+
+/// Eight octets as a number, the first one the most significant.
+[[nodiscard]] inline std::uint64_t loadBigEndian64(Octet const * p) noexcept
+{
+    std::uint64_t word = 0;
+    std::memcpy(&word, p, sizeof word);
+    if constexpr (std::endian::native == std::endian::little)
+        word = __builtin_bswap64(word);
+    return word;
+}
 
 /// Magnitude with the sign in the most significant of `bits` bits, the way the GRIB code writes negative
 /// numbers.

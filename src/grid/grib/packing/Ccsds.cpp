@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cstring>
 
 namespace Yul::detail::grib {
 namespace {
@@ -65,12 +64,10 @@ private:
     {
         auto const first = static_cast<std::size_t>(at >> 3);
         std::uint64_t word = 0;
-        if (first + 8 <= data.size()) {
-            std::memcpy(&word, data.data() + first, sizeof word);
-            if constexpr (std::endian::native == std::endian::little)
-                word = __builtin_bswap64(word);
-        } else
-            for (std::size_t i = first; i < first + 8; ++i)
+        if (first + sizeof word <= data.size())
+            word = loadBigEndian64(data.data() + first);
+        else
+            for (std::size_t i = first; i < first + sizeof word; ++i)
                 word = word << 8 | (i < data.size() ? data[i] : 0U);
         return word << (at & 7);
     }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <limits>
 
 namespace Yul::detail::grib {
@@ -18,15 +17,6 @@ std::uint32_t numberAt(Octets packed, std::uint64_t bit, unsigned width) noexcep
         value = value << 8 | packed[i];
     std::uint64_t const behind = 8 * static_cast<std::uint64_t>(end) - bit - width;
     return static_cast<std::uint32_t>(value >> behind & ((std::uint64_t{1} << width) - 1));
-}
-
-[[nodiscard]] inline std::uint64_t loadBigEndian64(Octet const * p) noexcept
-{
-    std::uint64_t word = 0;
-    std::memcpy(&word, p, sizeof word);
-    if constexpr (std::endian::native == std::endian::little)
-        word = __builtin_bswap64(word);
-    return word;
 }
 
 /// Calls store(i, number) for each number: a load of eight octets and two shifts each while eight octets are
