@@ -5,6 +5,7 @@
 #include "core/StrLib.h"
 #include "grid/VarName.h"
 #include "grid/Variable.h"
+#include "grid/grib/Centres.h"
 #include "grid/variables/Tables.h"
 
 #include <algorithm>
@@ -13,8 +14,9 @@
 namespace Yul {
 namespace {
 
+using detail::grib::ECMWF;
+
 constexpr int KEY_BASE = 256;
-constexpr int ECMWF = 98;
 
 /// The row of the table of variables for a parameter; null where there is none.
 VarNameItem const * findItem(int edition, int number, int centre, int table, int key)

@@ -4,6 +4,7 @@
 #include "core/Number.h"
 #include "core/Output.h"
 #include "core/StrLib.h"
+#include "grid/grib/Centres.h"
 #include "grid/variables/Tables.h"
 
 #include <algorithm>
@@ -19,6 +20,7 @@
 namespace Yul {
 namespace {
 
+using detail::grib::NCEP;
 using Row = VarNameItem const *;
 
 std::array<std::span<VarNameItem const>, 8> const & tables()
@@ -104,7 +106,6 @@ template <class Map, class Key> Row lookUp(Map const & map, Key const & key)
     return found != map.end() ? found->second : nullptr;
 }
 
-constexpr int NCEP = 7;
 constexpr int WMO_NUMBERS = 128; // numbers and tables below are WMO's, the others a centre's own
 constexpr int FIRST_LOCAL = 192;
 constexpr int LAST_CODE = 254;

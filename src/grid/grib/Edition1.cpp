@@ -2,6 +2,7 @@
 
 #include "core/Format.h"
 #include "grid/grib/Calendar.h"
+#include "grid/grib/Centres.h"
 #include "grid/grib/Earth.h"
 
 #include <algorithm>
@@ -27,8 +28,6 @@ struct RangeIndicator
     Statistic statistic;
     int centre = 0; ///< whose own meaning it is; 0 for all others
 };
-
-constexpr int JMA = 34;
 
 /// Code table 5. 6 and 7 count P1 (and 6 also P2) backward. From 128 on the centres have their own, most the same as NCEP:
 /// statistics of the periods from P1 to P2 of several forecasts or, 132 and 136, analyses, which begin a day (128, 130), the
@@ -119,7 +118,6 @@ Moment readMoment(Section & s)
     return m;
 }
 
-constexpr int NCEP = 7;
 constexpr int NCEP_ENSEMBLE = 2; // sub-centre
 
 /// Where a centre's own octets tell the number of an ensemble member; -1 where they do not.

@@ -1,6 +1,7 @@
 // One field of a GRIB message, as its header sections describe it.
 #pragma once
 
+#include "grid/grib/Centres.h"
 #include "grid/grib/Octets.h"
 
 #include <cstdint>
@@ -86,8 +87,6 @@ struct Product
     std::optional<double> lower_limit;          ///< of the event that a probability is of
     std::optional<double> upper_limit;
 };
-
-constexpr int ECMWF = 98; ///< as centre, and as sub-centre of those whose fields ECMWF codes
 
 /// Edition 1: whether local tables and the octets behind the product definition are ECMWF's.
 [[nodiscard]] inline bool usesEcmwfTables(Product const & product) noexcept

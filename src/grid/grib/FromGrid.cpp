@@ -3,6 +3,7 @@
 #include "core/Format.h"
 #include "geo/Domain.h"
 #include "grid/VarName.h"
+#include "grid/grib/Centres.h"
 #include "grid/grib/Earth.h"
 
 #include <cmath>
@@ -13,7 +14,6 @@
 namespace Yul::detail::grib {
 namespace {
 
-constexpr int NCEP = 7;
 constexpr int MISSING_CENTRE = 255;
 constexpr int FIRST_LOCAL = 128; // numbers of parameter table 2 that NCEP assigned
 constexpr int STANDARD_TABLE = 2;

@@ -1,6 +1,7 @@
 // Sections 1 and 4 of edition 2.
 #include "core/Format.h"
 #include "grid/grib/Calendar.h"
+#include "grid/grib/Centres.h"
 #include "grid/grib/Edition2.h"
 
 #include <utility>
@@ -44,9 +45,6 @@ constexpr ProductTemplate TEMPLATES[] = {
     {104, 11, 47, 0, 0, 0, 0, 0}, {105, 0, 0, 0, 0, 0, 35, 0},  {107, 0, 0, 0, 0, 0, 35, 0},
 };
 
-constexpr int JMA_TOKYO = 34;
-constexpr int JMA = 35;
-
 /// Templates of the Japan Meteorological Agency's own for precipitation from radar, and those of the manual that they begin
 /// like; behind these they say which radars took part.
 constexpr std::pair<unsigned, unsigned> JMA_TEMPLATES[] = {{50000, 0}, {50008, 8}, {50009, 8},
@@ -55,7 +53,7 @@ constexpr std::pair<unsigned, unsigned> JMA_TEMPLATES[] = {{50000, 0}, {50008, 8
 unsigned knownTemplate(unsigned number, int centre) noexcept
 {
     for (auto const & [local, known] : JMA_TEMPLATES)
-        if ((centre == JMA_TOKYO || centre == JMA) && number == local)
+        if ((centre == JMA || centre == JMA_OTHER) && number == local)
             return known;
     return number;
 }
@@ -123,6 +121,15 @@ void readPeriod(Section & s, std::size_t octet, Product & product)
         product.end = *product.start + *length;
 }
 
+/// Takes back what the definition before it in the message may have said and this one need not say.
+void forget(Product & product) noexcept
+{
+    product.first = product.second = {};
+    product.statistic = product.area_statistic = Statistic::NONE;
+    product.member = product.derived = product.percentile = product.probability = -1;
+    product.lower_limit = product.upper_limit = std::nullopt;
+}
+
 } // namespace
 
 std::string readIDS(Section section, Product & product)
@@ -140,12 +147,10 @@ std::string readPDS(Section section, Product & product)
     product.template_number = static_cast<int>(number);
     product.category = static_cast<int>(section.u8(10));
     product.number = static_cast<int>(section.u8(11));
+    forget(product);
     if (isSatellite(number)) {
         product.process = static_cast<int>(section.u8(13));
         product.start = product.end = 0;
-        product.first = product.second = {};
-        product.statistic = product.area_statistic = Statistic::NONE;
-        product.member = product.derived = product.percentile = product.probability = -1;
         return section.isShort() ? "product definition section too short" : std::string();
     }
     for (auto const & row : TEMPLATES) {
@@ -156,7 +161,6 @@ std::string readPDS(Section section, Product & product)
         product.start = secondsAfter(product.reference, section.s32(19 + row.shift),
                                      static_cast<int>(section.u8(18 + row.shift)));
         product.end = product.start;
-        product.first = product.second = {};
         if (hasSurfaces(number)) {
             product.first = surfaceAt(section, 23 + row.shift);
             product.second = surfaceAt(section, 29 + row.shift);
@@ -165,12 +169,10 @@ std::string readPDS(Section section, Product & product)
         product.derived = optionalOctet(section, row.derived);
         product.percentile = optionalOctet(section, row.percentile);
         product.probability = optionalOctet(section, row.probability);
-        product.lower_limit = product.upper_limit = std::nullopt;
         if (row.probability != 0) {
             product.lower_limit = scaledAt(section, row.probability + 1);
             product.upper_limit = scaledAt(section, row.probability + 6);
         }
-        product.statistic = product.area_statistic = Statistic::NONE;
         if (row.area_statistic != 0)
             product.area_statistic = statisticOf(section.u8(row.area_statistic));
         if (row.period != 0)

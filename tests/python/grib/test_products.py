@@ -149,6 +149,15 @@ def test_what_was_made_of_an_ensemble(write_grib, number, tail, expected):
     assert len(list(GribFile(name).select(percentile=90))) == (expected[1] == 90)
 
 
+def test_a_definition_leaves_nothing_to_the_next_one(write_grib):
+    limits = split(with_product(5, 0, surface(100, 50000) + b'\xff' * 6, LIMITS))
+    picture = split(with_product(31, 0, b'', bytes(8)))
+    both = join(*(limits[number] for number in sorted(limits) if number < 8), *(picture[number] for number in sorted(picture) if number > 3))
+    file = GribFile(write_grib(both))
+    headers = [(file.getHeader().getProbability(), file.getHeader().getLowerLimit()) for _ in file]
+    assert headers == [(1, 12.5), (NONE, NONE)]
+
+
 def test_a_simulated_picture_has_bands_in_place_of_a_level(write_grib):
     grid, _ = read(write_grib(with_product(32, 0, bytes([1]) + bytes(10) + bytes([100]), b'')))
     assert grid.getForeHours() == 3
