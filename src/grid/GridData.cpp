@@ -11,16 +11,23 @@
 namespace Yul::detail {
 namespace {
 
-constexpr std::size_t LINE = 64;                          // octets of a cache line
-constexpr std::size_t LARGE_PAGE = std::size_t{2} << 20;  // octets
-constexpr std::size_t WORTH_LARGE_PAGES = 2 * LARGE_PAGE; // octets from which on they are asked for
+constexpr std::size_t LINE = 64;                         // octets of a cache line
+constexpr std::size_t LARGE_PAGE = std::size_t{2} << 20; // octets
+constexpr std::size_t MOST_PADDING = LARGE_PAGE / 8;     // octets that may lie unused in the last large page
+
+constexpr std::size_t roundUp(std::size_t octets, std::size_t unit) noexcept
+{
+    return (octets + unit - 1) / unit * unit;
+}
 
 /// Memory that begins at a cache line. Much of it begins at a large page, and comes in such pages where the system has
 /// them: fewer faults when it is touched first, and fewer look-ups of addresses ever after.
 std::shared_ptr<float[]> takeMemory(std::size_t count)
 {
-    std::size_t const octets = (count * sizeof(float) + LINE - 1) / LINE * LINE;
-    bool const is_large = octets >= WORTH_LARGE_PAGES;
+    std::size_t octets = roundUp(count * sizeof(float), LINE);
+    bool const is_large = octets + MOST_PADDING >= LARGE_PAGE;
+    if (std::size_t const whole = roundUp(octets, LARGE_PAGE); whole - octets <= MOST_PADDING)
+        octets = whole;
     void * memory = nullptr;
     if (posix_memalign(&memory, is_large ? LARGE_PAGE : LINE, octets) != 0)
         throw std::bad_alloc();
