@@ -27,7 +27,7 @@ constexpr std::size_t PDB_LEAST = 24;
 constexpr std::uint64_t LARGE = 0x800000; // bit of the length of a message of edition 1
 constexpr std::uint64_t LARGE_UNIT = 120;
 constexpr std::size_t BDB_HEAD = 21;
-constexpr std::size_t POINTS_AT_ONCE = 1 << 15; // a multiple of 8: pieces of values begin with whole octets
+constexpr std::size_t OCTETS_AT_ONCE = 1 << 17; // of packed values
 
 bool beginsWith(Octets octets, char const (&text)[5])
 {
@@ -390,8 +390,10 @@ void Reader::complete(Field & field)
 std::string Reader::unpackInPieces(Field const & field, std::span<float> values)
 {
     Packing const & packing = field.packing;
-    for (std::size_t first = 0; first < values.size(); first += POINTS_AT_ONCE) {
-        auto const piece = values.subspan(first, std::min(POINTS_AT_ONCE, values.size() - first));
+    std::size_t const at_once =
+        OCTETS_AT_ONCE / std::max(packing.bits, 1U) * 8; // so that pieces begin with whole octets
+    for (std::size_t first = 0; first < values.size(); first += at_once) {
+        auto const piece = values.subspan(first, std::min(at_once, values.size() - first));
         std::uint64_t const position = field.data.position + std::uint64_t{first} / 8 * packing.bits;
         input.release(position);
         Octets const packed = input.view(position, (std::uint64_t{piece.size()} * packing.bits + 7) / 8);
