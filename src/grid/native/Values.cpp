@@ -220,11 +220,15 @@ bool writeBinary(File & file, std::span<float const> values)
     if (file.reserve(values.size_bytes() + 1) == 0)
         return false;
     auto const turned = std::make_unique_for_overwrite<float[]>(std::min(PIECE, values.size()));
-    for (std::size_t at = 0; at < values.size(); at += PIECE) {
-        auto const piece = values.subspan(at, std::min(PIECE, values.size() - at));
+    auto const before = static_cast<std::size_t>(std::max(0LL, file.tell())) / OCTETS;
+    for (std::size_t at = 0; at < values.size();) {
+        std::size_t const whole =
+            PIECE - (before + at) % PIECE; // the system's own pieces of a file begin there
+        auto const piece = values.subspan(at, std::min(whole, values.size() - at));
         toMachineOrder(piece.data(), turned.get(), piece.size()); // the way back is the same
         if (file.write({reinterpret_cast<char const *>(turned.get()), piece.size() * OCTETS}) == 0)
             return false;
+        at += piece.size();
     }
     return file.write("\n") == 1;
 }
