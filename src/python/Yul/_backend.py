@@ -17,7 +17,7 @@ from xarray.core import indexing
 
 from . import ForeTime, GribFile, Grid, cvar
 from ._arrays import as_array
-from ._habits import RECORD_KEYS, _record
+from ._habits.files import RECORD_KEYS, header_record
 from ._xarray import CELL_METHODS, _horizontal, _standard_name, _vertical
 
 UNSET = np.datetime64('NaT', 'ms')  # one object, which is equal to itself as a key
@@ -80,7 +80,7 @@ def scan(name, wanted):
         for grid in file._headers():
             number = number + 1 if file.getLoc() == octet else 0
             octet = file.getLoc()
-            if not wanted or all(value == wanted[key] for key, value in _record(grid).items() if key in wanted):
+            if not wanted or all(value == wanted[key] for key, value in header_record(grid).items() if key in wanted):
                 _add(groups, grid, Place(octet, number), _number(file.getHeader().getMember()))
             file.next()
     if octet is None:

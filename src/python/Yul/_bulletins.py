@@ -1,4 +1,4 @@
-"""Bulletins and single reports of feeds. The classes of the library that read them are in _habits."""
+"""Bulletins and single reports of feeds. The classes of the library that read them are in _habits/feeds.py."""
 
 from __future__ import annotations
 
@@ -47,7 +47,7 @@ def _copied(source):
 
 def reference_date(date):
     """A Date to complete stated times from; the library's initial time or the clock unless given."""
-    from ._habits import classes
+    from ._habits.base import classes
     Date = classes['Date']
     if date is None:
         start = _Yul.Yul_getInitTime()
@@ -129,5 +129,5 @@ def reports(source: str | PathLike[str] | IO[Any] | list[Any], kind: str | None 
             code word ("AAXX"); None for all
     The others are those of WmoParse.
     """
-    from ._habits import classes
+    from ._habits.base import classes
     return iter(classes['SfcWmoFile'](source, index, header=header, kind=kind, date=date))

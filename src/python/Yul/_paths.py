@@ -32,14 +32,14 @@ FUNCTIONS = {f'new_{name}' if operation == 'new' else f'{name}_{operation}'
              for name, operations in OPERATIONS.items() for operation in operations.split()}
 
 
-def taking_paths(function):
-    """The flat function with paths as texts; any other function as it is."""
-    if function.__name__ not in FUNCTIONS:
+def taking_paths(function, name):
+    """The flat function of that name with paths as texts; any other function as it is."""
+    if name not in FUNCTIONS:
         return function
 
     def call(*arguments):
         return function(*(fsdecode(item) if hasattr(type(item), '__fspath__') else item for item in arguments))
 
-    call.__name__ = function.__name__
+    call.__name__ = name
     call.__doc__ = function.__doc__
     return call

@@ -8,7 +8,7 @@ from the library, which wraps its results once it knows the class by `registercl
 
 import _Yul
 
-from . import _habits
+from ._habits import added, classes as known_classes, text_of
 from ._paths import taking_paths
 
 try:
@@ -36,7 +36,7 @@ class Object:
 
     def __str__(self):
         write = getattr(self, 'toText', None) or getattr(self, 'toString', None)
-        return repr(self) if write is None else _habits.text_of(write)
+        return repr(self) if write is None else text_of(write)
 
     def __repr__(self):
         is_text = hasattr(self, 'toText') or hasattr(self, 'toString')
@@ -45,8 +45,9 @@ class Object:
 
 def _operation(function, class_name, name):
     """The flat function as a method, or as it is when it takes no object."""
-    function = taking_paths(function)
-    if function.__name__ in STATIC:
+    full_name = function.__name__
+    function = taking_paths(function, full_name)
+    if full_name in STATIC:
         return staticmethod(function)
 
     def operation(self, *arguments):
@@ -54,17 +55,18 @@ def _operation(function, class_name, name):
 
     operation.__name__ = name
     operation.__qualname__ = f'{class_name}.{name}'
-    operation.__doc__ = DOCS[function.__name__]
+    operation.__doc__ = DOCS[full_name]
     return operation
 
 
 def _constructor(new, attach):
-    new = taking_paths(new)
+    full_name = new.__name__
+    new = taking_paths(new, full_name)
 
     def __init__(self, *arguments):
         attach(self, new(*arguments))
 
-    __init__.__doc__ = DOCS[new.__name__]
+    __init__.__doc__ = DOCS[full_name]
     return __init__
 
 
@@ -105,7 +107,7 @@ def _make(name, flat, made):
     new = getattr(_Yul, f'new_{name}', None)
     if new is not None:
         attributes['__init__'] = _constructor(new, flat[name]['attach'])
-    habits = vars(_habits).get(name)
+    habits = added.get(name)
     for source in reversed(habits.__mro__[:-1] if habits else ()):
         attributes.update((key, value) for key, value in vars(source).items()
                           if key not in ('__module__', '__dict__', '__weakref__', '__qualname__', '__doc__'))
@@ -128,4 +130,4 @@ def make_classes():
 
 
 classes = make_classes()
-_habits.classes.update(classes)
+known_classes.update(classes)

@@ -20,6 +20,11 @@ A parameter `str | None` is a text that may be a null pointer, a result `str | N
 has both. Numbers that the library writes through a reference take a `PointerObject`.
 """
 '''
+PACKAGE_IMPORTS = '''
+from _Yul import PointerObject, cvar as cvar
+from typing import Any, ClassVar, Final, overload
+from typing_extensions import Buffer
+'''
 INDENT = '    '
 QUOTES = '"""'
 ACCESSORS = ('registerclass', 'attach', 'new', 'delete')
@@ -47,18 +52,18 @@ def with_doc(head, doc, indent):
 
 
 class Added:
-    """What a Python source of the package adds: the members of its classes as stub text, and the imports they need."""
+    """What Python sources of the package add: the members of their classes as stub text, and the imports they need."""
 
-    def __init__(self, path):
-        self.tree = ast.parse(path.read_text(encoding='utf-8'))
-        self.classes = {node.name: node for node in self.tree.body if isinstance(node, ast.ClassDef)}
-        self.functions = {node.name: node for node in self.tree.body if isinstance(node, ast.FunctionDef)}
-        for_types = [node for block in self.tree.body if is_for_types(block) for node in block.body]
+    def __init__(self, *paths):
+        self.body = [node for path in paths for node in ast.parse(path.read_text(encoding='utf-8')).body]
+        self.classes = {node.name: node for node in self.body if isinstance(node, ast.ClassDef)}
+        self.functions = {node.name: node for node in self.body if isinstance(node, ast.FunctionDef)}
+        for_types = [node for block in self.body if is_for_types(block) for node in block.body]
         self.overloads = [node for node in for_types if isinstance(node, ast.FunctionDef)]
-        self.imports = [ast.unparse(node) for node in for_types if node not in self.overloads]
+        self.imports = [node for node in for_types if node not in self.overloads]
 
     def members(self, name, item):
-        """Name -> stub lines, of the class and of the bases it has in the same source; the nearest hold."""
+        """Name -> stub lines, of the class and of the bases it has in these sources; the nearest hold."""
         node, found = self.classes.get(name), {}
         if node is None:
             return found
@@ -84,6 +89,17 @@ class Added:
         found.update({name: [line for member in members for line in function_lines(member, item, name)]
                       for name, members in by_name.items()})
         return found
+
+
+def import_lines(nodes):
+    """Imports without repetition, one line for each module that names are taken from, and what follows them."""
+    names, plain, others = {}, {}, {}
+    for node in nodes:
+        if isinstance(node, ast.ImportFrom):
+            names.setdefault(node.module, set()).update(map(ast.unparse, node.names))
+        else:
+            (plain if isinstance(node, ast.Import) else others)[ast.unparse(node)] = None
+    return [*plain, *(f'from {module} import {", ".join(sorted(names[module]))}' for module in sorted(names)), *others]
 
 
 def is_for_types(node):
@@ -115,7 +131,7 @@ class Stubs:
     def __init__(self, library, package):
         self.library = library
         self.package = Path(package)
-        self.habits = Added(self.package / '_habits.py')
+        self.habits = Added(*sorted((self.package / '_habits').glob('*.py')))
         self.class_docs = class_documentation(library, self.habits.classes)
         self.functions = {}  # class -> {name: function}
         for function in library.signatures:
@@ -192,7 +208,7 @@ class Stubs:
 
     def package_text(self):
         """`Yul/__init__.pyi`."""
-        imports, extra = list(self.habits.imports), []
+        imports, extra = [*ast.parse(PACKAGE_IMPORTS).body, *self.habits.imports], []
         public = ast.parse((self.package / '__init__.py').read_text(encoding='utf-8'))
         for node in public.body:
             if isinstance(node, ast.ImportFrom) and node.level == 1 and node.module:
@@ -200,9 +216,7 @@ class Stubs:
                 names = [alias.name for alias in node.names]
                 imports += added.imports
                 extra += self.extra_lines(added, names)
-        lines = [HEADER.format(name='Yul'),
-                 'from typing import Any, ClassVar, Final, overload', 'from typing_extensions import Buffer, Self', '',
-                 'from _Yul import PointerObject, cvar as cvar', *dict.fromkeys(imports), '',
+        lines = [HEADER.format(name='Yul'), *import_lines(imports), '',
                  'class Object:', f'{INDENT}@property', f'{INDENT}def this(self) -> PointerObject: ...', '']
         for cls in self.in_order():
             lines += self.class_lines(cls)
@@ -234,7 +248,7 @@ class Stubs:
                 for lines in added.members(name, 'object').values():
                     yield from (INDENT + line for line in lines)
                 yield ''
-            for node in added.tree.body:
+            for node in added.body:
                 if isinstance(node, ast.Assign) and ast.unparse(node.targets[0]) == name:
                     cls = ast.unparse(node.value).partition('(')[0]
                     bases = ', '.join(ast.unparse(base) for base in added.classes[cls].bases)

@@ -23,9 +23,9 @@ def declare(parser):
 
 def record_of(number, name, grid):
     """A field as JSON has it."""
-    from Yul._habits import _record
-    record = {'file': name, 'number': number, **_record(grid), 'valid': grid.valid.datetime, 'label': str(grid.getLevel()),
-              'units': grid.getUnits(), 'domain': str(grid.getDomain())}
+    from Yul._habits.files import header_record
+    record = {'file': name, 'number': number, **header_record(grid), 'valid': grid.valid.datetime,
+              'label': str(grid.getLevel()), 'units': grid.getUnits(), 'domain': str(grid.getDomain())}
     return {key: value.strftime('%Y-%m-%dT%H:%M:%SZ') if hasattr(value, 'strftime') else value
             for key, value in record.items()}
 
