@@ -12,8 +12,11 @@ namespace {
 /// A stream of one tile-part, whose headers say this.
 struct Picture
 {
-    unsigned tile_width = 20;
-    unsigned tile_height = 10;
+    unsigned width = 20;
+    unsigned height = 10;
+    unsigned tile_width = width;
+    unsigned tile_height = height;
+    unsigned block = 4; ///< its width and height as powers of two, less 2
     unsigned components = 1;
     unsigned layers = 1;
     std::optional<Octet> precinct = std::nullopt; ///< of every resolution
@@ -28,7 +31,7 @@ class Stream
 public:
     explicit Stream(Picture const & p)
     {
-        put({{0xff4f, 2}, {0xff51, 2}, {41, 2}, {0, 2}, {20, 4}, {10, 4}, {0, 4}, {0, 4}});
+        put({{0xff4f, 2}, {0xff51, 2}, {41, 2}, {0, 2}, {p.width, 4}, {p.height, 4}, {0, 4}, {0, 4}});
         put({{p.tile_width, 4},
              {p.tile_height, 4},
              {0, 4},
@@ -68,7 +71,7 @@ private:
     {
         unsigned const extra = precinct ? LEVELS + 1 : 0;
         put({{0xff52, 2}, {12 + extra, 2}, {precinct ? 1U : 0U, 1}, {0, 1}, {p.layers, 2}, {0, 1}});
-        put({{LEVELS, 1}, {4, 1}, {4, 1}, {0, 1}, {1, 1}});
+        put({{LEVELS, 1}, {p.block, 1}, {p.block, 1}, {0, 1}, {1, 1}});
         octets.insert(octets.end(), extra, precinct.value_or(0));
     }
 };
@@ -91,6 +94,16 @@ TEST(Jpeg2000Stream, HeadersAskForNoMoreThanIsThere)
         {{.precinct = 0x00}, "JPEG 2000 picture of 260 packets"},
         {{.layers = 65535, .precinct = 0x33}, "JPEG 2000 picture of 131070 packets"},
         {{.precinct = 0x00, .is_in_tile = true}, "JPEG 2000 picture of 260 packets"},
+        {{.width = 4000, .height = 1000}, "", 4'000'000},
+        {{.width = 4000, .height = 1000, .block = 2}, "", 4'000'000},
+        {{.width = 4000, .height = 1000, .block = 0}, "JPEG 2000 picture whose parts take 112", 4'000'000},
+        {{.width = 4000, .height = 1000, .tile_width = 64, .tile_height = 64, .octets = 100'000},
+         "",
+         4'000'000},
+        {{.tile_width = 1, .tile_height = 1, .octets = 3000}, "JPEG 2000 picture whose parts take 200"},
+        {{.width = 4000, .height = 1000, .precinct = 0x33, .octets = 100'000},
+         "JPEG 2000 picture whose parts take 202",
+         4'000'000},
     };
 
     for (auto const & c : cases) {

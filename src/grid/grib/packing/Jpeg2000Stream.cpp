@@ -27,23 +27,51 @@ struct Sizes
     std::uint64_t height = 0;
 };
 
-/// Packets of an area, in the coding style of a marker segment, at the least: what is at the edges is left out.
+/// What a decoder keeps for parts of a picture, in octets, as measured with OpenJPEG 2.5. Samples are beside it.
+constexpr std::uint64_t TILE_MEMORY = 10000;
+constexpr std::uint64_t PRECINCT_MEMORY = 400; // of each sub-band
+constexpr std::uint64_t BLOCK_MEMORY = 450;
+constexpr std::uint64_t SAMPLE_MEMORY =
+    6; // what the parts may take for each value; the samples take as much again
+constexpr std::uint64_t SMALL_MEMORY = 1ULL << 20; // which they may take in any case
+
+/// What an area of the picture is divided into.
+struct Parts
+{
+    std::uint64_t packets = 0; ///< at the least: what is at the edges is left out
+    std::uint64_t memory = 0;  ///< of a decoder
+};
+
+constexpr std::uint64_t dividedUp(std::uint64_t extent, unsigned shift) noexcept
+{
+    return (extent + (std::uint64_t{1} << shift) - 1) >> shift;
+}
+
+/// Parts of an area in the coding style of a marker segment.
 /// s       the marker's segment, whose first octet is the length.
 /// style   octet of the coding style; the number of decomposition levels follows at `levels_octet`.
-std::uint64_t
-packetsOf(Section & s, std::size_t style, std::size_t levels_octet, unsigned layers, Sizes const & area)
+Parts partsOf(Section & s, std::size_t style, std::size_t levels_octet, unsigned layers, Sizes const & area)
 {
     bool const has_precincts = (s.u8(style) & 1U) != 0;
     unsigned const levels = std::min(s.u8(levels_octet), MOST_LEVELS);
-    std::uint64_t packets = 0;
+    unsigned const block_width = (s.u8(levels_octet + 1) & 15U) + 2;
+    unsigned const block_height = (s.u8(levels_octet + 2) & 15U) + 2;
+    Parts parts;
     for (unsigned resolution = 0; resolution <= levels; ++resolution) {
         unsigned const precinct =
             has_precincts ? s.u8(levels_octet + 5 + resolution) : (WIDEST_PRECINCT << 4 | WIDEST_PRECINCT);
         unsigned const reduced = levels - resolution;
-        packets +=
-            (area.width >> (reduced + (precinct & 15U))) * (area.height >> (reduced + (precinct >> 4)));
+        unsigned const across = reduced + (precinct & 15U), down = reduced + (precinct >> 4);
+        unsigned const halved = resolution > 0 ? 1 : 0; // a sub-band has half the samples of its resolution
+        std::uint64_t const bands = resolution > 0 ? 3 : 1;
+        parts.packets += (area.width >> across) * (area.height >> down);
+        parts.memory +=
+            bands * PRECINCT_MEMORY * dividedUp(area.width, across) * dividedUp(area.height, down) +
+            bands * BLOCK_MEMORY * dividedUp(area.width, std::min(reduced + halved + block_width, across)) *
+                dividedUp(area.height, std::min(reduced + halved + block_height, down));
     }
-    return packets * layers;
+    parts.packets *= layers;
+    return parts;
 }
 
 /// Samples between two places of the reference grid, one every `step`.
@@ -130,6 +158,7 @@ private:
             return false;
         }
         tile = {std::min(picture.width, tile_width / step_x), std::min(picture.height, tile_height / step_y)};
+        all.memory = tiles * TILE_MEMORY;
         return true;
     }
 
@@ -160,18 +189,26 @@ private:
         if (s.size() == 0)
             return false;
         Sizes const & area = has_tile ? tile : picture;
-        std::uint64_t packets = 0;
+        Parts parts;
         if (marker == CODING_STYLE) {
             layers = s.u16(5);
-            packets = packetsOf(s, 3, 8, layers, area);
+            parts = partsOf(s, 3, 8, layers, area);
         } else if (marker == COMPONENT_STYLE)
-            packets = packetsOf(s, 4, 5, layers, area);
-        if (!s.isShort() && packets <= data.size())
-            return true;
-        if (!s.isShort())
+            parts = partsOf(s, 4, 5, layers, area);
+        all.packets += parts.packets;
+        all.memory += parts.memory;
+        return !s.isShort() && isAffordable();
+    }
+
+    [[nodiscard]] bool isAffordable()
+    {
+        if (all.packets > data.size())
             fault = format("JPEG 2000 picture of %llu packets in %zu octets",
-                           static_cast<unsigned long long>(packets), data.size());
-        return false;
+                           static_cast<unsigned long long>(all.packets), data.size());
+        else if (all.memory > values * SAMPLE_MEMORY + SMALL_MEMORY)
+            fault = format("JPEG 2000 picture whose parts take %llu octets of memory for %zu values",
+                           static_cast<unsigned long long>(all.memory), values);
+        return fault.empty();
     }
 
     Octets data;
@@ -183,6 +220,7 @@ private:
     Sizes picture;
     Sizes tile;
     unsigned layers = 1;
+    Parts all;
     std::string fault;
 };
 

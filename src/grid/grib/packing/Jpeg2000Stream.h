@@ -8,9 +8,10 @@
 namespace Yul::detail::grib {
 
 /// Compares what the headers of a picture ask for with what is there, before a decoder allocates it: one component with a
-/// sample for each value, a tile-part for every tile, and an octet at least for every packet (a precinct of a layer of a
-/// resolution). Without this a few octets could claim millions of tiles or precincts, each worth hundreds of octets of
-/// memory.
+/// sample for each value, a tile-part for every tile, an octet at least for every packet (a precinct of a layer of a
+/// resolution), and tiles, precincts and code-blocks that are large enough for what a decoder keeps for each, hundreds or
+/// thousands of octets. Without this a few octets could claim millions of them. Code-blocks of 16 by 16 samples pass, tiles of 64
+/// by 64; the smallest that the format allows do not, but in pictures below some ten thousand samples.
 /// stream  from the first marker on.
 /// values  samples that there are to be.
 /// return  empty, else what is wrong.
