@@ -4,6 +4,7 @@
 #include "core/ResrcFile.h"
 #include "core/Strings.h"
 #include "core/Yul.h"
+#include "cpp/Folder.h"
 #include "program/ResrcDB.h"
 
 #include <cstdlib>
@@ -13,7 +14,6 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 namespace Yul {
 namespace {
@@ -26,17 +26,14 @@ class Settings : public testing::Test
 protected:
     void SetUp() override
     {
-        std::string pattern = (fs::temp_directory_path() / "yul-settings-XXXXXX").string();
         before = fs::current_path();
-        folder = mkdtemp(pattern.data());
-        fs::current_path(folder);
+        fs::current_path(folder.path);
         Yul::resrc().clear();
     }
 
     void TearDown() override
     {
         fs::current_path(before);
-        fs::remove_all(folder);
         for (std::string const & name : variables)
             unsetenv(name.c_str());
         Yul::resrc().clear();
@@ -56,7 +53,7 @@ protected:
     }
 
     fs::path before;
-    fs::path folder;
+    test::Folder folder;
     std::vector<std::string> variables;
 };
 

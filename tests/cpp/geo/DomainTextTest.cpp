@@ -1,16 +1,15 @@
 #include "core/Yul.h"
+#include "cpp/Folder.h"
 #include "geo/CityFile.h"
 #include "geo/Domain.h"
 #include "geo/DomainTool.h"
 #include "geo/LookupFile.h"
 
 #include <cmath>
-#include <fstream>
 #include <string>
 #include <tuple>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 namespace Yul {
 namespace {
@@ -247,8 +246,9 @@ TEST(DomainTool, FindsStationsAndRegions)
 
     EXPECT_EQ(DomainTool::decode("Europe", val), 1);
     EXPECT_EQ(val.proj, Domain::LAMB);
-    std::string const own = testing::TempDir() + "own_" + std::to_string(getpid()) + ".reg";
-    std::ofstream(own) << "# own regions\nhere: ll,1,2,3,4,5,6\nthere:here\nround: round\n";
+    test::Folder const folder;
+    std::string const own =
+        folder.write("own.reg", "# own regions\nhere: ll,1,2,3,4,5,6\nthere:here\nround: round\n");
     EXPECT_EQ(DomainTool::decode("here", val, own.c_str()), 1);
     EXPECT_EQ(val.clat, 1);
     EXPECT_EQ(DomainTool::decode(("fi:" + own + ",THERE").c_str(), val, own.c_str()), 1);

@@ -5,7 +5,6 @@
 
 #include <climits>
 #include <cmath>
-#include <fstream>
 
 namespace Yul {
 namespace {
@@ -153,7 +152,7 @@ TEST(ColorMap, LeavesTheTableAloneWhenTheFileIsBad)
     for (char const * text : {"", "GRIB", "YulColors 1\ncolor a 1 2\n", "YulColors 1\ncolor a 1 2 300\n",
                               "YulColors 1\ncolor a 1 2 nan\n", "YulColors 1\nfill 9\n",
                               "YulColors 1\nfill -1\n", "YulColors 1\ncolor b 1 2 3\nblue\n"}) {
-        std::ofstream(file.path) << text;
+        file.write(text);
         ColorMap map = smallMap();
         testing::internal::CaptureStderr();
         EXPECT_EQ(map.read(file.path.c_str()), 0) << text;

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 
 namespace Yul {
 namespace {
@@ -59,10 +58,10 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(GFont, DecodesTheGlyphCoding)
 {
     test::PageFile file;
-    std::ofstream(file.path) << "YulFont 1\nmetrics 10 20\nglyph 65 0 9\n128 10 9\n10 255\n";
+    file.write("YulFont 1\nmetrics 10 20\nglyph 65 0 9\n128 10 9\n10 255\n");
     GFont font;
     EXPECT_EQ(font.open(file.path.c_str()), 1);
-    std::ofstream(file.path) << "YulFont 1\nmetrics 10 20\nglyph 65 0 9\n130 10 7 200 253 30 254\n";
+    file.write("YulFont 1\nmetrics 10 20\nglyph 65 0 9\n130 10 7 200 253 30 254\n");
     ASSERT_EQ(font.open(file.path.c_str()), 1);
     auto const vertices = font.vertices(*font.find('A'));
     ASSERT_EQ(vertices.size(), 3U);
@@ -75,19 +74,19 @@ TEST(GFont, DecodesTheGlyphCoding)
 /// Every cut of a good file is refused or whole, and what was there stays.
 template <class Reader> void expectCutsRefused(std::string const & name, std::size_t step)
 {
-    std::string const text = test::readFile(name);
+    std::string const text = test::octetsOf(name);
     ASSERT_GT(text.size(), step);
     test::PageFile file;
     Reader reader;
     ASSERT_EQ(reader.open(name.c_str()), 1);
     for (std::size_t size = 0; size < text.size(); size += step) {
-        std::ofstream(file.path) << text.substr(0, size);
+        file.write(text.substr(0, size));
         Reader cut;
         bool const is_read = cut.open(file.path.c_str()) != 0;
         EXPECT_EQ(is_read, cut.isOpen());
         std::string garbled = text;
         garbled[size] = static_cast<char>(garbled[size] ^ 0x55);
-        std::ofstream(file.path) << garbled;
+        file.write(garbled);
         reader.open(file.path.c_str());
         EXPECT_TRUE(reader.isOpen());
     }
@@ -109,7 +108,7 @@ TEST(GFont, RefusesCutAndGarbledFiles)
           "YulFont 1\nmetrics 1 5\nglyph 65 0 9\n254\nglyph 65 0 9\n254\n",
           "YulFont 1\nmetrics 1 5\npen 256\nglyph 65 0 9\n254\n",
           "YulFont 1\nmetrics 1 5\npen\nglyph 65 0 9\n254\n"}) {
-        std::ofstream(file.path) << text;
+        file.write(text);
         EXPECT_EQ(GFont().open(file.path.c_str()), 0) << text;
     }
 }
@@ -160,7 +159,7 @@ TEST(Symbol, RefusesCutAndGarbledFiles)
           std::string("YulSymbols 1\nsymbol a\ncircle 0 0 nan\n"),
           std::string("YulSymbols 1\nsymbol a\nsymbol a\n"),
           std::string("YulSymbols 1\nsymbol a\narc 0 0 1 0 1e30\n")}) {
-        std::ofstream(file.path) << text;
+        file.write(text);
         EXPECT_EQ(Symbol().open(file.path.c_str()), 0) << text.substr(0, 60);
     }
 }

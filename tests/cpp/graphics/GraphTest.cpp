@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
-#include <fstream>
 
 namespace Yul {
 namespace {
@@ -399,21 +398,17 @@ TEST(Graph, DrawsNoTextWithoutAFont)
 
 TEST(Graph, LooksFontsUpInTheFontList)
 {
-    test::PageFile file;
-    std::string const directory = file.path + ".d";
-    std::filesystem::create_directory(directory);
-    std::filesystem::copy(std::string(YUL_DATABASE) + "/modern.fnt", directory + "/modern.fnt");
-    std::ofstream(directory + "/yul.fnl")
-        << "# a list\nfirst modern.fnt\nsecond none.fnt\nsecond modern.fnt\nthird\n";
+    test::Folder const folder;
+    std::filesystem::copy(std::string(YUL_DATABASE) + "/modern.fnt", folder.path);
+    folder.write("yul.fnl", "# a list\nfirst modern.fnt\nsecond none.fnt\nsecond modern.fnt\nthird\n");
     Page page;
-    Yul::setDatabasePath(directory.c_str());
+    Yul::setDatabasePath(folder.path.c_str());
     testing::internal::CaptureStderr();
     EXPECT_EQ(page.graph.setFont("first"), 1);
     EXPECT_EQ(page.graph.setFont("second"), 0); // the first line counts
-    EXPECT_EQ(page.graph.setFont("third"), 0);  // a line without a specification is none
+    EXPECT_EQ(page.graph.setFont("third"), 0);  // a line without a file is none
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "setFont: unable to load font: none.fnt, using modern\n"
                                                       "setFont: unable to load font: third, using modern\n");
-    std::filesystem::remove_all(directory);
 }
 
 TEST(Graph, LeavesTextToTheDeviceWhenTold)

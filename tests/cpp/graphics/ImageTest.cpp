@@ -3,7 +3,6 @@
 #include "cpp/graphics/Page.h"
 
 #include <climits>
-#include <fstream>
 #include <random>
 #include <set>
 
@@ -142,13 +141,13 @@ TEST(Image, SaysWhatItCannotReadOrWrite)
     testing::internal::CaptureStderr();
     int read = 0;
     for (std::size_t size = 0; size < whole.size(); size += 97) {
-        std::ofstream(file.path) << whole.substr(0, size);
+        file.write(whole.substr(0, size));
         read += image.read(file.path.c_str());
     }
     EXPECT_EQ(read, 0);
     std::string bomb = whole; // a header that asks for 2^31 - 1 samples a side
     bomb.replace(16, 8, "\x7f\xff\xff\xff\x7f\xff\xff\xff", 8);
-    std::ofstream(file.path) << bomb;
+    file.write(bomb);
     EXPECT_EQ(image.read(file.path.c_str()), 0);
     EXPECT_EQ(image.read(nullptr), 0);
     EXPECT_EQ(image.read("/"), 0);

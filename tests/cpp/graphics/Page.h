@@ -1,44 +1,26 @@
 // Pages drawn for tests, read back as text.
 #pragma once
 
-#include "core/File.h"
 #include "core/Yul.h"
+#include "cpp/Folder.h"
 #include "graphics/Graph.h"
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 namespace Yul::test {
 
-inline std::string readFile(std::string const & name)
+/// A file of this test's own; its path is short, because a device keeps 60 characters.
+struct PageFile
 {
-    File file;
-    std::string text;
-    if (file.open(name.c_str(), "r") != 0) {
-        text.resize(static_cast<std::size_t>(file.size()));
-        text.resize(file.read(text.data(), text.size()));
-    }
-    return text;
-}
+    [[nodiscard]] std::string text() const { return octetsOf(path); }
 
-/// A short file name of this test's own (a device keeps 60 characters), gone at the end.
-class PageFile
-{
-public:
-    PageFile() : path("/tmp/yulpage" + std::to_string(getpid()) + ".ps") { std::filesystem::remove(path); }
+    void write(std::string const & octets) const { folder.write("page.ps", octets); }
 
-    ~PageFile() { std::filesystem::remove(path); }
-
-    PageFile(PageFile const &) = delete;
-    PageFile & operator=(PageFile const &) = delete;
-
-    [[nodiscard]] std::string text() const { return readFile(path); }
-
-    std::string const path;
+    Folder const folder;
+    std::string const path = folder.of("page.ps");
 };
 
 /// A portrait page whose window coordinates are its points, unless the parameters say otherwise.

@@ -3,15 +3,14 @@
 // YUL_GRIB_SAMPLES names a folder of real files. Their messages of at most 2 kB are cut, or of as many octets as
 // YUL_GRIB_CUTS says: a megabyte of them takes minutes.
 #include "core/Yul.h"
+#include "cpp/Folder.h"
 #include "grid/GribFile.h"
 #include "grid/Grid.h"
 
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -110,8 +109,7 @@ std::size_t cutAway(std::string const & message, std::string const & what)
 /// The messages of a file, each with what is between it and the next one.
 std::vector<std::string> splitMessages(std::filesystem::path const & path)
 {
-    std::ifstream stream(path, std::ios::binary);
-    std::string const octets{std::istreambuf_iterator<char>(stream), {}};
+    std::string const octets = test::octetsOf(path);
     std::vector<std::string> messages;
     GribFile file(path.c_str());
     long begin = 0;

@@ -1,120 +1,32 @@
-// The library's own grid files: every line and octet of them, and what becomes of damaged ones.
+// The library's own grid files: every line and octet of them.
 #include "grid/GridYulFile.h"
 
 #include "core/Const.h"
 #include "core/Format.h"
-#include "core/Yul.h"
-#include "geo/DomainTool.h"
-#include "grid/GridFile.h"
+#include "cpp/grid/NativeFiles.h"
 #include "grid/Grids.h"
-#include "grid/native/ByteOrder.h"
-#include "grid/native/Values.h"
 
 #include <cmath>
-#include <csignal>
-#include <cstdint>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <limits>
 #include <random>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
 
 namespace {
 
+using namespace Yul::test;
 using Yul::Grid;
-using Yul::GridFile;
 using Yul::Grids;
 using Yul::GridSpec;
 using Yul::GridYulFile;
 
 constexpr float MISS = Yul::Const::MISS;
 
-/// Files in a folder of the test's own, and silence while it runs.
-class GridYulFileTest : public testing::Test
+class GridYulFileTest : public NativeFiles
 {
-protected:
-    GridYulFileTest() { Yul::Yul::setMessageLevel(Yul::Yul::ERROR); }
-
-    ~GridYulFileTest() override
-    {
-        Yul::Yul::setMessageLevel(Yul::Yul::OUT2);
-        std::filesystem::remove_all(folder);
-    }
-
-    std::string write(std::string const & octets, char const * name = "file") const
-    {
-        std::ofstream(folder / name, std::ios::binary) << octets;
-        return folder / name;
-    }
-
-    std::string path(char const * name = "file") const { return folder / name; }
-
-    static std::string octetsOf(std::string const & name)
-    {
-        std::ifstream file(name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-    std::string written(Grid const & grid, int version, int format) const
-    {
-        GridYulFile file;
-        file.setVer(version);
-        EXPECT_EQ(file.write(path().c_str(), format, grid), 1);
-        EXPECT_EQ(file.close(), 1);
-        return octetsOf(path());
-    }
-
-private:
-    std::filesystem::path folder = [] {
-        std::string name = std::filesystem::temp_directory_path() / "yul-grid-XXXXXX";
-        return std::filesystem::path(mkdtemp(name.data()));
-    }();
 };
-
-Grid gridOn(char const * domain, int nx = 3, int ny = 2)
-{
-    Grid grid(nx, ny);
-    for (int i = 0; i < nx * ny; ++i)
-        grid.setValue(i % nx, i / nx, static_cast<float>(i) + 0.5F);
-    grid.setDomain(Yul::Domain(domain));
-    grid.setDatim("12Z 14 NOV 2026");
-    grid.setDate(Yul::Date(2026, 11, 14, 12, 0, 0));
-    grid.setInfo("Wind [m s-1]");
-    grid.setVar("UGRD");
-    grid.setLevel("500mb");
-    grid.setForeTime("24h");
-    grid.setType(5);
-    grid.setSource(7);
-    grid.setModel(96);
-    grid.setVersion(2);
-    return grid;
-}
-
-std::string bigEndian(std::vector<float> const & values)
-{
-    std::string octets;
-    for (float const value : values) {
-        std::uint32_t bits = 0;
-        std::memcpy(&bits, &value, sizeof bits);
-        for (int shift = 24; shift >= 0; shift -= 8)
-            octets += static_cast<char>(bits >> shift & 0xFFU);
-    }
-    return octets;
-}
-
-constexpr char const * LATLON = "ll:10:20,45,10,3,2,5,2.5";
-std::string const TEXT_VALUES =
-    "5.00000000e-01\n1.50000000e+00\n2.50000000e+00\n3.50000000e+00\n4.50000000e+00\n5.50000000e+00\n";
-std::string const BINARY_VALUES = bigEndian({0.5F, 1.5F, 2.5F, 3.5F, 4.5F, 5.5F}) + '\n';
-std::string const DATE_LINE = "12Z 14 NOV 2026\n";
-std::string const IDENTIFICATION = "7 2 96 5 100 500 24 1002002:m_s-1\n";
 
 TEST_F(GridYulFileTest, WritesEveryVersionAndForm)
 {
@@ -321,86 +233,6 @@ TEST_F(GridYulFileTest, AFileOfSeveralGridsIsReadInTurn)
     EXPECT_EQ(before_the_cut.getNum(), 2);
 }
 
-TEST_F(GridYulFileTest, AFileThatIsCutAnywhereGivesNothing)
-{
-    struct
-    {
-        int version;
-        int format;
-    } const cases[] = {{4, 1}, {4, 2}, {3, 1}, {3, 2}};
-
-    for (auto const & [version, format] : cases) {
-        auto const octets = written(gridOn("lamb:40:-95:30:60,40,-100,3,2,1,1"), version, format);
-        for (std::size_t size = 0; size < octets.size(); ++size) {
-            Grid grid;
-            GridYulFile file(write(octets.substr(0, size)).c_str());
-            ASSERT_EQ(file.read(grid), 0) << size << " octets of\n" << octets;
-            ASSERT_FALSE(grid.isData());
-            ASSERT_EQ(file.read(grid), 0);
-        }
-        Grid grid;
-        EXPECT_EQ(GridYulFile(write(octets).c_str()).read(grid), 1);
-    }
-}
-
-TEST_F(GridYulFileTest, AbsurdFilesAreRefused)
-{
-    std::string const head = "YulGRID4B\n" + DATE_LINE + "Height\n" + IDENTIFICATION;
-    std::string const old_head = "YulGRID3\n" + DATE_LINE + "Height\n" + IDENTIFICATION;
-    std::string const cases[] = {
-        "",
-        "\n",
-        "yulgrid4\n",
-        std::string(300, '\0'),
-        "YulGRIDB\n" + DATE_LINE + "Height\n" + IDENTIFICATION + "ll,0,0,3,2,1,1\n" + TEXT_VALUES,
-        "YulGRID5\n" + DATE_LINE + "Height\n" + IDENTIFICATION + "ll,0,0,3,2,1,1\n" + TEXT_VALUES,
-        "YulGRID0\n" + DATE_LINE + "Height\nLL 0 0 1 1 3 2\n" + TEXT_VALUES,
-        head + "ll,0,0,46341,46341,1,1\n" + BINARY_VALUES,
-        head + "ll,0,0,65536,65536,1,1\n" + BINARY_VALUES,
-        head + "ll,0,0,30000,30000,1,1\n" + BINARY_VALUES,
-        head + "ll,0,0,-3,-2,1,1\n" + BINARY_VALUES,
-        head + "ll,0,0,0,2,1,1\n" + BINARY_VALUES,
-        head + "ll,0,0,4294967299,2,1,1\n" + BINARY_VALUES,
-        head + "ll,0,0\n" + BINARY_VALUES,
-        head + "no such region\n" + BINARY_VALUES,
-        head + "ll,0,0,3,2,1,1\n" + BINARY_VALUES.substr(0, 24) + 'x',
-        old_head + "LL 0 0 1 1 30000 30000\n" + TEXT_VALUES,
-        old_head + "LL 0 0 1 1 3\n" + TEXT_VALUES,
-        old_head + "LL 0 0 1 x 3 2\n" + TEXT_VALUES,
-        old_head + "LL 0 0 1 1 3 2\n1 2 3 four 5 6\n",
-        old_head + "LL 0 0 1 1 3 2\n1 2 3 4 5 6x\n",
-        old_head + "LL 0 0 1 1 3 2\n1 2 3 4 5\n",
-    };
-    for (auto const & octets : cases) {
-        Grid grid;
-        EXPECT_EQ(GridYulFile(write(octets).c_str()).read(grid), 0) << octets.substr(0, 200);
-        EXPECT_FALSE(grid.isData());
-    }
-    Grid grid;
-    EXPECT_EQ(GridYulFile("/dev/zero").read(grid), 0);
-    EXPECT_EQ(GridYulFile("/").isOpen(), false);
-}
-
-TEST_F(GridYulFileTest, AFaultKeepsWhatWasSetBeforeIt)
-{
-    auto grid = gridOn(LATLON);
-    EXPECT_EQ(GridYulFile(write("no grid\n").c_str()).read(grid), 0);
-    EXPECT_STREQ(grid.getInfo(), "Wind [m s-1]");
-    EXPECT_TRUE(grid.isData());
-    EXPECT_EQ(GridYulFile(write("YulGRID4\n13Z 14 NOV 2026\nother\nx x x\nll,0,0,9,9,1,1\n1 2\n").c_str())
-                  .read(grid),
-              0);
-    EXPECT_STREQ(grid.getInfo(), "other");
-    EXPECT_EQ(grid.getDate().getHour(), 13);
-    EXPECT_EQ(grid.getLevel().getValue(), 500) << "a malformed line 4 leaves the level";
-    EXPECT_EQ(grid.getNx(), 9);
-    EXPECT_FALSE(grid.isData());
-
-    GridYulFile file(write("YulGRID1\n\n\nLL 0 0 1 1 3 2\n" + TEXT_VALUES).c_str());
-    EXPECT_EQ(file.read(GridSpec("UGRD,500mb"), grid), 0)
-        << "what a grid had before is not what the header says";
-}
-
 TEST_F(GridYulFileTest, TextGivesBackEveryFloat)
 {
     std::mt19937 random(5);
@@ -507,73 +339,6 @@ TEST_F(GridYulFileTest, ReadsValuesFromAFileOfTheirOwn)
     }
 }
 
-TEST_F(GridYulFileTest, NothingIsWrittenThatCannotBeReadBack)
-{
-    auto no_values = gridOn(LATLON);
-    no_values.freeData();
-    auto no_domain = gridOn(LATLON);
-    no_domain.setDomain(Yul::Domain());
-    auto const other_size = gridOn(LATLON, 4, 4);
-    auto const too_long = gridOn("ll,1e37,1e37,3,2,1e37,1e37");
-    auto no_spacing = gridOn(LATLON);
-    Yul::DomainVal domain = no_spacing.getDomainVal();
-    domain.dx = MISS;
-    no_spacing.setDomain(domain);
-    auto not_finite = gridOn(LATLON);
-    domain = not_finite.getDomainVal();
-    domain.dy = INFINITY;
-    not_finite.setDomain(domain);
-    for (auto const & grid : {no_values, no_domain, other_size, too_long, no_spacing, not_finite}) {
-        GridYulFile file;
-        EXPECT_EQ(file.write(path().c_str(), 2, grid), 0);
-        EXPECT_EQ(file.close(), 1);
-        EXPECT_EQ(octetsOf(path()), "");
-    }
-}
-
-TEST_F(GridYulFileTest, LostOctetsAreReported)
-{
-    Grid large(300, 300);
-    large.setDomain(Yul::Domain("ll,0,0,300,300,1,0.5"));
-    for (auto const * name : {"/dev/full", "|exec 0<&-; exit 0"})
-        for (int const format : {1, 2})
-            for (auto const & grid : {gridOn(LATLON), large}) {
-                GridYulFile file(name, 1, format);
-                ASSERT_TRUE(file.isOpen());
-                int result = 1;
-                for (int i = 0; i < 2000 && result == 1; ++i) // a pipe takes some before it is found closed
-                    result = file.write(grid);
-                EXPECT_EQ(result, 0) << name << format;
-                EXPECT_EQ(file.close(), 0) << name << format;
-            }
-    GridYulFile file(path().c_str(), 1, 2);
-    EXPECT_EQ(file.write(gridOn(LATLON)), 1);
-    EXPECT_TRUE(octetsOf(path()).ends_with(BINARY_VALUES)) << "a grid is there when write returns";
-}
-
-TEST_F(GridYulFileTest, AFailureLeavesNoRoomTaken)
-{
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    auto const handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit const small{100000, before.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    Grid large(400, 400);
-    large.setDomain(Yul::Domain("ll,0,0,400,400,0.5,0.5"));
-    GridYulFile file;
-    EXPECT_EQ(file.write(path().c_str(), 2, large), 0);
-    EXPECT_EQ(file.close(), 0);
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-
-    struct stat info
-    {
-    };
-
-    ASSERT_EQ(stat(path().c_str(), &info), 0);
-    EXPECT_LE(info.st_blocks * 512, 200000); // what was asked for is four times as much
-}
-
 TEST_F(GridYulFileTest, AVariableOfItsOwnKeepsItsUnits)
 {
     auto grid = gridOn(LATLON);
@@ -584,125 +349,6 @@ TEST_F(GridYulFileTest, AVariableOfItsOwnKeepsItsUnits)
     ASSERT_EQ(file.read(path().c_str(), 0, back), 1);
     EXPECT_FALSE(back.getVar().isSet()) << back.getVar().getName();
     EXPECT_STREQ(back.getUnits(), "K_km-1");
-}
-
-TEST_F(GridYulFileTest, OpensOnlyWhatItKnows)
-{
-    struct
-    {
-        int mode;
-        int format;
-        int result;
-    } const cases[] = {{0, 0, 1}, {0, 2, 1},  {0, 3, 1},  {0, 4, 0},
-                       {1, 0, 1}, {1, 1, 1},  {1, 2, 1},  {1, 3, 0},
-                       {2, 1, 0}, {-1, 0, 0}, {1, -1, 0}, {0, std::numeric_limits<int>::min(), 0}};
-
-    auto const name = write("YulGRID");
-    GridYulFile file;
-    for (auto const & [mode, format, result] : cases)
-        EXPECT_EQ(file.open(name.c_str(), mode, format), result) << mode << ' ' << format;
-    Grid grid = gridOn(LATLON);
-    EXPECT_EQ(file.open(nullptr), 0);
-    EXPECT_EQ(file.read(grid), 0);
-    EXPECT_EQ(file.open(name.c_str(), 1), 1);
-    EXPECT_EQ(file.read(grid), 0) << "it was opened for writing";
-    EXPECT_EQ(file.open(name.c_str(), 0), 1);
-    EXPECT_EQ(file.write(grid), 0) << "it was opened for reading";
-    for (int const version : {0, 5, -9999})
-        EXPECT_EQ(file.setVer(version), 0);
-    EXPECT_EQ(file.setVer(3), 1);
-    EXPECT_EQ(file.open(name.c_str(), 1, 1), 1);
-    EXPECT_EQ(file.getVer(), 3);
-}
-
-TEST_F(GridYulFileTest, TheFormOfAFileIsKnownByItsFirstOctets)
-{
-    std::string const nuls(100, '\0');
-
-    struct
-    {
-        std::string octets;
-        int type;
-    } const cases[] = {
-        {"YulGRID4\n", 1},
-        {" YulGRID4\n", 0},
-        {"CDF\1", 3},
-        {" CDF\1", 0},
-        {"GRIB", 4},
-        {"GGRIB", 4},
-        {nuls + "GRIB", 4},
-        {nuls + std::string(96, 'x') + "GRIB", 4},
-        {nuls + std::string(97, 'x') + "GRIB", 0},
-        {"YulGRI", 0},
-        {"", 0},
-    };
-
-    for (auto const & [octets, type] : cases)
-        EXPECT_EQ(GridFile::checkType(write(octets).c_str()), type) << octets;
-    EXPECT_EQ(GridFile::checkType("-"), 1);
-    EXPECT_EQ(GridFile::checkType(nullptr), 0);
-    EXPECT_EQ(GridFile::checkType(path("missing").c_str()), 0);
-    EXPECT_FALSE(GridFile(write("CDF\1").c_str()).isOpen());
-}
-
-TEST_F(GridYulFileTest, TheFrontReadsFilesOfEveryFormAsOne)
-{
-    auto const grid = gridOn("ll,45,10,3,2,5,2.5");
-    EXPECT_EQ(GridFile().write(path("a").c_str(), GridYulFile::BINARY, grid), 1);
-    EXPECT_EQ(GridFile().write(path("b").c_str(), GridFile::GRIB, grid), 1);
-    EXPECT_EQ(GridFile().write(path("c").c_str(), GridYulFile::TEXT, grid), 1);
-    Yul::Filename names;
-    for (auto const * name : {"a", "missing", "b", "c"})
-        names.add(path(name).c_str());
-
-    GridFile file(names);
-    Grid back;
-    file.setMissValue(1.5F);
-    for (int const type : {GridFile::YUL, GridFile::GRIB, GridFile::YUL}) {
-        EXPECT_EQ(file.peek(back), 1);
-        EXPECT_EQ(file.readHdr(back), 1);
-        EXPECT_EQ(file.getType(), type);
-        EXPECT_FALSE(back.isData());
-        EXPECT_EQ(file.readData(back), 1);
-        EXPECT_NEAR(back.getValue(2, 1), 5.5F, 1e-3);
-        EXPECT_EQ(back.getValue(1, 0), MISS);
-        EXPECT_STREQ(back.getVar().getName(), "UGRD");
-    }
-    EXPECT_EQ(file.read(back), 0);
-    EXPECT_EQ(file.rewind(), 1);
-    EXPECT_EQ(file.next(), 1);
-    EXPECT_EQ(file.readHdr(back), 1);
-    EXPECT_EQ(file.readHdr(back), 1) << "the values of the one before are passed over";
-    EXPECT_EQ(back.getVersion(), 4);
-    EXPECT_EQ(file.rewind(), 1);
-    Grids grids;
-    EXPECT_EQ(file.read(grids), 1);
-    EXPECT_EQ(grids.getNum(), 3);
-    EXPECT_EQ(file.rewind(), 1);
-    EXPECT_EQ(file.read(GridSpec("UGRD,,,1:1"), back), 1);
-    EXPECT_EQ(file.setMissValue(NAN), 0);
-}
-
-TEST(NativeByteOrder, EveryFormTurnsOctetsAlike)
-{
-    using namespace Yul::detail::native;
-    if (swapWide() == nullptr)
-        GTEST_SKIP() << "this processor has no AVX2";
-    std::vector<float> from(100);
-    std::mt19937 random(7);
-    for (auto & value : from) {
-        auto const bits = static_cast<std::uint32_t>(random());
-        std::memcpy(&value, &bits, sizeof value);
-    }
-    for (std::size_t start = 0; start < 9; ++start)
-        for (std::size_t count = 0; count < 60; ++count) {
-            std::vector<float> plain(101, 1.0F);
-            std::vector<float> wide(101, 1.0F);
-            swapPlain(from.data() + start, plain.data() + start, count);
-            swapWide()(from.data() + start, wide.data() + start, count);
-            ASSERT_EQ(std::memcmp(plain.data(), wide.data(), plain.size() * sizeof(float)), 0)
-                << start << ' ' << count;
-        }
 }
 
 } // namespace

@@ -2,11 +2,10 @@
 
 #include "core/Resrc.h"
 #include "core/Yul.h"
+#include "cpp/Folder.h"
 #include "naming/NameConvFile.h"
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -24,31 +23,23 @@ class Naming : public testing::Test
 protected:
     void SetUp() override
     {
-        std::string pattern = (fs::temp_directory_path() / "yul-naming-XXXXXX").string();
-        folder = mkdtemp(pattern.data());
-        fs::create_directories(folder / "one");
-        fs::create_directories(folder / "two");
+        fs::create_directory(folder.of("one"));
+        fs::create_directory(folder.of("two"));
         Yul::resrc().clear();
-        Yul::setResrc("file_path", folder.c_str());
-        Yul::setResrc("data_path", (folder / "one").c_str());
-        Yul::setResrc("both", ((folder / "one").string() + "," + (folder / "two").string()).c_str());
+        Yul::setResrc("file_path", folder.path.c_str());
+        Yul::setResrc("data_path", folder.of("one").c_str());
+        Yul::setResrc("both", (folder.of("one") + "," + folder.of("two")).c_str());
         Yul::setInitTime(NOW);
-        write("name.cnv", "# comment\nshort - - -\n"
-                          "sfc     %D/%Y%m%d%h.sfc %D/%Y%m%d%h.hdr 100,dat min=600\n"
-                          "sfc_old %D/old - - -\n"
-                          "GRID    %{both}/%Y%m%d%6h.grb - ext,5 size=3\n");
+        folder.write("name.cnv", "# comment\nshort - - -\n"
+                                 "sfc     %D/%Y%m%d%h.sfc %D/%Y%m%d%h.hdr 100,dat min=600\n"
+                                 "sfc_old %D/old - - -\n"
+                                 "GRID    %{both}/%Y%m%d%6h.grb - ext,5 size=3\n");
     }
 
     void TearDown() override
     {
-        fs::remove_all(folder);
         Yul::resrc().clear();
         Yul::setInitTime(Const::MISS);
-    }
-
-    void write(std::string const & name, std::string const & text) const
-    {
-        std::ofstream(folder / name) << text;
     }
 
     /// The name made for the present, without the folder.
@@ -58,7 +49,7 @@ protected:
         String name;
         convention.encode(date, which, name);
         std::string text = name.get();
-        return text.starts_with(folder.string()) ? text.substr(folder.string().size()) : text;
+        return text.starts_with(folder.of("")) ? text.substr(folder.path.string().size()) : text;
     }
 
     std::string find(NameConv & convention, char const * when) const
@@ -66,10 +57,10 @@ protected:
         NameConvFile file;
         if (convention.setLatest(when, file) == 0)
             return "none";
-        return fs::path(file.getFilename()).lexically_relative(folder).string();
+        return fs::path(file.getFilename()).lexically_relative(folder.path).string();
     }
 
-    fs::path folder;
+    test::Folder folder;
 };
 
 struct TemplateCase
@@ -141,17 +132,17 @@ TEST_F(Naming, ConventionFileGivesTheTemplates)
 
 TEST_F(Naming, MissingConventionFileLeavesTheTypeAsTemplate)
 {
-    fs::rename(folder / "name.cnv", folder / "name_conv");
+    fs::rename(folder.of("name.cnv"), folder.of("name_conv"));
     Yul::setResrc("name_conv", "other.cnv");
     NameConv fallback("sfc");
     EXPECT_EQ(encode(fallback), "/one/2026111417.sfc");
 
-    fs::remove(folder / "name_conv");
+    fs::remove(folder.of("name_conv"));
     NameConv convention;
     testing::internal::CaptureStderr();
     EXPECT_EQ(convention.set("sfc"), 0);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "NameConv: No file name convention file: " + (folder / "name_conv").string() + "\n");
+              "NameConv: No file name convention file: " + folder.of("name_conv") + "\n");
     EXPECT_EQ(encode(convention), "sfc");
 }
 
@@ -174,12 +165,12 @@ struct SearchCase
 
 TEST_F(Naming, SearchWalksThroughTime)
 {
-    write("one/2026111410.sfc", std::string(100, 'x'));
-    write("one/2026111412.sfc", "too small");
-    write("one/2026111420.sfc", std::string(200, 'x'));
-    write("two/2026111406.grb", "abcd");
-    write("one/2026111312.grb", "ab");
-    write("one/20261114.day", "");
+    folder.write("one/2026111410.sfc", std::string(100, 'x'));
+    folder.write("one/2026111412.sfc", "too small");
+    folder.write("one/2026111420.sfc", std::string(200, 'x'));
+    folder.write("two/2026111406.grb", "abcd");
+    folder.write("one/2026111312.grb", "ab");
+    folder.write("one/20261114.day", "");
     constexpr SearchCase CASES[] = {
         {"sfc", nullptr, "one/2026111410.sfc"},
         {"sfc", "la#7", "none"},

@@ -2,20 +2,18 @@
 #include "plot/MapFile.h"
 
 #include "core/Yul.h"
+#include "cpp/Folder.h"
 
 #include <climits>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
 #include <limits>
-#include <sstream>
 #include <string>
 #include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace Yul {
 namespace {
@@ -56,16 +54,11 @@ class MapFileTest : public testing::Test
 protected:
     void SetUp() override
     {
-        name = testing::TempDir() + "yul_map_" + std::to_string(getpid());
         Yul::setDatabasePath(YUL_DATABASE);
         Yul::setMessageLevel("none");
     }
 
-    void TearDown() override
-    {
-        std::remove(name.c_str());
-        Yul::setMessageLevel(Yul::OUT2);
-    }
+    void TearDown() override { Yul::setMessageLevel(Yul::OUT2); }
 
     /// Two layers: long and short lines, areas.
     [[nodiscard]] MapFile makeFile() const
@@ -82,21 +75,8 @@ protected:
         return file;
     }
 
-    [[nodiscard]] std::string octets() const
-    {
-        std::ostringstream out;
-        out << std::ifstream(name, std::ios::binary).rdbuf();
-        return out.str();
-    }
-
-    /// A new file every time: some file systems make haste to save one that is written over.
-    void write(std::string const & text) const
-    {
-        std::remove(name.c_str());
-        std::ofstream(name, std::ios::binary) << text;
-    }
-
-    std::string name;
+    test::Folder folder;
+    std::string const name = folder.of("coast.map");
 };
 
 TEST_F(MapFileTest, WhatIsWrittenIsReadBackToHalfAStep)
@@ -213,9 +193,9 @@ void readAll(char const * name)
 TEST_F(MapFileTest, CutAndDamagedFilesDoNoHarm)
 {
     ASSERT_EQ(makeFile().write(name.c_str()), 1);
-    std::string const whole = octets();
+    std::string const whole = test::octetsOf(name);
     for (std::size_t size = 0; size < whole.size(); size += size < 300 ? 1 : 7) {
-        write(whole.substr(0, size));
+        folder.write("coast.map", whole.substr(0, size));
         MapFile file;
         EXPECT_EQ(file.open(name.c_str()), 0) << size; // the data of the last layer are not all there
     }
@@ -223,7 +203,7 @@ TEST_F(MapFileTest, CutAndDamagedFilesDoNoHarm)
         for (int const bits : {1, 0x80, 0xff}) {
             std::string damaged = whole;
             damaged[i] = static_cast<char>(damaged[i] ^ bits);
-            write(damaged);
+            folder.write("coast.map", damaged);
             readAll(name.c_str());
         }
     }

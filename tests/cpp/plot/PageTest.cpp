@@ -2,6 +2,7 @@
 #include "core/Resrc.h"
 #include "core/Scan.h"
 #include "core/Yul.h"
+#include "cpp/Folder.h"
 #include "geo/Domain.h"
 #include "grid/Grid.h"
 #include "plot/ContPlot.h"
@@ -10,13 +11,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
+#include <filesystem>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 namespace Yul {
 namespace {
@@ -27,29 +27,19 @@ class Page : public testing::Test
 protected:
     void SetUp() override
     {
-        name = testing::TempDir() + "yul_page_" + std::to_string(getpid()) + ".ps";
-        std::remove(name.c_str());
         Yul::setDatabasePath(YUL_DATABASE);
         Yul::resrc().clear();
         Yul::setResrc("device", "postscript");
     }
 
-    void TearDown() override
-    {
-        Yul::resrc().clear();
-        std::remove(name.c_str());
-    }
+    void TearDown() override { Yul::resrc().clear(); }
 
-    [[nodiscard]] std::string text() const
-    {
-        std::ostringstream out;
-        out << std::ifstream(name).rdbuf();
-        return out.str();
-    }
+    [[nodiscard]] std::string text() const { return test::octetsOf(name); }
 
-    [[nodiscard]] bool exists() const { return std::ifstream(name).good(); }
+    [[nodiscard]] bool exists() const { return std::filesystem::exists(name); }
 
-    std::string name;
+    test::Folder folder;
+    std::string const name = folder.of("page.ps");
 };
 
 struct PageLine

@@ -4,19 +4,16 @@
 #include "core/Resrc.h"
 #include "core/String.h"
 #include "core/Yul.h"
+#include "cpp/Folder.h"
 #include "surface/WmoProduct.h"
 
-#include <filesystem>
 #include <fstream>
 #include <string>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 namespace Yul {
 namespace {
-
-namespace fs = std::filesystem;
 
 struct PatternCase
 {
@@ -92,21 +89,7 @@ TEST(ZoneLine, GroupsAndRanges)
 class Feed : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        std::string pattern = (fs::temp_directory_path() / "yul-feed-XXXXXX").string();
-        folder = mkdtemp(pattern.data());
-        Yul::resrc().clear();
-    }
-
-    void TearDown() override { fs::remove_all(folder); }
-
-    std::string path(char const * name) const { return (folder / name).string(); }
-
-    void write(char const * name, std::string const & octets) const
-    {
-        std::ofstream(path(name), std::ios::binary) << octets;
-    }
+    void SetUp() override { Yul::resrc().clear(); }
 
     static std::string
     bulletin(std::string const & heading, std::string const & identifier, std::string const & lines)
@@ -127,16 +110,17 @@ protected:
         return all;
     }
 
-    fs::path folder;
+    test::Folder folder;
 };
 
 TEST_F(Feed, LinesAreClassified)
 {
-    write("feed",
-          "junk\r\r\n" +
-              bulletin("A", "ID", "text\r\r\n\r\r\n$$\r\r\nWIZ063-070-\r\r\n/O.NEW.X\r\r\n...HEAD\r\r\n") +
-              "\n** B KWBC ****\nid\n  x\n$$$\n..X\nWIX063\nlast");
-    WmoParse feed(path("feed").c_str());
+    folder.write(
+        "feed",
+        "junk\r\r\n" +
+            bulletin("A", "ID", "text\r\r\n\r\r\n$$\r\r\nWIZ063-070-\r\r\n/O.NEW.X\r\r\n...HEAD\r\r\n") +
+            "\n** B KWBC ****\nid\n  x\n$$$\n..X\nWIX063\nlast");
+    WmoParse feed(folder.of("feed").c_str());
     EXPECT_EQ(readAll(feed),
               "A 16 text;A 17 ;A 18 $$;A 19 WIZ063-070-;A 20 /O.NEW.X;A 22 ...HEAD;A 17 \x03\n;"
               "B KWBC 17   x\n;B KWBC 18 $$$\n;B KWBC 17 ..X\n;B KWBC 16 WIX063\n;B KWBC 16 last;");
@@ -147,9 +131,9 @@ TEST_F(Feed, OptionsAndFilters)
     std::string const two =
         bulletin("SAUS70 KWBC 060000", "METAR", "KAAA 1\r\r\nKBBB 2\r\r\n$$\r\r\nKCCC 3\r\r\n") + "\n" +
         bulletin("WWUS53 KMKX 060000", "SVRMKX", "WIZ063-064-\r\r\nKBBB 5\r\r\n");
-    write("feed", two);
+    folder.write("feed", two);
     WmoParse feed;
-    feed.open(path("feed").c_str());
+    feed.open(folder.of("feed").c_str());
     feed.setId("KBBB");
     feed.setParam("dollar,blank");
     EXPECT_EQ(readAll(feed),
@@ -178,11 +162,11 @@ protected:
         std::string const third = bulletin("SPUS70 KWBC 060000", "SIX", "3\r\r\n4\r\r\n") + "\n";
         second_offset = static_cast<long>(first.size());
         third_offset = second_offset + static_cast<long>(second.size());
-        write("feed", first + second + third);
-        write("feed.idx", "0 SAUS70 KWBC 060000 / ONE\nnonsense\n" + std::to_string(second_offset) +
-                              " FPUS50 KWBC 060000 / TWO\n" + std::to_string(third_offset) +
-                              " SPUS70 KWBC 060000 / SIX\n99999 SXUS70 KWBC 060000 / PAST\n");
-        feed.open(Filename(path("feed").c_str(), path("feed.idx").c_str()));
+        folder.write("feed", first + second + third);
+        folder.write("feed.idx", "0 SAUS70 KWBC 060000 / ONE\nnonsense\n" + std::to_string(second_offset) +
+                                     " FPUS50 KWBC 060000 / TWO\n" + std::to_string(third_offset) +
+                                     " SPUS70 KWBC 060000 / SIX\n99999 SXUS70 KWBC 060000 / PAST\n");
+        feed.open(Filename(folder.of("feed").c_str(), folder.of("feed.idx").c_str()));
         feed.setParam("blank");
         feed.setHeader("S");
     }
@@ -233,12 +217,12 @@ TEST_F(IndexedFeed, PeekListsAndSetLocChooses)
 
 TEST_F(Feed, SeveralFilesGoOnWhereOneEnds)
 {
-    write("a", bulletin("A", "ID", "1\r\r\n2"));
-    write("b", "");
-    write("c", bulletin("C", "ID", "3\r\r\n"));
-    Filename names(path("a").c_str());
-    names.add(path("b").c_str());
-    names.add(path("c").c_str());
+    folder.write("a", bulletin("A", "ID", "1\r\r\n2"));
+    folder.write("b", "");
+    folder.write("c", bulletin("C", "ID", "3\r\r\n"));
+    Filename names(folder.of("a").c_str());
+    names.add(folder.of("b").c_str());
+    names.add(folder.of("c").c_str());
     WmoParse feed;
     EXPECT_EQ(feed.open(names), 1);
     EXPECT_EQ(readAll(feed), "A 16 1;A 16 2\x03;C 16 3;C 17 \x03;");
@@ -248,8 +232,8 @@ TEST_F(Feed, SeveralFilesGoOnWhereOneEnds)
 TEST_F(Feed, LongLinesNulOctetsAndGrowingFilesLoseNothing)
 {
     std::string const long_line(1 << 20, 'x');
-    write("feed", bulletin("A", "ID", long_line + "\r\r\n" + std::string("a\0b", 3) + "\r\r\n"));
-    WmoParse feed(path("feed").c_str());
+    folder.write("feed", bulletin("A", "ID", long_line + "\r\r\n" + std::string("a\0b", 3) + "\r\r\n"));
+    WmoParse feed(folder.of("feed").c_str());
     String line;
     EXPECT_EQ(feed.getLine(line), WmoParse::DATA);
     EXPECT_EQ(line.length(), (1 << 20) + 3);
@@ -257,7 +241,8 @@ TEST_F(Feed, LongLinesNulOctetsAndGrowingFilesLoseNothing)
     EXPECT_STREQ(line.get(), "a b\r\r\n");
     EXPECT_EQ(feed.getLine(line), WmoParse::NOT_ALNUM);
     EXPECT_EQ(feed.getLine(line), 0);
-    std::ofstream(path("feed"), std::ios::app | std::ios::binary) << "\n" + bulletin("B", "ID", "late\r\r\n");
+    std::ofstream(folder.of("feed"), std::ios::app | std::ios::binary)
+        << "\n" + bulletin("B", "ID", "late\r\r\n");
     EXPECT_EQ(feed.getLine(line), WmoParse::NOT_ALNUM);
     EXPECT_EQ(feed.getLine(line), WmoParse::DATA);
     EXPECT_STREQ(line.get(), "late\r\r\n");
@@ -275,8 +260,8 @@ TEST_F(Feed, BulletinsAcrossBufferEndsAreFound)
         octets += bulletin("SA" + std::to_string(i), "ID",
                            "$$\r\r\n" + std::string(static_cast<std::size_t>(i % 211), '*') + "\r\r\n") +
                   "\n";
-    write("feed", octets);
-    WmoParse feed(path("feed").c_str());
+    folder.write("feed", octets);
+    WmoParse feed(folder.of("feed").c_str());
     feed.setParam("dollar");
     String line;
     int seen = 0;
