@@ -123,6 +123,26 @@ int Image::getPixel(int column, int row) const
     return isIndexed() ? colors[indices[i]] : pixels[i];
 }
 
+std::vector<int> Image::getSamples() const
+{
+    return isIndexed() ? std::vector<int>(indices.begin(), indices.end()) : pixels;
+}
+
+int Image::setSamples(std::span<int const> samples)
+{
+    if (samples.size() != static_cast<std::size_t>(width) * static_cast<std::size_t>(height))
+        return 0;
+    if (!isIndexed()) {
+        std::transform(samples.begin(), samples.end(), pixels.begin(), packed);
+        return 1;
+    }
+    if (std::any_of(samples.begin(), samples.end(), [this](int i) { return i < 0 || i >= getNumColors(); }))
+        return 0;
+    std::transform(samples.begin(), samples.end(), indices.begin(),
+                   [](int i) { return static_cast<std::uint8_t>(i); });
+    return 1;
+}
+
 int Image::addColor(int color)
 {
     auto const found = std::find(colors.begin(), colors.end(), packed(color));

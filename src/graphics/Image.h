@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace Yul {
@@ -41,6 +42,12 @@ public:
     int setPixel(int column, int row, int color);
     /// The packed RGB value; TRANSPARENT where there is none, also outside the image.
     [[nodiscard]] int getPixel(int column, int row) const;
+
+    /// All samples, row by row from the top: packed RGB values, of an indexed image the numbers of its colours.
+    [[nodiscard]] std::vector<int> getSamples() const;
+    /// Replaces all samples. 0, and nothing changes, unless there is one for each, and none that `setPixel` or `setIndex`
+    /// would refuse.
+    int setSamples(std::span<int const> samples);
 
     // ---- indexed images; everything is refused for an image that is not ----
     /// Adds a colour to the palette, or finds it there; -1 when the palette is full.

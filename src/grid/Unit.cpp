@@ -539,6 +539,17 @@ int Unit::set(char const * from, char const * to)
     return is_valid ? 1 : 0;
 }
 
+int Unit::set(double factor_value, double offset_value)
+{
+    *this = Unit();
+    if (!std::isfinite(factor_value) || !std::isfinite(offset_value) || factor_value == 0)
+        return 0;
+    factor = factor_value;
+    offset = offset_value;
+    is_valid = true;
+    return 1;
+}
+
 float Unit::convert(float value) const noexcept
 {
     if (!is_valid || detail::isMissing(value) || std::isnan(value))

@@ -24,6 +24,8 @@ public:
 
     /// Returns 0 and becomes not valid when there is no conversion. Prints nothing.
     int set(char const * from, char const * to);
+    /// A conversion by its numbers. Returns 0 and becomes not valid when one is not finite or the factor is 0.
+    int set(double factor_value, double offset_value);
 
     [[nodiscard]] bool isValid() const noexcept { return is_valid; }
 

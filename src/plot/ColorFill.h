@@ -48,6 +48,12 @@ public:
     /// The name for level i, null where there is none: no list, or a negative index.
     [[nodiscard]] char const * getColor(int i) const noexcept;
 
+    /// Colours in that list.
+    [[nodiscard]] int getNumListed() const noexcept { return static_cast<int>(colors.size()); }
+
+    /// The number that `setNumColors` set; Const::MISS before.
+    [[nodiscard]] int getNumGiven() const noexcept { return num_colors; }
+
     /// Level interval, and the level that colour 0 belongs to; Const::MISS while not set. NaN and infinite
     /// numbers are refused with 0.
     int setInterval(float value);

@@ -4,6 +4,7 @@
 #include "core/Const.h"
 #include "time/Date.h"
 
+#include <cstddef>
 #include <string>
 
 namespace Yul {
@@ -59,11 +60,24 @@ public:
     /// Whether the report says that it corrects or amends another (COR, AMD, CCA).
     [[nodiscard]] bool isCorrected() const noexcept { return is_corrected; }
 
+    /// A report made by hand, in four parts; null texts are empty. The type follows from the word and is empty for one
+    /// that no report begins with.
+    int setReport(char const * code_word,
+                  char const * report_station,
+                  char const * report,
+                  char const * whole_message);
+    int setDate(Date const & value);
+    /// The heading is cut to 80 characters. 0, and nothing changes, for a kind or a country that there is not.
+    int setBulletin(char const * heading, long location, int bulletin_kind, int bulletin_country);
+    int setFlags(bool has_nothing, bool corrects);
+
     /// Prints "Location: USA", ... and the message, a line each.
     int print() const;
 
 private:
     friend class SfcWmoFile;
+
+    static constexpr std::size_t MAX_HEADER = 80;
 
     std::string text;
     std::string message;

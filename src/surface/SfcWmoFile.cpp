@@ -13,7 +13,6 @@ namespace Yul {
 namespace {
 
 constexpr std::size_t MAX_HEADING = 18; // "TTAAii CCCC YYGGgg"
-constexpr std::size_t MAX_WHOLE_HEADING = 80;
 constexpr std::string_view STARRED = "** ";
 
 struct HeadingCode
@@ -170,7 +169,7 @@ void SfcWmoFile::split()
 void SfcWmoFile::startBulletin(detail::ReportSplitter & splitter, std::string_view heading)
 {
     splitter.startBulletin(formOf(heading)); // ends the last report, which belongs to the heading before
-    whole_heading = detail::trimmed(heading.substr(0, MAX_WHOLE_HEADING));
+    whole_heading = detail::trimmed(heading.substr(0, SfcWmoData::MAX_HEADER));
     if (checkHeader(whole_heading.c_str()) == 0)
         forgetHeading();
 }

@@ -35,6 +35,19 @@ int WmoProduct::set(char const * heading, char const * identifier, long location
     return 1;
 }
 
+int WmoProduct::setLines(char const * lines, char const * line_codes)
+{
+    std::string_view const given = detail::viewOf(lines);
+    std::string_view const given_codes = detail::viewOf(line_codes);
+    auto const breaks = static_cast<std::size_t>(std::count(given.begin(), given.end(), '\n'));
+    bool const is_empty = given.empty() && given_codes.empty();
+    if (!is_empty && given_codes.size() != breaks + 1)
+        return 0;
+    text = given;
+    codes = given_codes;
+    return 1;
+}
+
 int WmoProduct::completeDate(Date & date) const
 {
     std::string time;

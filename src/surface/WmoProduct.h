@@ -19,6 +19,9 @@ class WmoProduct : public Filename
 public:
     int init();
     int set(char const * heading, char const * identifier, long location);
+    /// Lines made by hand: their text, joined by newlines, and their codes, a character each; null texts are empty. 0, and
+    /// nothing changes, unless there are as many codes as lines.
+    int setLines(char const * lines, char const * line_codes);
 
     [[nodiscard]] char const * getHeader() const noexcept { return header.c_str(); }
 

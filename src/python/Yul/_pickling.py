@@ -14,16 +14,20 @@ def _fields(date):
 
 
 def _date_values(date):
-    """The fields in UTC, and the zone that they are shown in."""
-    utc = type(date)(date)
+    """The fields in UTC, the zone that they are shown in, and whether seconds and weekday were reckoned from them."""
+    from . import Date
+    utc = Date(date)
     offset, name = date.getZoneOffset(), date.getZoneName()
     if offset:
         utc.changeTimezone(0, 'Z')
-    return _fields(utc), offset, name
+    return _fields(utc), offset, name, date.getDayOfWeek() != MISS
 
 
-def _set_date(date, fields, offset, name):
-    date.set(*fields)
+def _set_date(date, fields, offset, name, is_reckoned=True):
+    if is_reckoned:
+        date.set(*fields)
+    else:
+        _set_fields(date, *fields)
     if offset or name != 'Z':
         date.changeTimezone(offset, name)
 
@@ -120,10 +124,123 @@ def _set_stations(data, names, places, columns):
         data.setValues(field, array('f', column))
 
 
+def _set_city(city, location, *values):
+    city.location.set(*location)
+    for name, value in zip(('id', 'name', 'country'), values):
+        getattr(city, name).set(value)
+    city.elevation = values[-1]
+
+
+def _unit_values(unit):
+    return (unit.getFactor(), unit.getOffset()) if unit.isValid() else ()
+
+
+def _set_parameter(param, numbers, texts, level_code, var_code):
+    param.set(*numbers)
+    param.setText(*texts)
+    param.setLevelCode(level_code)
+    param.setVarCode(var_code)
+
+
+def _report_values(report):
+    return ((report.getWord(), report.getStation(), report.getText(), report.getMessage()), report.getDate(),
+            (report.getHeader(), report.getLoc(), report.getKind(), report.getCountry()),
+            (report.isNil(), report.isCorrected()))
+
+
+def _set_report(report, texts, date, bulletin, flags):
+    report.setReport(*texts)
+    report.setDate(date)
+    report.setBulletin(*bulletin)
+    report.setFlags(*flags)
+
+
+def _file_names(names):
+    return tuple((names.get(i), names.getIndex(i)) for i in range(names.getNum()))
+
+
+def _add_file_names(names, *values):
+    for value in values:
+        names.add(*value)
+
+
+def _set_bulletin(bulletin, names, heading, lines):
+    _add_file_names(bulletin, *names)
+    bulletin.set(*heading)
+    bulletin.setLines(*lines)
+
+
+def _color_map_values(table):
+    from . import RGB
+    rgb, colors = RGB(), []
+    for i in range(table.getNum()):
+        table.get(i, rgb)
+        colors.append((table.getName(i), tuple(rgb), table.getValue(i)))
+    return table.getSize(), table.getNumFill(), tuple(colors)
+
+
+def _set_color_map(table, size, num_fill, colors):
+    for i, (name, rgb, value) in enumerate(colors):
+        table.add(name, *rgb)
+        table.setValue(i, value)
+    table.setNumFill(num_fill)
+
+
+def _color_fill_values(fill):
+    return (tuple(fill.getValue(i) for i in range(fill.getNumValues())),
+            tuple(fill.getColor(i) for i in range(fill.getNumListed())), fill.getNumGiven(), fill.getInterval(), fill.getBase())
+
+
+def _set_color_fill(fill, values, colors, number, interval, base):
+    fill.setValues(','.join(map(repr, values)))
+    fill.setColors(','.join(colors))
+    if number != MISS:
+        fill.setNumColors(number)
+    fill.setInterval(interval)
+    fill.setBase(base)
+
+
+def _image_values(image):
+    palette = tuple(image.getColor(i) for i in range(image.getNumColors()))
+    return (image.getWidth(), image.getHeight()), palette, (_byte_order(), bytes(image.getSamples()))
+
+
+def _set_image(image, size, palette, samples):
+    if size == (0, 0):
+        return
+    if not (image.initIndexed(*size) if palette else image.init(*size)):
+        raise MemoryError('no memory for the samples of an image')
+    for i in range(1, len(palette)):
+        image.addColor(i)  # a place; the palette may hold a colour twice
+    for i, color in enumerate(palette):
+        image.setColor(i, color)
+    from array import array
+    values = array('i')
+    values.frombytes(samples[1])
+    if samples[0] != _byte_order():
+        values.byteswap()
+    image.setSamples(values)
+
+
 def _members(*names):
     """A record that its data members make."""
     return (lambda record: tuple(getattr(record, name) for name in names),
             lambda record, *values: [setattr(record, name, value) for name, value in zip(names, values)])
+
+
+def _set_transform(tran, plot, window, viewport):
+    tran.set(plot)
+    tran.setWindow(window)
+    tran.setViewport(viewport)
+
+
+def _set_options(options, *items):
+    for item in items:
+        options.add(*item)
+
+
+def _option_values(item):
+    return item.getKey(), item.getEnv(), item.getBrief(), item.getHelp()
 
 
 # For each class what is kept, and how an empty object is filled with it.
@@ -145,8 +262,7 @@ RECORDS = {
     'Points': (tuple, _set_list),
     'GridPoints': (tuple, _set_list),
     'Grids': (tuple, _set_list),
-    'Filename': (lambda names: tuple((names.get(i), names.getIndex(i)) for i in range(names.getNum())),
-                 lambda names, *values: [names.add(*value) for value in values]),
+    'Filename': (_file_names, _add_file_names),
     'DateVal': (_fields, _set_fields),
     'Date': (_date_values, _set_date),
     'Timezone': (_zone_values, lambda zone, *text: zone.set(*text) if text else None),
@@ -166,10 +282,40 @@ RECORDS = {
     'Domain': (lambda domain: (domain.get(),), lambda domain, val: None if val.isMiss() else domain.set(val)),
     'Grid': (_grid_values, _set_grid),
     'StationData': (_station_values, _set_stations),
+    'CityData': (lambda city: (tuple(city.location), str(city.id), str(city.name), str(city.country), city.elevation),
+                 _set_city),
+    'Unit': (_unit_values, lambda unit, *numbers: unit.set(*numbers) if numbers else None),
+    'GribParam': (lambda param: ((param.getNumber(), param.getCentre(), param.getTable(), param.getKey()),
+                                 (param.getName(), param.getUnits(), param.getText()), param.getLevelCode(),
+                                 param.getVarCode()), _set_parameter),
+    'SfcWmoData': (_report_values, _set_report),
+    'WmoProduct': (lambda bulletin: (_file_names(bulletin), (bulletin.getHeader(), bulletin.getAwip(), bulletin.getLoc()),
+                                     (bulletin.getText(), bulletin.getCodes())), _set_bulletin),
+    'ColorMap': (_color_map_values, _set_color_map),
+    'ColorFill': (_color_fill_values, _set_color_fill),
+    'Image': (_image_values, _set_image),
+    'GTran': (lambda tran: (tran.getPlot(), tran.getWindow(), tran.getViewport()), _set_transform),
+    'ResrcDBItem': (_option_values, lambda item, *texts: item.set(*texts)),
+    'ResrcDBList': (lambda options: tuple(_option_values(options.get(i)) for i in range(options.getNum())), _set_options),
+    **dict.fromkeys(('Const', 'DateTool', 'DomainTool', 'FileAttr', 'FileTool', 'Tools', 'VarName'),
+                    (lambda tool: (), lambda tool: None)),  # operations alone, nothing held
+}
+
+# Why objects of the others stay where they are.
+STAYING = {
+    **dict.fromkeys(('CityFile', 'GribFile', 'GridFile', 'GridYulFile', 'MapFile', 'SfcWmoFile', 'WmoParse'),
+                    'an open file belongs to its process; pass its name'),
+    **dict.fromkeys(('Graph', 'Listener', 'Plot'), 'a device belongs to its process'),
+    **dict.fromkeys(('ContPlot', 'MapPlot'), 'a layer of a plot belongs to its process; pass its settings'),
+    **dict.fromkeys(('Resrc', 'ResrcDB', 'Yul'), 'settings belong to their process'),
+    **dict.fromkeys(('GridBox', 'ObjectAnal'), 'a calculation belongs to its process; pass its settings'),
+    'GribPDB': 'it describes the message that a file is at; take a record of the inventory',
+    'MapFileHeader': 'it describes a layer of an open file',
+    'NameConv': 'a search of directories belongs to its machine; pass its text, or the NameConvFile that it finds',
 }
 
 # Those that are not made empty: what their constructor takes of it.
-MADE_OF = {'StationData': lambda names, *_: (len(names),)}
+MADE_OF = {'StationData': lambda names, *_: (len(names),), 'ColorMap': lambda size, *_: (size,)}
 
 
 def _library_class(cls):
@@ -187,11 +333,19 @@ def rebuild(cls, values, state):
     return made
 
 
+def _variable_row(cls, index):
+    """The row of the table of variables, or an empty one."""
+    from . import VarName
+    return VarName.find(index) or cls()
+
+
 def reduce(record):
     """What pickle asks of an object."""
     cls = type(record)
     name = _library_class(cls).__name__
+    if name == 'VarNameItem':
+        return _variable_row, (cls, record.getIndex())
     if name not in RECORDS:
-        raise TypeError(f"cannot pickle '{name}' object")
+        raise TypeError(f"cannot pickle '{name}' object: {STAYING[name]}")
     state = {key: value for key, value in vars(record).items() if key != 'this'}
     return rebuild, (cls, RECORDS[name][0](record), state)

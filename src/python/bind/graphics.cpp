@@ -8,7 +8,22 @@
 #include "graphics/Listener.h"
 #include "python/bind/Bind.h"
 
+#include <memory>
+
 namespace Yul::python {
+namespace {
+
+/// A copy of the samples as an array (rows, columns).
+ArrayView samplesOf(Image const & image)
+{
+    auto const samples = std::make_shared<std::vector<int>>(image.getSamples());
+    return {.data = std::shared_ptr<void>(samples, samples->data()),
+            .format = "i",
+            .item_size = sizeof(int),
+            .shape = {image.getHeight(), image.getWidth()}};
+}
+
+} // namespace
 
 void bindColor(Module & m)
 {
@@ -82,6 +97,8 @@ void bindImage(Module & m)
         .method("isIndexed", &Image::isIndexed)
         .method("setPixel", &Image::setPixel)
         .method("getPixel", &Image::getPixel)
+        .method("getSamples", [](Image const & image) { return samplesOf(image); })
+        .method("setSamples", &Image::setSamples)
         .method("addColor", &Image::addColor)
         .method("setColor", &Image::setColor)
         .method("getColor", &Image::getColor)

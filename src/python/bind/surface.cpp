@@ -34,6 +34,10 @@ void bindSfcWmoData(Module & m)
         .method("getCountry", &SfcWmoData::getCountry)
         .method("isNil", &SfcWmoData::isNil)
         .method("isCorrected", &SfcWmoData::isCorrected)
+        .method("setReport", &SfcWmoData::setReport)
+        .method("setDate", &SfcWmoData::setDate)
+        .method("setBulletin", &SfcWmoData::setBulletin)
+        .method("setFlags", &SfcWmoData::setFlags)
         .method("print", &SfcWmoData::print);
 }
 
@@ -65,6 +69,7 @@ void bindWmoProduct(Module & m)
         .constructor<>()
         .method("init", &WmoProduct::init)
         .method("set", &WmoProduct::set)
+        .method("setLines", &WmoProduct::setLines)
         .method("getHeader", &WmoProduct::getHeader)
         .method("getAwip", &WmoProduct::getAwip)
         .method("getLoc", &WmoProduct::getLoc)

@@ -39,5 +39,6 @@ private:
 template <class V> inline constexpr char BUFFER_FORMAT = '\0';
 template <> inline constexpr char BUFFER_FORMAT<float> = 'f';
 template <> inline constexpr char BUFFER_FORMAT<double> = 'd';
+template <> inline constexpr char BUFFER_FORMAT<int> = 'i';
 
 } // namespace Yul::python

@@ -46,6 +46,27 @@ bool isSame(Image const & a, Image const & b)
     return is_same;
 }
 
+TEST(Image, TakesAllSamplesOrNone)
+{
+    Image const source = noise(4, 3);
+    Image copy(4, 3);
+    EXPECT_EQ(copy.setSamples(source.getSamples()), 1);
+    EXPECT_TRUE(isSame(copy, source));
+    EXPECT_EQ(copy.setSamples(std::vector<int>(11, 0)), 0);
+    EXPECT_EQ(Image().setSamples({}), 1);
+    EXPECT_EQ(copy.setSamples(std::vector<int>(12, 0x7f123456)), 1);
+    EXPECT_EQ(copy.getPixel(3, 2), 0x123456);
+
+    Image indexed;
+    indexed.initIndexed(2, 1);
+    indexed.addColor(0xff);
+    EXPECT_EQ(indexed.setSamples(std::vector{1, 2}), 0);
+    EXPECT_EQ(indexed.setSamples(std::vector{1, -1}), 0);
+    EXPECT_EQ(indexed.getSamples(), (std::vector{0, 0}));
+    EXPECT_EQ(indexed.setSamples(std::vector{1, 0}), 1);
+    EXPECT_EQ(indexed.getPixel(0, 0), 0xff);
+}
+
 TEST(Image, KeepsAPalette)
 {
     Image image;

@@ -129,6 +129,17 @@ TEST(Unit, KeepsMissingValues)
     EXPECT_EQ(Unit().convert(1), Const::MISS);
 }
 
+TEST(Unit, ConvertsByNumbersOfOnesOwn)
+{
+    Unit unit("K", "C");
+    EXPECT_EQ(unit.set(1.8, 32), 1);
+    EXPECT_FLOAT_EQ(unit.convert(100), 212);
+    for (auto const & [factor, offset] : {std::pair{0.0, 1.0}, {NAN, 0.0}, {1.0, INFINITY}}) {
+        EXPECT_EQ(unit.set(factor, offset), 0);
+        EXPECT_FALSE(unit.isValid());
+    }
+}
+
 TEST(Unit, KnowsTheUnitsOfTheCommonVariables)
 {
     for (char const * name :

@@ -1,17 +1,12 @@
-"""Grids in Python: arrays, arithmetic, places, xarray, pickling, and parts of list items."""
+"""Grids in Python: arrays, arithmetic, places, xarray, and parts of list items."""
 
-import copy
 import datetime
 import gc
-import pickle
 
 import numpy as np
 import pytest
 
-import Yul
-from Yul import Date, Domain, DomainVal, EarthPoint, EarthPoints, ForeTime, Grid, Grids, GridSpec, Level, Point, String
-from Yul import Color, DateRange, DateVal, EarthRange, Filename, GeomBox, GridPoint, ModelSpec, NameConvFile, PlotAttr
-from Yul import Range, Rect, RGB, StationData, Strings, Timezone, Variable
+from Yul import Domain, EarthPoint, ForeTime, Grid, Grids
 
 MISS = -9999
 
@@ -107,110 +102,6 @@ def test_values_at_places_are_those_of_single_places(grid):
     lats, lons = grid.getDomain().lats[1:-1, 1:-1], grid.getDomain().lons[1:-1, 1:-1]
     whole = Grid.from_array(random.normal(280, 10, (20, 30)), 'ps:90:10,45,10,30,20,1,0.5')
     assert np.abs(whole.at(lats, lons) - whole.values[1:-1, 1:-1]).max() < 0.01
-
-
-RECORDS = [
-    String('text'), EarthPoint(45, -120), Point(1.5, 2.5), GridPoint(3, 4), Rect(5, 1, 2, 8), Range(), Level(),
-    Level('500mb'), Level('1000-500mb'), Level('sfc'), Level(123, 4.5), Variable(), Variable('TMP[C]'),
-    Variable('Own[units]'), ForeTime(), ForeTime('24h'), ForeTime('0-6 acc'), ForeTime('any'), ModelSpec('7:*'),
-    GridSpec('TMP,,24h'), Domain(), Domain('lamb:e:40:-95:30:60,40,-95,101,81,0.5,0.25'), DomainVal(),
-    Date(), Date(2026, 11, 14, 12, 45, 30.25), Date('20261114'), DateVal(),
-    EarthRange(), EarthRange(50, 170, 40, -160), RGB(0.25, 0.5, 1), GeomBox(), GeomBox(640, 480, 1, -1),
-]
-
-
-def shown(record):
-    for name in ('toString', 'toText'):
-        if hasattr(record, name):
-            text = String()
-            getattr(record, name)(text)
-            return str(text)
-    return str(record)
-
-
-@pytest.mark.parametrize('record', RECORDS, ids=lambda record: f'{type(record).__name__} {shown(record)}')
-def test_records_survive_pickling(record):
-    for back in (pickle.loads(pickle.dumps(record)), copy.copy(record), copy.deepcopy(record)):
-        assert type(back) is type(record) and back is not record
-        assert shown(back) == shown(record)
-
-
-def stations():
-    data = StationData(2)
-    data.add(EarthPoint(50, 10))
-    data.add(EarthPoint(51, 11))
-    data.setName(1, 'TMP[C]')
-    data.setValue(1, 1, 12.5)
-    return data
-
-
-# What a record without a text of its own is told by.
-TOLD_BY = [
-    (Timezone, lambda zone: (zone.getName(), zone.getPM(), zone.getOffset()),
-     [Timezone(), *map(Timezone, ('CST:-6', '+IST:5.5', '-AB:-0.0125', 'X:0.00028', '+:', 'NPT:5.75'))]),
-    (DateRange, lambda window: (window.getCenter(), window.getBefore(), window.getAfter()),
-     [DateRange(), DateRange(Date('2026111412'), 30, 60)]),
-    (Color, lambda color: (color.getName(), tuple(color.rgb), color.value), [Color(), Color('own', 0.25, 0.5, 1)]),
-    (PlotAttr, lambda attr: (attr.width, attr.size, attr.style, attr.color_name, attr.font),
-     [PlotAttr(), PlotAttr('red:wi=2:st=dsh:fo=modern')]),
-    (NameConvFile, lambda file: (file.getFilename(), file.getSeconds(), str(file.getDate())), [NameConvFile()]),
-    (StationData, lambda data: ([tuple(data.getLocation(i)) for i in range(data.getNum())], data.getName(1),
-                                [data.getValue(i, 1) for i in range(data.getNum())]), [StationData(0), stations()]),
-]
-
-
-@pytest.mark.parametrize('cls, told, records', TOLD_BY, ids=lambda part: getattr(part, '__name__', ''))
-def test_records_without_texts_survive_pickling(cls, told, records):
-    for record in records:
-        assert told(pickle.loads(pickle.dumps(record))) == told(copy.copy(record)) == told(record)
-
-
-class Place(EarthPoint):
-    """A class of a script, with state and a constructor of its own."""
-
-    def __init__(self, name, lat, lon):
-        super().__init__(lat, lon)
-        self.name = name
-
-
-def test_objects_of_derived_classes_keep_what_they_hold():
-    back = pickle.loads(pickle.dumps(Place('Hof', 50.3, 11.9)))
-    assert type(back) is Place and back.name == 'Hof' and back.lat == pytest.approx(50.3)
-
-
-@pytest.mark.parametrize('cls', [Yul.GridFile, Yul.WmoParse, Yul.WmoProduct, Yul.SfcWmoFile, Yul.Plot, Yul.ObjectAnal])
-def test_what_belongs_to_this_process_is_not_pickled(cls):
-    with pytest.raises(TypeError, match=f"cannot pickle '{cls.__name__}' object"):
-        pickle.dumps(cls())
-
-
-def test_dates_keep_their_zone_and_missing_fields():
-    date = Date(2026, 11, 14, 12, MISS, MISS)
-    date.changeTimezone(-5 * 3600, 'EST')
-    back = pickle.loads(pickle.dumps(date))
-    for name in ('getYear', 'getDay', 'getHour', 'getMinute', 'getSecond', 'getSeconds', 'getZoneOffset', 'getZoneName'):
-        assert getattr(back, name)() == getattr(date, name)()
-
-
-def test_lists_and_grids_survive_pickling(grid):
-    points = EarthPoints()
-    points.extend([EarthPoint(1, 2), EarthPoint(3, 4)])
-    assert list(pickle.loads(pickle.dumps(points))) == list(points)
-    assert list(pickle.loads(pickle.dumps(Strings('a,b', ',')))) == ['a', 'b']
-    names = Filename('file', 'index')
-    names.add('other')
-    assert [(back.get(i), back.getIndex(i)) for back in [copy.copy(names)] for i in range(3)] == [
-        ('file', 'index'), ('other', ''), (None, None)]
-    grid.values[1, 1] = np.uint32(0x7fc12345).view('f')
-    grid.setGenName('a model')
-    grids = Grids()
-    grids.extend([grid, Grid()])
-    for back in (pickle.loads(pickle.dumps(grid)), pickle.loads(pickle.dumps(grids))[0], copy.deepcopy(grid)):
-        assert back.values.tobytes() == grid.values.tobytes()
-        assert str(back.getSpec()) == str(grid.getSpec()) and back.getInfo() == grid.getInfo()
-        assert back.getGenName() == 'a model' and back.getDomain().compare(grid.getDomain())
-        assert back.date == grid.date
-    assert pickle.loads(pickle.dumps(Grid())).values is None
 
 
 def test_parts_of_list_items_do_not_dangle(grid):
