@@ -14,13 +14,13 @@ namespace Yul::python {
 namespace {
 
 /// A copy of the samples as an array (rows, columns).
-ArrayView samplesOf(Image const & image)
+IntArrayView samplesOf(Image const & image)
 {
     auto const samples = std::make_shared<std::vector<int>>(image.getSamples());
-    return {.data = std::shared_ptr<void>(samples, samples->data()),
-            .format = "i",
-            .item_size = sizeof(int),
-            .shape = {image.getHeight(), image.getWidth()}};
+    return {{.data = std::shared_ptr<void>(samples, samples->data()),
+             .format = "i",
+             .item_size = sizeof(int),
+             .shape = {image.getHeight(), image.getWidth()}}};
 }
 
 } // namespace

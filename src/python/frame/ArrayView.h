@@ -20,6 +20,11 @@ struct ArrayView
     bool is_read_only = false;
 };
 
+/// One of whole numbers, which type stubs name so.
+struct IntArrayView : ArrayView
+{
+};
+
 /// The memoryview; `owner` is kept alive with it. None for a view without dimensions: there is no array.
 [[nodiscard]] PyObject * newMemoryView(ArrayView view, PyObject * owner);
 

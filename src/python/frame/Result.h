@@ -81,7 +81,7 @@ template <class R> [[nodiscard]] PyObject * toPython(R && value, Source const & 
         return PyLong_FromUnsignedLongLong(value);
     else if constexpr (std::is_same_v<Bare, std::string>)
         return fromText(std::string_view(value));
-    else if constexpr (std::is_same_v<Bare, ArrayView>)
+    else if constexpr (std::is_base_of_v<ArrayView, Bare>)
         return newMemoryView(std::move(value), source.argument);
     else if constexpr (std::is_same_v<Bare, char const *> || std::is_same_v<Bare, char *>)
         return fromText(value);
@@ -109,7 +109,7 @@ template <class R> void prepareResult()
     else if constexpr (requires { typename Bare::ArrayValue; })
         recordOf<typename Bare::ArrayValue>();
     else if constexpr (std::is_void_v<R> || std::is_same_v<Bare, std::string> ||
-                       std::is_same_v<Bare, ArrayView> || std::is_member_pointer_v<Bare>)
+                       std::is_base_of_v<ArrayView, Bare> || std::is_member_pointer_v<Bare>)
         return;
     else if constexpr (std::is_class_v<Bare> && !std::is_reference_v<R>)
         recordOf<Bare>().destroy = &destroyObject<Bare>;
