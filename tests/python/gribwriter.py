@@ -195,8 +195,9 @@ def section2(number, octets):
 
 
 def grib2(values, grid, *, parameter=(0, 3, 5), level=(100, 50000), time=EPOCH_TIME, hours=0,
-          decimal_scale=1, bits=None, bitmap=False, scan=0, centre=255, process=0):
-    """One field. parameter: discipline, category, number; level: type and value; hours: of the forecast."""
+          decimal_scale=1, bits=None, bitmap=False, scan=0, centre=255, process=0, product=0, tail=b''):
+    """One field. parameter: discipline, category, number; level: type and value; hours: of the forecast; product: number of
+    the product definition template, tail: its octets behind the surfaces."""
     values = np.asarray(values, float)
     ny, nx = values.shape
     discipline, category, number = parameter
@@ -208,9 +209,9 @@ def grib2(values, grid, *, parameter=(0, 3, 5), level=(100, 50000), time=EPOCH_T
         section2(1, uint(centre, 2) + uint(0, 2) + uint(2, 1) + uint(0, 1) + uint(1, 1) + uint(time.year, 2)
                  + bytes([time.month, time.day, time.hour, time.minute, time.second, 0, 1 if hours else 0]))
         + section2(3, uint(0, 1) + uint(nx * ny, 4) + uint(0, 2) + uint(template, 2) + grid_octets)
-        + section2(4, uint(0, 2) + uint(0, 2) + bytes([category, number, 2, 0, process]) + uint(0, 3)
+        + section2(4, uint(0, 2) + uint(product, 2) + bytes([category, number, 2, 0, process]) + uint(0, 3)
                    + uint(1, 1) + uint(hours, 4) + uint(level_type, 1) + signed(0, 1) + signed(level_value, 4)
-                   + b'\xff' * 6)
+                   + b'\xff' * 6 + tail)
         + section2(5, uint(present.size, 4) + uint(0, 2) + reference + signed(scale, 2)
                    + signed(decimal_scale, 2) + uint(bits, 1) + uint(0, 1))
         + section2(6, uint(255, 1) if mask is None else uint(0, 1) + mask)

@@ -1,7 +1,7 @@
 """GRIB files as xarray datasets: `xarray.open_dataset(name, engine="yul")`.
 
 The headers of all fields are read once. Fields of one variable, kind of level and grid become one array, with a dimension
-for whatever differs among them: reference time, forecast period, level, ensemble member. Values are unpacked when they
+for whatever differs among them: ensemble member, percentile or threshold, reference time, forecast period, level. Values are unpacked when they
 are touched, field by field, from the place of their message.
 """
 
@@ -17,14 +17,14 @@ from xarray.core import indexing
 
 from . import ForeTime, GribFile, Grid, cvar
 from ._arrays import as_array
-from ._habits.files import RECORD_KEYS, header_record
+from ._ensembles import Kind, product_of
+from ._habits.files import RECORD_KEYS
 from ._xarray import CELL_METHODS, _horizontal, _standard_name, _vertical
 
 UNSET = np.datetime64('NaT', 'ms')  # one object, which is equal to itself as a key
 ENDINGS = '.grib', '.grib1', '.grib2', '.grb', '.grb1', '.grb2', '.gb2'
 TIME = {'standard_name': 'time', 'long_name': 'time for which the field holds'}
 AXES = {
-    'realization': {'standard_name': 'realization', 'units': '1'},
     'record': {'long_name': 'number among fields that their headers do not tell apart', 'units': '1'},
     'forecast_reference_time': {'standard_name': 'forecast_reference_time'},
     'forecast_period': {'standard_name': 'forecast_period'},
@@ -45,7 +45,7 @@ class Group:
     level: tuple  # name and attributes of the coordinate, none for a level without numbers
     domain: tuple
     period: tuple
-    has_member: bool
+    kind: Kind
     places: dict = field(default_factory=dict)
 
     def values(self, i):
@@ -80,8 +80,8 @@ def scan(name, wanted):
         for grid in file._headers():
             number = number + 1 if file.getLoc() == octet else 0
             octet = file.getLoc()
-            if not wanted or all(value == wanted[key] for key, value in header_record(grid).items() if key in wanted):
-                _add(groups, grid, Place(octet, number), _number(file.getHeader().getMember()))
+            if not wanted or all(value == wanted[key] for key, value in file._record(grid).items() if key in wanted):
+                _add(groups, grid, Place(octet, number), *product_of(file.getHeader()))
             file.next()
     if octet is None:
         raise OSError(f'{name}: no GRIB field that can be read')
@@ -90,22 +90,22 @@ def scan(name, wanted):
     return list(groups.values())
 
 
-def _add(groups, grid, place, member):
+def _add(groups, grid, place, kind, product):
     vertical, _ = _vertical(grid.getLevel())
     (axis, (_, height, attributes)), = vertical.items() or ((None, (None, None, None)),)
     fore = grid.getForeTime()
     key = (grid.getVar().getName() or grid.info, axis or str(grid.getLevel()), _domain_key(grid.getDomain()),
-           _period_of(fore), member is None)
+           _period_of(fore), kind)
     if key not in groups:
         header = Grid()
         header.copyInfo(grid)
-        groups[key] = Group(header, (axis, attributes), key[2], key[3], member is not None)
+        groups[key] = Group(header, (axis, attributes), key[2], key[3], kind)
     start = grid.date.datetime64 if grid.date.isSet() and grid.date.getYear() != cvar.Const_MISS else UNSET
-    rest = (start, _number(fore.getSeconds(), 0), height if height is not None else 0.0)
-    number = member if member is not None else 0
-    while (number, *rest) in groups[key].places:
-        number += 1
-    groups[key].places[number, *rest] = place
+    where = (product, start, _number(fore.getSeconds(), 0), height if height is not None else 0.0)
+    record = 0
+    while (record, *where) in groups[key].places:
+        record += 1
+    groups[key].places[record, *where] = place
 
 
 class Fields(BackendArray):
@@ -162,12 +162,13 @@ class Axes:
         known.append((key, given))
         return given, True
 
-    def add(self, name, values, attributes, has_dimension):
-        """The dimension of the values, or none where they are one value for the whole dataset."""
-        given, is_new = self.name(name, tuple(values.tolist()))
-        if is_new:
-            self.variables[given] = Variable((given,) if has_dimension else (), values if has_dimension else values[0],
-                                             attributes)
+    def add(self, coordinate, has_dimension):
+        """The dimension of the coordinate, or none where it is one value for the whole dataset."""
+        given, is_new = self.name(coordinate.axis, coordinate.key)
+        ending = given.removeprefix(coordinate.axis)
+        for name, (values, attributes) in coordinate.columns.items() if is_new else ():
+            self.variables[name + ending] = Variable((given,) if has_dimension else (), values if has_dimension else values[0],
+                                                     attributes)
         return given
 
     def add_grid(self, header, key):
@@ -182,22 +183,42 @@ class Axes:
         return tuple(dim + ending for dim in dims), f'crs{ending}' if 'crs' in coords else None
 
 
+@dataclass
+class Coordinate:
+    """What stands along an axis: names, values and attributes; one of them alone has the name of the axis."""
+    axis: str
+    columns: dict
+
+    @property
+    def key(self):
+        return tuple(tuple(values.tolist()) for values, _ in self.columns.values())
+
+    @property
+    def values(self):
+        return next(iter(self.columns.values()))[0]
+
+
 def _coordinates(group):
-    """Name, values and attributes along the leading axes; None for an axis that the group does not have."""
+    """The coordinates along the leading axes; None for an axis that the group does not have."""
+    records, products, starts, periods, heights = (group.values(i) for i in range(5))
     level, attributes = group.level
-    axis = 'realization' if group.has_member else 'record'
+
+    def plain(axis, values):
+        return Coordinate(axis, {axis: (values, AXES[axis])})
+
     return [
-        (axis, np.array(group.values(0)), AXES[axis]) if group.has_member or len(group.values(0)) > 1 else None,
-        ('forecast_reference_time', np.array(group.values(1), 'M8[ms]').astype('M8[ns]'), AXES['forecast_reference_time']),
-        ('forecast_period', np.array(group.values(2), 'm8[s]').astype('m8[ns]'), AXES['forecast_period']),
-        (level, np.array(group.values(3)), attributes) if level else None,
+        plain('record', np.array(records)) if len(records) > 1 else None,
+        Coordinate(group.kind.axis, group.kind.columns(products, group.header.getUnits())) if group.kind.axis else None,
+        plain('forecast_reference_time', np.array(starts, 'M8[ms]').astype('M8[ns]')),
+        plain('forecast_period', np.array(periods, 'm8[s]').astype('m8[ns]')),
+        Coordinate(level, {level: (np.array(heights), attributes)}) if level else None,
     ]
 
 
 def _names(groups):
     """A name for each group: the variable's, with what tells it from others of that name."""
-    names = [group.header.getVar().getName() or 'unknown' for group in groups]
-    suffixes = (lambda group: group.level[0] or str(group.header.getLevel()).lower().replace(' ', '_'),
+    names = [(group.header.getVar().getName() or 'unknown') + group.kind.ending for group in groups]
+    suffixes = (lambda group: group.kind.name, lambda group: group.level[0] or str(group.header.getLevel()).lower().replace(' ', '_'),
                 lambda group: _span_text(group.period), lambda group: f'{group.domain[-3]}x{group.domain[-2]}')
     for suffix in suffixes:
         crowded = {name for name in names if names.count(name) > 1}
@@ -223,10 +244,10 @@ def dataset(name, wanted=None, dropped=()):
     """The dataset of a file."""
     groups = scan(name, wanted or {})
     axes, variables, rows = Axes(), {}, [(group, _coordinates(group)) for group in groups]
-    sole = {coordinate[0] for _, coordinates in rows for coordinate in coordinates if coordinate}
+    sole = {coordinate.axis for _, coordinates in rows for coordinate in coordinates if coordinate}
     for axis in list(sole):  # a coordinate with one value for all arrays needs no dimension
-        found = [next((tuple(c[1].tolist()) for c in coordinates if c and c[0] == axis), None) for _, coordinates in rows]
-        if len(set(found)) > 1 or len(found[0]) > 1:
+        found = [next((c.key for c in coordinates if c and c.axis == axis), None) for _, coordinates in rows]
+        if len(set(found)) > 1 or len(found[0][0]) > 1:
             sole.discard(axis)
     for variable, (group, coordinates) in zip(_names(groups), rows):
         if variable not in dropped:
@@ -242,13 +263,13 @@ def _array(name, group, coordinates, axes, sole):
         if coordinate is None:
             keys.append([group.values(i)[0]])
             continue
-        axis, values, attributes = coordinate
-        given = axes.add(axis, values, attributes, axis not in sole)
+        is_dimension = coordinate.axis not in sole
+        given = axes.add(coordinate, is_dimension)
         keys.append(group.values(i))
-        if axis not in sole:
+        if is_dimension:
             dims.append(given)
-            shape.append(len(values))
-        times[axis] = (given if axis not in sole else None, values)
+            shape.append(len(keys[-1]))
+        times[coordinate.axis] = (given if is_dimension else None, coordinate.values)
     horizontal, mapping = axes.add_grid(header, group.domain)
     _add_time(axes, times)
     places = [group.places.get(where) for where in product(*keys)]
@@ -273,11 +294,14 @@ def _add_time(axes, times):
 def _attributes(group, mapping):
     header = group.header
     var, method = header.getVar(), CELL_METHODS.get(group.period[0]) if group.period else None
+    long_name = var.getLongName() or header.info
     attributes = {
-        'long_name': var.getLongName() or header.info, 'units': header.getUnits(), 'standard_name': _standard_name(header),
-        'level': None if group.level[0] else str(header.getLevel()), 'source': header.getGenName(),
-        'grid_mapping': mapping, 'cell_methods': f'time: {method}' if method else None,
+        'long_name': long_name, 'units': header.getUnits(), 'standard_name': _standard_name(header),
+        'level': None if group.level[0] else str(header.getLevel()), 'source': header.getGenName(), 'grid_mapping': mapping,
     }
+    attributes |= group.kind.attributes(long_name)
+    methods = filter(None, [method and f'time: {method}', attributes.get('cell_methods')])
+    attributes['cell_methods'] = ' '.join(methods)
     return {key: value for key, value in attributes.items() if value}
 
 
@@ -291,9 +315,10 @@ class YulBackend(BackendEntrypoint):
         """select   what fields to take, by the keys of GribFile.inventory: {"name": "TMP", "level": 500}"""
         if not isinstance(select, Mapping | None):
             raise TypeError('select: a mapping by the keys of GribFile.inventory')
-        unknown = set(select or ()) - set(RECORD_KEYS)
+        keys = (*RECORD_KEYS, *GribFile._more_keys)
+        unknown = set(select or ()) - set(keys)
         if unknown:
-            raise ValueError(f'select: no such key: {", ".join(sorted(unknown))}; there is: {", ".join(RECORD_KEYS)}')
+            raise ValueError(f'select: no such key: {", ".join(sorted(unknown))}; there is: {", ".join(keys)}')
         dropped = [drop_variables] if isinstance(drop_variables, str) else drop_variables or ()
         return dataset(os.path.abspath(os.fspath(filename_or_obj)), select, dropped)
 

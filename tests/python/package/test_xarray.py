@@ -91,6 +91,47 @@ def test_members_domains_and_repetitions_keep_apart(write_grib):
         np.testing.assert_allclose(dataset['HGT_4x3'].diff('record'), np.full((1, 3, 4), 5), atol=0.11)
 
 
+def limits(event, lower, upper):
+    """A probability of an event, template 4.5; limits in whole units, None for one that the message does not have."""
+    return bytes([0, 1, event]) + b''.join(b'\xff' * 5 if limit is None else b'\0' + gribwriter.uint(limit, 4) for limit in (lower, upper))
+
+
+def test_percentiles_and_statistics_of_an_ensemble_keep_apart(write_grib):
+    name = write_grib(*(message(add=percent, product=6, tail=bytes([percent])) for percent in (90, 10, 50)),
+                      message(add=1, product=2, tail=bytes([0, 20])), message(add=2, product=2, tail=bytes([4, 20])))
+    with xarray.open_dataset(name, engine='yul') as dataset:
+        assert sorted(dataset.data_vars) == ['HGT_mean', 'HGT_percentile', 'HGT_spread']
+        array = dataset['HGT_percentile']
+        assert array.dims[0] == 'percentile' and array['percentile'].values.tolist() == [10, 50, 90]
+        assert array['percentile'].attrs['units'] == '%'
+        np.testing.assert_allclose(array.sel(percentile=50), FIELD + 50, atol=0.051)
+        assert dataset['HGT_mean'].attrs['cell_methods'] == 'realization: mean'
+        assert dataset['HGT_spread'].attrs['cell_methods'] == 'realization: standard_deviation'
+        np.testing.assert_allclose(dataset['HGT_spread'], FIELD + 2, atol=0.051)
+    with xarray.open_dataset(name, engine='yul', select={'percentile': 90}) as dataset:
+        assert float(dataset['percentile']) == 90 and dataset['HGT'].dims == ('latitude', 'longitude')
+
+
+def test_probabilities_have_their_thresholds(write_grib):
+    events = [(1, None, 300), (1, None, 250), (0, 250, None), (2, 250, 300), (2, 250, 275), (6, None, None), (3, None, 280)]
+    name = write_grib(*(message(add=i, product=5, tail=limits(*event)) for i, event in enumerate(events)), message(add=20))
+    with xarray.open_dataset(name, engine='yul') as dataset:
+        assert sorted(dataset.data_vars) == ['HGT', 'HGT_prob_above', 'HGT_prob_above_2', 'HGT_prob_above_normal', 'HGT_prob_below',
+                                             'HGT_prob_between']
+        above, between = dataset['HGT_prob_above'], dataset['HGT_prob_between']
+        [axis] = [name for name in above.coords if name.startswith('threshold')]
+        assert above[axis].values.tolist() == [250, 300] and above[axis].attrs['units'] == 'gpm'
+        np.testing.assert_allclose(above.isel({axis: 1}), FIELD, atol=0.051)
+        assert above.attrs['units'] == '%' and 'standard_name' not in above.attrs
+        assert above.attrs['long_name'] == 'probability of Geopotential height above the threshold'
+        lower, upper = sorted(name for name in between.coords if name.startswith('threshold_'))
+        assert between[lower].values.tolist() == [250, 250] and between[upper].values.tolist() == [275, 300]
+        np.testing.assert_allclose(between[1], FIELD + 3, atol=0.051)
+        assert dataset['HGT_prob_above_normal'].dims == dataset['HGT'].dims == ('latitude', 'longitude')
+        assert [dataset['HGT_prob_above_2'][name].values.tolist() for name in dataset['HGT_prob_above_2'].coords
+                if name.startswith('threshold')] == [[280]]
+
+
 def test_fields_can_be_selected_and_dropped(cube):
     with xarray.open_dataset(cube, engine='yul', select={'name': 'HGT', 'level': 500}) as dataset:
         assert list(dataset) == ['HGT'] and dataset['HGT'].sizes['forecast_period'] == 3
