@@ -69,6 +69,7 @@ int main()
     std::string const absent = folder + "/absent";
     std::vector<char> from(FEED, 'x');
     std::vector<char> to(FIELD + PIECE);
+    std::vector<float> field(FIELD / sizeof(float));
     bool is_done = writeAll(name.c_str(), from, FIELD) && writeAll(feed.c_str(), from, FEED);
     int const field_file = open(name.c_str(), O_RDONLY);
     int const feed_file = open(feed.c_str(), O_RDONLY);
@@ -79,6 +80,10 @@ int main()
     double const copied = alone([&] {
         std::memcpy(to.data(), from.data(), FIELD);
         asm volatile("" : : "r"(to.data()) : "memory");
+    });
+    double const filled = alone([&] {
+        std::ranges::fill(field, 1.5F);
+        asm volatile("" : : "r"(field.data()) : "memory");
     });
     double const fetched = alone([&] { is_done = readAll(field_file, to, false) && is_done; });
     double const written = alone([&] { is_done = writeAll(name.c_str(), from, FIELD) && is_done; });
@@ -97,6 +102,7 @@ int main()
     std::filesystem::remove_all(folder);
     constexpr double POINTS = FIELD / 4e9; // in thousands of millions, so that times are nanoseconds a point
     note("copy of a field of 1440 x 721 floats in memory", copied / POINTS, "ns/point");
+    note("filling of such a field with one value", filled / POINTS, "ns/point");
     note("read of such a field from the page cache", fetched / POINTS, "ns/point");
     note("write of such a field into a new file", written / POINTS, "ns/point");
     note("read of 100 MB from the page cache", FEED / 1e9 / fed, "GB/s");
