@@ -355,24 +355,15 @@ TEST(Graph, DrawsShadowsBoxAndLongLines)
 
 TEST(Graph, WarnsOfAFontThatItCannotLoad)
 {
-    struct
-    {
-        char const * name;
-        char const * specification;
-    } const cases[] = {
-        {"no such font", "no such font"},
-        {"#Helvetica-{12}x", "#Helvetica-{12}x"}, // a page has no fonts of its own
-        {"../CMakeLists.txt", "../CMakeLists.txt"},
-    };
-
-    for (auto const & c : cases) {
+    // The second: a page has no fonts of its own.
+    for (char const * const name : {"no such font", "#Helvetica-{12}x", "../CMakeLists.txt"}) {
         Page page;
         page.graph.setTextHeight(10);
         testing::internal::CaptureStderr();
-        EXPECT_EQ(page.graph.setFont(c.name), 0);
+        EXPECT_EQ(page.graph.setFont(name), 0);
         EXPECT_EQ(testing::internal::GetCapturedStderr(),
-                  detail::format("setFont: unable to load font: %s, using modern\n", c.specification));
-        EXPECT_EQ(page.graph.setFont(c.name), 0); // the name is in use now, no second warning
+                  detail::format("setFont: unable to load font: %s, using modern\n", name));
+        EXPECT_EQ(page.graph.setFont(name), 0); // the name is in use now, no second warning
         EXPECT_EQ(page.graph.drawText(100, 100, "text"), 1);
         EXPECT_FALSE(paths(page.drawn()).empty());
     }

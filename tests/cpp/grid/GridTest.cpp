@@ -534,7 +534,7 @@ TEST(Grid, ListsItself)
         EXPECT_NE(text.find(part), std::string::npos) << part << " in\n" << text;
 }
 
-TEST(Grids, HoldsCopiesAndFindsBySpecification)
+TEST(Grids, HoldsCopiesAndFindsByGridSpec)
 {
     Grids grids;
     auto grid = fullGrid();

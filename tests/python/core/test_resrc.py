@@ -1,10 +1,8 @@
 """The resource store, as an object of its own and behind the class Yul."""
 
-import subprocess
-import sys
-
 import _Yul as y
 import pytest
+from running import python
 
 
 @pytest.fixture
@@ -159,7 +157,7 @@ y.delete_Resrc(store)
 
 
 def test_listings():
-    done = subprocess.run([sys.executable, '-c', LISTING], capture_output=True, text=True)
+    done = python(LISTING)
     assert done.stderr == ''
     assert done.stdout.splitlines() == [
         'none: value %d', 'base (file): later', 'file (file): value %d', 'env (env): value %d',

@@ -1,17 +1,14 @@
 """The code blocks of the documents run in order and print what the text block behind them shows; so do the commands of
 console blocks."""
 
-import os
 import pathlib
 import re
 import subprocess
 import sys
 
 import pytest
+from running import HAS_SANITIZERS, python
 
-import _Yul
-
-MODULES = str(pathlib.Path(_Yul.__file__).resolve().parent)
 ROOT = pathlib.Path(__file__).resolve().parents[3]
 PAGES = [ROOT / "README.md", *sorted((ROOT / "docs").glob("*.md"))]
 BLOCK = re.compile(r"^```(\w+)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
@@ -32,19 +29,12 @@ def script_and_output(page):
 @pytest.mark.parametrize("page", [p for p in PAGES if "```python" in p.read_text()], ids=lambda p: p.stem)
 def test_code_blocks_print_what_the_page_shows(page, tmp_path):
     for name in re.findall(r"<!-- needs (\w+) -->", page.read_text(encoding="utf-8")):
-        if "asan" in os.environ.get("LD_PRELOAD", ""):
+        if HAS_SANITIZERS:
             pytest.skip(f"{name} and sanitizers do not go together")
         pytest.importorskip(name, reason=f"{name} is not installed")
     script, output = script_and_output(page)
     (tmp_path / "examples").symlink_to(ROOT / "examples")
-    run = subprocess.run(
-        [sys.executable, "-c", script],
-        cwd=tmp_path,
-        env=os.environ | {"PYTHONPATH": MODULES},
-        capture_output=True,
-        text=True,
-        check=False,
-    )
+    run = python(script, cwd=tmp_path)
     assert run.stderr == ""
     assert run.stdout == output
 
@@ -66,7 +56,6 @@ def test_commands_print_what_the_page_shows(page, tmp_path):
             command.replace("python ", f"{sys.executable} "),
             shell=True,
             cwd=tmp_path,
-            env=os.environ | {"PYTHONPATH": MODULES},
             stdout=subprocess.PIPE,
             stderr=subprocess.STDOUT,
             text=True,

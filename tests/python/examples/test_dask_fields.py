@@ -1,13 +1,14 @@
 """examples/dask_fields.py gives the same results whichever way it runs."""
 
-import os
 import re
 import subprocess
 import sys
 
 import pytest
 
-if 'asan' in os.environ.get('LD_PRELOAD', ''):
+from running import HAS_SANITIZERS
+
+if HAS_SANITIZERS:
     pytest.skip('a cluster of workers takes too long with sanitizers', allow_module_level=True)
 pytest.importorskip('dask', reason='dask is not installed')
 

@@ -18,13 +18,13 @@ import pytest
 from Yul import EarthPoints, GribFile, Grid, GridYulFile, MapFile, WmoParse, WmoProduct
 from gribwriter import LatLon, grib2, uint
 from jobs import GRID, MAKERS, READERS, WRITERS, file_of, octets
+from running import python, without_sanitizers
 
 HERE = Path(__file__).resolve().parent
 MESSAGE = re.compile(r'\w+(::\w+)?: ')
 # The first two are not read by the library; the others say by their result alone that a file does not open.
 QUIET = 'page', 'gif', 'feed', 'reports', 'cities'
-no_sanitizers = pytest.mark.skipif('asan' in os.environ.get('LD_PRELOAD', ''),
-                                   reason='sanitizers reserve more than the limit')
+no_sanitizers = without_sanitizers('they reserve more than the limit')
 
 
 def outcomes(text):
@@ -44,8 +44,7 @@ def outcomes(text):
 def in_child(program, *arguments):
     """The outcomes of a program of its own, which knows the jobs; it has to end by itself."""
     prolog = f'import os, resource, signal, sys\nsys.path.insert(0, {str(HERE)!r})\nfrom jobs import *\n'
-    run = subprocess.run([sys.executable, '-c', prolog + program, *map(str, arguments)], capture_output=True, text=True,
-                         timeout=300)
+    run = python(prolog + program, *arguments)
     assert run.returncode == 0, run.stderr
     return outcomes(run.stderr)
 
@@ -135,8 +134,7 @@ def test_what_is_not_allowed_is_told(samples, tmp_path):
     assert found == dict.fromkeys([*MAKERS, *(f'new {kind}' for kind in WRITERS)], 'failed')
 
 
-@pytest.mark.skipif('asan' in os.environ.get('LD_PRELOAD', ''),
-                    reason='the undefined-behaviour sanitizer looks at memory through pipes of its own')
+@without_sanitizers('the one for undefined behaviour looks at memory through pipes of its own')
 def test_out_of_descriptors(samples, tmp_path):
     program = ('resource.setrlimit(resource.RLIMIT_NOFILE, (64, 64))\n'
                'jobs, folder = globals()[sys.argv[1]], sys.argv[2]\n'

@@ -12,13 +12,14 @@ import pytest
 
 import _Yul as y
 import Yul
+from running import without_sanitizers
 
 COUNT = 1_000_000
 FAILURES = 100_000  # exceptions take their time
 PAGE = os.sysconf('SC_PAGE_SIZE')
 LEEWAY = 1_500_000  # octets; a leak of two octets a call shows
 
-pytestmark = pytest.mark.skipif('asan' in os.environ.get('LD_PRELOAD', ''), reason='sanitizers keep freed memory')
+pytestmark = without_sanitizers('they keep freed memory')
 
 TEXT = 'a text beyond the small ones, 500 hPa, °C'
 text, point, points = y.new_String(TEXT), y.new_Point(1.0, 2.0), y.new_Points()

@@ -2,9 +2,10 @@
 
 import os
 import subprocess
-import sys
 
 import pytest
+
+from running import python
 
 ORDER = '''
 import sys
@@ -23,8 +24,7 @@ LINES = ['1 python', '2 library', '3 python 4 library', '5 python 6 library', '7
 
 
 def run(script, **options):
-    options = {'stdout': subprocess.PIPE, 'stderr': subprocess.STDOUT, 'text': True, **options}
-    return subprocess.run([sys.executable, '-c', script], timeout=60, **options)
+    return python(script, **{'stdout': subprocess.PIPE, 'stderr': subprocess.STDOUT, **options})
 
 
 def test_order_is_kept_in_a_pipe():

@@ -1,11 +1,11 @@
 """Who frees an object, how results are wrapped, and how objects pass as their bases."""
 
 import gc
-import subprocess
 import sys
 
 import _frametest as f
 import pytest
+from running import python
 
 
 class Proxy:
@@ -255,7 +255,7 @@ print(f.Thing_count())
 
 
 def test_without_a_registered_class_the_object_is_left_with_a_warning():
-    run = subprocess.run([sys.executable, '-c', UNREGISTERED.format(path=sys.path)], capture_output=True, text=True)
+    run = python(UNREGISTERED.format(path=sys.path))
     assert run.stdout == '1\n' and run.returncode == 0
     assert 'frametest::Thing *' in run.stderr
 

@@ -3,12 +3,12 @@
 Every class of the module is run in a process of its own, so that a crash names it. The calls are deterministic.
 """
 
-import os
 import subprocess
 import sys
 
 import _Yul
 import pytest
+from running import python, without_sanitizers
 
 # These end or stop the process, as they should.
 EXCLUDED = {'Yul_exit', 'Yul_sleep', 'Yul_pause'}
@@ -131,8 +131,7 @@ sys.stderr.write("survived " + NAME)
 @pytest.mark.parametrize('name', list(_Yul._classes()))
 def test_every_function_survives_any_argument(name, tmp_path):
     script = PROBE.format(path=sys.path, folder=str(tmp_path), name=name, excluded=EXCLUDED)
-    run = subprocess.run([sys.executable, '-c', script], stdin=subprocess.DEVNULL, capture_output=True, text=True,
-                         errors='replace', timeout=300)
+    run = python(script, stdin=subprocess.DEVNULL, errors='replace')
     assert run.returncode == 0 and f'survived {name}' in run.stderr, run.stderr[-3000:]
 
 
@@ -143,11 +142,9 @@ def test_all_functions_belong_to_a_class():
         assert owner.split('_')[0] in names, function
 
 
-@pytest.mark.skipif('asan' in os.environ.get('LD_PRELOAD', ''), reason='sanitizers slow the import down')
+@without_sanitizers('they slow the import down')
 def test_import_is_quick_and_needs_nothing_else():
     script = ("import sys, time; before = set(sys.modules); start = time.process_time(); import _Yul; "
               "print(time.process_time() - start, sorted(set(sys.modules) - before))")
-    seconds, modules = min(
-        subprocess.run([sys.executable, '-c', script], capture_output=True, text=True).stdout.split(' ', 1)
-        for _ in range(5))
+    seconds, modules = min(python(script).stdout.split(' ', 1) for _ in range(5))
     assert float(seconds) < 0.005 and modules.strip() == "['_Yul']"

@@ -1,13 +1,12 @@
 """Files of messages: what lies between them, what is damaged, what is asked for."""
 
 import os
-import subprocess
-import sys
 
 import numpy as np
 import pytest
 
 from gribwriter import LatLon, grib1, grib2
+from running import python
 from sections import join, split
 from Yul import EarthPoint, Filename, GribFile, Grid, GridFile, GridPoint, Grids, GridSpec
 
@@ -204,7 +203,7 @@ def test_peek_describes_without_reading_on(write_grib):
     assert file.getHeader().getForeTime().getFore() == 6
 
 
-def test_a_specification_finds_its_field(write_grib):
+def test_a_grid_spec_finds_its_field(write_grib):
     name = write_grib(*(message(h, hours=h, level=(100, p * 100)) for p in (850, 500) for h in (0, 6, 12)))
     file = GribFile(name)
     grid = Grid()
@@ -245,7 +244,7 @@ def test_standard_input(write_grib):
                'file = GribFile("-")\n'
                'print(file.peek(Grid()), *(round(g.getValue(0, 0)) for g in file), file.rewind())')
     octets = b'heading\r\r\n' + message(1) + b'\0' * 20 + message(2, edition=1) + message(3)
-    result = subprocess.run([sys.executable, '-c', program], input=octets, capture_output=True, env=os.environ)
+    result = python(program, input=octets)
     assert result.stdout == b'1 1 2 3 0\n', result.stderr
 
 

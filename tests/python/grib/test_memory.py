@@ -1,14 +1,13 @@
 """Reading takes at most four times the memory of the unpacked field, beside the message itself."""
 
 import os
-import subprocess
-import sys
 import zlib
 
 import numpy as np
 import pytest
 
 from gribwriter import LatLon, grib1, grib2, pack_bits, uint
+from running import python, without_sanitizers
 from sections import chunk, png_packed
 
 PROGRAM = '''
@@ -73,15 +72,14 @@ MESSAGES = {
 
 
 @pytest.mark.skipif(not os.access('/proc/self/clear_refs', os.W_OK), reason='the kernel tells no peak')
-@pytest.mark.skipif('asan' in os.environ.get('LD_PRELOAD', ''), reason='a sanitizer keeps memory of its own')
+@without_sanitizers('they keep memory of their own')
 @pytest.mark.parametrize('kind', MESSAGES)
 @pytest.mark.parametrize('field', [FIELD, HOLED], ids=['full', 'holed'])
 def test_peak_memory(write_grib, tmp_path, kind, field):
     octets = MESSAGES[kind](field)
     small = tmp_path / 'small.grib'
     small.write_bytes(MESSAGES[kind](field[:7, :9]))
-    result = subprocess.run([sys.executable, '-c', PROGRAM, str(small), write_grib(octets)], capture_output=True, text=True,
-                            env=os.environ, check=True)
+    result = python(PROGRAM, small, write_grib(octets), check=True)
     used, unpacked = map(int, result.stdout.splitlines()[-1].split())
     slack = 1 << 20  # pages of code and tables that are touched first
     assert unpacked / 2 < used < 4 * unpacked + len(octets) + slack

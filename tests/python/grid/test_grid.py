@@ -134,7 +134,7 @@ def test_units_stand_at_the_end_of_the_info():
     assert y.Grid_getInfo(grid) == 'Height [dam]' and y.Grid_getUnits(grid) == 'dam'
 
 
-def test_a_grid_gives_its_specification():
+def test_a_grid_gives_its_spec():
     grid = y.new_Grid(2, 2)
     y.Grid_setVar(grid, 'hgt')
     y.Grid_setLevel(grid, '500 hPa')

@@ -1,14 +1,11 @@
 """The library's own grid files as the flat module and the package see them."""
 
-import os
-import subprocess
-import sys
-
 import numpy as np
 import pytest
 
 import _Yul as y
 from Yul import Date, Domain, Filename, ForeTime, Grid, GridFile, Grids, GridSpec, GridYulFile, Level, String, VarName
+from running import python, without_sanitizers
 
 RANDOM = np.random.default_rng(20)
 KEYWORDS = ('ll', 'ps', 'lamb', 'me', 'ortho', 'gnom', 'moll', 'lambaz', 'alb', 'sat', 'radial')
@@ -122,18 +119,18 @@ def test_a_pipe_is_read_like_a_file(three):
                'file.read(grids), len(grids), file.rewind())')
     for cut, expected in ((None, '1 1000 hPa 1 6.0 1 1 0'), (-1, '1 1000 hPa 1 6.0 0 0 0')):
         octets = open(three, 'rb').read()[:cut]
-        run = subprocess.run([sys.executable, '-c', program], input=octets, capture_output=True)
+        run = python(program, input=octets)
         assert run.stdout.decode().strip() == expected
         assert ('GridYulFile::' in run.stderr.decode()) == (cut is not None)
 
 
-@pytest.mark.skipif('asan' in os.environ.get('LD_PRELOAD', ''), reason='sanitizers reserve more than the limit')
+@without_sanitizers('they reserve more than the limit')
 def test_an_absurd_size_from_a_pipe_takes_no_memory():
     program = ('import resource; from Yul import Grid, GridFile\n'
                'resource.setrlimit(resource.RLIMIT_AS, (1 << 29, 1 << 29))\n'
                'print(GridFile("-").read(Grid()))')
     octets = b'YulGRID4B\n\n\n1 1 1 1 1 1 1 1\nll,0,0,30000,30000,1,1\n' + b'x' * 1000
-    run = subprocess.run([sys.executable, '-c', program], input=octets, capture_output=True)
+    run = python(program, input=octets)
     assert run.stdout == b'0\n'
     assert run.stderr == b'GridYulFile::readData: -: the values are cut off\n'
 

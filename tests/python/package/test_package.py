@@ -4,8 +4,6 @@ from datetime import datetime, timedelta, timezone
 import gc
 import os
 from pathlib import Path
-import subprocess
-import sys
 import weakref
 
 import numpy as np
@@ -16,16 +14,16 @@ from Yul import Date, Domain, EarthPoint, EarthPoints, GribFile, Grid, GridPoint
 from Yul import String, Strings
 import _Yul
 import gribwriter
+from running import python
 
 FIELD = 5400 + 10 * np.arange(12.0).reshape(3, 4)
 AREA = gribwriter.LatLon(52, 0, 50, 3)
 
 
-def python(code, **environment):
-    result = subprocess.run([sys.executable, '-c', code], capture_output=True, text=True,
-                            env={**os.environ, **environment})
-    assert result.returncode == 0, result.stderr
-    return result.stdout.strip()
+def printed(code):
+    run = python(code)
+    assert run.returncode == 0, run.stderr
+    return run.stdout.strip()
 
 
 # ---- the classes ------------------------------------------------------------------------------------------------
@@ -93,7 +91,7 @@ def test_python_subclasses_go_where_their_base_goes():
 
 def test_collecting_an_instance_frees_the_object_and_no_warning_appears():
     code = 'import Yul, gc\nfor _ in range(1000): Yul.Grid(50, 50), Yul.Date(), Yul.Points()\ngc.collect()'
-    result = subprocess.run([sys.executable, '-c', code], capture_output=True, text=True)
+    result = python(code)
     assert (result.returncode, result.stdout, result.stderr) == (0, '', '')
 
 
@@ -314,18 +312,18 @@ def test_dates_move_by_timedeltas():
 # ---- start-up ---------------------------------------------------------------------------------------------------
 
 def test_the_package_brings_its_data_unless_another_path_is_set():
-    path = python('import Yul; print(Yul.Yul.getDatabasePath())')
+    path = printed('import Yul; print(Yul.Yul.getDatabasePath())')
     assert os.path.isdir(path) and path.startswith(os.path.dirname(Yul.__file__))
-    assert python('import _Yul; _Yul.Yul_setDatabasePath("/srv"); import Yul; print(Yul.Yul.getDatabasePath())') == '/srv'
+    assert printed('import _Yul; _Yul.Yul_setDatabasePath("/srv"); import Yul; print(Yul.Yul.getDatabasePath())') == '/srv'
 
 
 @pytest.mark.skipif(not os.path.exists(os.path.join(os.path.dirname(Yul.__file__), '_tables.py')),
                     reason='a build with sanitizers cannot write the tables that make the import light')
 def test_importing_loads_nothing_heavy():
     code = 'import sys; before = set(sys.modules); import Yul; print(*sorted(set(sys.modules) - before))'
-    assert {name for name in python(code).split() if not name.startswith(('Yul', '_Yul'))} <= {'__future__'}
+    assert {name for name in printed(code).split() if not name.startswith(('Yul', '_Yul'))} <= {'__future__'}
 
 
 def test_numpy_is_imported_only_when_values_are_asked_for():
     code = 'import sys, Yul; g = Yul.Grid(2, 2); print("numpy" in sys.modules); g.values; print("numpy" in sys.modules)'
-    assert python(code).split() == ['False', 'True']
+    assert printed(code).split() == ['False', 'True']

@@ -7,7 +7,9 @@ import pickle
 import numpy as np
 import pytest
 
-if 'asan' in os.environ.get('LD_PRELOAD', ''):
+from running import HAS_SANITIZERS
+
+if HAS_SANITIZERS:
     pytest.skip('xarray brings compilers that sanitizers do not bear', allow_module_level=True)
 xarray = pytest.importorskip('xarray', reason='xarray is not installed')
 

@@ -1,13 +1,12 @@
 """The plot itself: set-up from settings and parameters, panels, labels, pictures and colour bars on the page."""
 
 import re
-import subprocess
-import sys
 
 import numpy as np
 import pytest
 
 from Yul import ContPlot, Domain, GeomBox, Grid, Image, Plot, PlotAttr, String, Yul, contour_map
+from running import python
 
 SETTINGS = ('device', 'geometry', 'inverse', 'background', 'icon', 'title', 'name', 'output', 'logo', 'draw', 'timezone',
             'parameter', 'color_table', 'color_label', 'plot_domain', 'inter', 'image_path')
@@ -102,7 +101,7 @@ def test_a_device_that_is_not_in_the_build_is_one_message(capfd, folder, setting
 def test_an_interactive_run_asks(folder, answer, is_drawn):
     script = ("from Yul import Plot, Yul\nYul.setResrc('inter', 'on')\nplot = Plot()\n"
               "print(plot.open('a.ps'), plot.close())\n")
-    run = subprocess.run([sys.executable, '-c', script], input=answer + '\n', capture_output=True, text=True)
+    run = python(script, input=answer + '\n')
     assert run.stdout.startswith('Display (D) or Postscript (P): ')
     assert run.stdout.rstrip().endswith('1 1' if is_drawn else '0 0')
 

@@ -6,12 +6,12 @@ import io
 import os
 from pathlib import Path
 import subprocess
-import sys
 
 from feedwriter import bulletin
 import pytest
 
 from Yul import WmoParse, reports
+from running import python, without_sanitizers
 
 FEED = (bulletin('SAUS70 KWBC 060000 RRA', 'MTRDEN', 'KDEN 060053Z=', '', '$$'), '\n',
         bulletin('SPCN31 CWAO 060100', 'SPXX', 'CYUL 060055Z='), '\n',
@@ -136,7 +136,7 @@ while _Yul.WmoParse_getLine(feed, line):
 def test_lines_of_a_live_pipe_come_as_they_are_written():
     """A line is read while the writer keeps the pipe open and has written no more."""
     script = LIVE.replace('FIRST', repr(FEED[0].encode())).replace('REST', repr(''.join(FEED[1:]).encode()))
-    run = subprocess.run([sys.executable, '-c', script], capture_output=True, text=True, timeout=60)
+    run = python(script)
     assert run.stdout.splitlines()[0] == r"16 'KDEN 060053Z=\r\r\n'", run.stderr
     assert r"'...WIND...\r\r\n'" in run.stdout.splitlines()
 
@@ -152,12 +152,11 @@ for bulletin in WmoParse(sys.stdin if sys.argv[1] == "object" else "-", header="
 @pytest.mark.parametrize('way', ['object', 'name'])
 @pytest.mark.parametrize('is_pipe', [True, False])
 def test_standard_input(way, is_pipe, name):
-    command = [sys.executable, '-c', SCRIPT, way]
     if is_pipe:
-        run = subprocess.run(command, input=''.join(FEED), capture_output=True, text=True)
+        run = python(SCRIPT, way, input=''.join(FEED))
     else:
         with open(name) as file:
-            run = subprocess.run(command, stdin=file, capture_output=True, text=True)
+            run = python(SCRIPT, way, stdin=file)
     assert run.stdout.splitlines() == [HEADINGS[i] for i in (0, 1, 3)], run.stderr
 
 
@@ -181,7 +180,7 @@ def test_octets_that_are_no_text_come_back_escaped(write_feed):
     assert found.heading == 'SA\udcff' and found.lines == ['\udccd \udc80']
 
 
-@pytest.mark.skipif('asan' in os.environ.get('LD_PRELOAD', ''), reason='sanitizers keep freed memory')
+@without_sanitizers('they keep freed memory')
 def test_memory_does_not_grow_with_the_feed(tmp_path):
     """Twenty times the feed, hardly more memory."""
     script = '''
@@ -196,7 +195,7 @@ print(count, peak)
     for times in (1, 20):
         path = tmp_path / 'feed'
         path.write_bytes(part * times)
-        run = subprocess.run([sys.executable, '-c', script, path], capture_output=True, text=True, check=True)
+        run = python(script, path, check=True)
         count, peak = map(int, run.stdout.split())
         assert count == 300 * times
         peaks.append(peak)
