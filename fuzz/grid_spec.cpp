@@ -1,4 +1,4 @@
-// Specifications of grids and models.
+// Grid specs and model specs as texts.
 #include "core/String.h"
 #include "grid/GridSpec.h"
 

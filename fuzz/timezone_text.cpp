@@ -1,4 +1,4 @@
-// Zone specifications, and the labels that are made in such zones.
+// Texts of time zones, and the labels that are made in such zones.
 #include "core/String.h"
 #include "time/Date.h"
 #include "time/DateTool.h"

@@ -152,7 +152,7 @@ public:
     int drawFillarea(Points const & points);
 
     // ---- text ----
-    /// A font file or alias of the font list; a specification that begins with "#" is the device's own font.
+    /// A font file or alias of the font list; a name that begins with "#" is the device's own font.
     int setFont(char const * name);
 
     [[nodiscard]] char const * getFont() const noexcept { return font_name.c_str(); }

@@ -43,7 +43,7 @@ int Graph::setFont(char const * name)
     return loadFont() != 0 ? is_found : 0;
 }
 
-/// The specification that the font list has for an alias; the name itself when it has none.
+/// The font text that the font list has for an alias; the name itself when it has none.
 std::string Graph::findFont(std::string const & name)
 {
     detail::TableFile list;
@@ -51,11 +51,10 @@ std::string Graph::findFont(std::string const & name)
     if (list.open(detail::databaseFile(FONT_LIST)) != 0)
         while (list.next(line)) {
             std::string alias;
-            std::string specification;
-            int const found =
-                detail::scan(line.substr(0, ALIAS_LINE_SIZE), "%s %[^\n]", &alias, &specification);
+            std::string font_text;
+            int const found = detail::scan(line.substr(0, ALIAS_LINE_SIZE), "%s %[^\n]", &alias, &font_text);
             if (found == 2 && alias == name)
-                return specification.substr(0, FONT_SPEC_SIZE);
+                return font_text.substr(0, FONT_SPEC_SIZE);
         }
     return name;
 }
@@ -65,7 +64,7 @@ void Graph::warnFont() const
     Yul::outWarning("setFont: unable to load font: %s, using modern\n", font_spec.c_str());
 }
 
-/// Loads the stroke font that the specification names; with a warning the default font instead. Without that
+/// Loads the stroke font that the font text names; with a warning the default font instead. Without that
 /// one either there is no font, and text draws nothing.
 int Graph::loadFont()
 {

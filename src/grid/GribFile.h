@@ -65,7 +65,7 @@ public:
     int read(Grid & grid);
     /// The first field of a file, which is left open.
     int read(char const * name, Grid & grid);
-    /// The next field that the specification matches. Others are not unpacked.
+    /// The next field that the grid spec matches. Others are not unpacked.
     int read(GridSpec const & spec, Grid & grid);
     /// All fields from here on; 0 when there is none.
     int read(Grids & grids);

@@ -216,7 +216,7 @@ public:
     /// What identifies the grid: variable, level, forecast time, source and model (left open while both are
     /// 0).
     [[nodiscard]] GridSpec getSpec() const;
-    /// True when every part that the specification sets is the same in the grid. An analysis meets a forecast time of
+    /// True when every part that the grid spec sets is the same in the grid. An analysis meets a forecast time of
     /// no length as well.
     [[nodiscard]] bool meets(GridSpec const & spec) const;
 

@@ -81,7 +81,7 @@ public:
     int read(Grid & grid);
     /// Opens the file and reads its first grid; the file stays open.
     int read(char const * name, Grid & grid);
-    /// The next grid that the specification matches; the values of others are passed over.
+    /// The next grid that the grid spec matches; the values of others are passed over.
     int read(GridSpec const & spec, Grid & grid);
     /// Appends all grids from here on to the list; 0 when there is none, and after a fault that ended the reading, when
     /// the list holds the grids before it.

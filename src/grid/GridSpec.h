@@ -52,8 +52,8 @@ private:
     int model = Const::MISS;
 };
 
-/// What identifies a grid: variable, level, forecast time and model. Any part may be left open; a
-/// specification without any part matches every grid.
+/// What identifies a grid: variable, level, forecast time and model. Any part may be left open; a grid
+/// spec without any part matches every grid.
 class GridSpec
 {
 public:
@@ -93,7 +93,7 @@ public:
     /// The text that `set` reads back, without open parts at the end; "*" when all are open.
     int toString(String & text) const;
 
-    /// True when every part that this one sets is the same in the other (a grid's own specification).
+    /// True when every part that this one sets is the same in the other (a grid's own spec).
     [[nodiscard]] bool match(GridSpec const & spec) const;
 
     int print() const;

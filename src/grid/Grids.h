@@ -18,7 +18,7 @@ public:
     /// or above MAX_GRIDS, and when memory is short.
     int setNum(int num);
 
-    /// The first grid that the specification matches, or -1.
+    /// The first grid that the grid spec matches, or -1.
     [[nodiscard]] int find(GridSpec const & spec) const;
 
     /// Lists every grid's fields.

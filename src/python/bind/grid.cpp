@@ -1,4 +1,4 @@
-// Fields and what identifies them: units, levels, variables, specifications, grids.
+// Fields and what identifies them: units, levels, variables, grid specs, grids.
 #include "grid/Grid.h"
 
 #include "grid/GridSpec.h"
