@@ -325,6 +325,13 @@ std::optional<double> flightLevelPressure(double flight_level) noexcept
     return std::round(10 * standardPressure(METRES * flight_level)) / 10;
 }
 
+std::optional<float> levelValue(double value) noexcept
+{
+    constexpr double LARGEST = 3e38; // just below what a float holds
+    auto const kept = std::abs(value) < LARGEST ? static_cast<float>(value) : NAN;
+    return std::isnan(kept) || isMissing(kept) ? std::nullopt : std::optional(kept);
+}
+
 std::span<LevelKind const> levelKinds() noexcept
 {
     return KINDS;

@@ -7,6 +7,8 @@
 
 namespace Yul::detail {
 
+constexpr int MAX_LEVEL_KIND = 254; // 255 is "missing" in GRIB
+
 /// One kind of level. The text of a kind with values is "value suffix" or "value-value suffix".
 struct LevelKind
 {
@@ -55,6 +57,9 @@ struct LevelGrib1
 /// pressure of their own, that one, otherwise the pressure of the standard atmosphere to a tenth.
 /// Sources: ICAO Annex 3, appendix 2 (flight levels of the world area forecasts); ICAO Doc 7488.
 [[nodiscard]] std::optional<double> flightLevelPressure(double flight_level) noexcept;
+
+/// A value as a level keeps it; none where it is missing or beyond a float.
+[[nodiscard]] std::optional<float> levelValue(double value) noexcept;
 
 /// The kind with this code, or null.
 [[nodiscard]] LevelKind const * findLevelKind(int code) noexcept;

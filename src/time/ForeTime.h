@@ -43,7 +43,7 @@ public:
     /// seconds or days; "f" or "T+" may stand in front, "forecast" behind. The unit of a span's end holds for
     /// a beginning without one; "min" behind a single time is minutes, behind a span the minimum.
     /// "24", "90m", "anal", "0-24 acc", "6-12 max", "f024", "24 h", "15-30 minutes acc", "any", "none";
-    /// letters of either case, words on any prefix that their table in ForeTime.cpp lists first, blanks
+    /// letters of either case, words on any prefix that their table in ForeTimeText.cpp lists first, blanks
     /// anywhere between parts. "" and null reset.
     int set(char const * text);
     int set(int hours);
