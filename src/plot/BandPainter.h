@@ -3,7 +3,7 @@
 
 #include "geo/Point.h"
 #include "graphics/Graph.h"
-#include "plot/BandOutline.h"
+#include "plot/BandTracer.h"
 #include "plot/Clip.h"
 #include "plot/ClipArea.h"
 

@@ -1,5 +1,5 @@
 // Bands of values: what an outline encloses is what the cells say.
-#include "plot/BandOutline.h"
+#include "plot/BandTracer.h"
 
 #include <cmath>
 #include <limits>
@@ -118,7 +118,7 @@ public:
 };
 
 /// Fields full of holes, islands in holes, saddles and missing places.
-TEST(BandOutline, EnclosesWhatLiesInTheBand)
+TEST(BandTracer, EnclosesWhatLiesInTheBand)
 {
     std::mt19937 random(20261122);
     auto const pick = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
@@ -169,7 +169,7 @@ TEST(BandOutline, EnclosesWhatLiesInTheBand)
     EXPECT_GT(checked, 20000);
 }
 
-TEST(BandOutline, RefusesLevelsThatItHasNot)
+TEST(BandTracer, RefusesLevelsThatItHasNot)
 {
     std::vector<float> const z = {0, 1, 2, 3};
     BandTracer const tracer({z.data(), 2, 2, 0, 1, 0, 1}, std::vector<float>{1.F}, SaddleRule::NESTED,
