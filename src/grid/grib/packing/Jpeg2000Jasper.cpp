@@ -108,9 +108,9 @@ std::string decodeJpeg2000(Octets octets, Scale const & scale, std::span<float> 
     // The stream only reads; JasPer's interface does not say so.
     Owned<jas_stream_t> const stream(
         jas_stream_memopen(reinterpret_cast<char *>(const_cast<Octet *>(octets.data())), octets.size()));
-    std::string const options = format("max_samples=%zu", out.size());
+    // Samples and tiles have been checked; with a limit JasPer would take a small picture's one tile for too many.
     Owned<jas_image_t> const image(
-        stream != nullptr ? jas_image_decode(stream.get(), jas_image_strtofmt("jpc"), options.c_str())
+        stream != nullptr ? jas_image_decode(stream.get(), jas_image_strtofmt("jpc"), "max_samples=0")
                           : nullptr);
     if (image == nullptr)
         return "damaged JPEG 2000 picture";
