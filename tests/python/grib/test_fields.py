@@ -53,6 +53,14 @@ def test_every_width_keeps_its_precision(write_grib, edition, bits):
     assert np.abs(grid.values - HOLED)[present].max() <= step / 2 + 1e-5 * span
 
 
+@pytest.mark.parametrize('bits', [3, 8, 13, 16, 24])
+def test_fields_that_are_read_in_pieces(write_grib, bits):
+    field = np.arange(601.0 * 801).reshape(601, 801) % 2**bits
+    field[-1, -1] = 2**bits - 1
+    grid = read_one(write_grib(grib2(field, LatLon(60, 0, 0, 60), bits=bits, decimal_scale=0)))
+    np.testing.assert_array_equal(grid.values, field)
+
+
 @pytest.mark.parametrize('edition', WRITERS)
 @pytest.mark.parametrize('field', [np.full((3, 4), 7.5), np.full((3, 4), np.nan), np.full((1, 1), -2.0)],
                          ids=['constant', 'all missing', 'one point'])
