@@ -14,6 +14,7 @@
 #   make fuzz    feeds the readers of outside bytes damaged input (SECONDS each, 60 unless given)
 #   make gallery renders the scripts of examples/gallery to docs/gallery (GALLERY: the names of some)
 #   make wheel   makes dist/, the source archive and a wheel with its codec libraries, and tries it in an empty place
+#   make install-check  tries `pip install .` in an empty environment
 #   make test-extras  tests that wheel with the optional packages: xarray, dask, mypy, cfgrib ...
 #   make docs    the reference and the figures in build/docs
 #   make format  formats the C++ sources in place; make check-format only compares
@@ -40,8 +41,8 @@ pytest = -m pytest -q -n $(TEST_JOBS) $(PYTEST_OPTIONS)
 demo_map = --domain stereo:90:-25,53,-25,57,43,1.5 --interval 60 --color blue
 sources = $(shell git ls-files '*.h' '*.cpp')
 
-.PHONY: all demo test sanitize coverage soak instructions bench bench-growth bench-peers fuzz gallery wheel test-extras \
-        docs format check-format clean
+.PHONY: all demo test sanitize coverage soak instructions bench bench-growth bench-peers fuzz gallery wheel install-check \
+        test-extras docs format check-format clean
 
 all:
 	@scripts/install-deps build
@@ -115,6 +116,10 @@ wheel:
 	@rm -rf dist
 	scripts/make-wheel dist
 	scripts/try-wheel dist/*.whl
+
+install-check:
+	@scripts/install-deps build wheel
+	scripts/try-install
 
 test-extras: wheel
 	scripts/test-extras dist/*.whl -n $(TEST_JOBS) $(PYTEST_OPTIONS)
