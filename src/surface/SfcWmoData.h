@@ -66,9 +66,14 @@ public:
                   char const * report_station,
                   char const * report,
                   char const * whole_message);
+
+    /// Its time, UTC; one that is not set for none.
     int setDate(Date const & value);
-    /// The heading is cut to 80 characters. 0, and nothing changes, for a kind or a country that there is not.
+
+    /// Where it stands: the heading is cut to 80 characters. 0, and nothing changes, for a kind or a country that there is not.
     int setBulletin(char const * heading, long location, int bulletin_kind, int bulletin_country);
+
+    /// What `isNil` and `isCorrected` say.
     int setFlags(bool has_nothing, bool corrects);
 
     /// Prints "Location: USA", ... and the message, a line each.

@@ -27,6 +27,7 @@ domain, earth, result = y.new_Domain('ll,50,10,5,5,1,1'), y.new_EarthPoint(50.5,
 grid, member, values = y.new_Grid(4, 3), y.new_DomainVal(), (array('f', [50, 51]), array('f', [10, 11]))
 y.Points_add(points, point)
 places = array('f', [0, 0]), array('f', [0, 0])
+image, samples = y.new_Image(2, 1), array('i', [5, -1])
 proxy, station = Yul.Domain('ll,50,10,5,5,1,1'), Yul.EarthPoint(50.5, 10.5)
 
 
@@ -67,6 +68,7 @@ CALLS = {
     'object out by reference': lambda: y.Domain_getLimits(domain), 'object out by value': lambda: y.Grid_getSpec(grid),
     'null pointer out': lambda: y.VarName_find('no such variable'), 'item of a list': lambda: y.Points_get(points, 0),
     'array out': lambda: y.Grid_view(grid), 'array in': lambda: y.Domain_forward(domain, *values, *places),
+    'whole numbers out': lambda: y.Image_getSamples(image), 'whole numbers in': lambda: y.Image_setSamples(image, samples),
     'number member': lambda: y.DomainVal_plat_set(member, 5.0), 'member out': lambda: y.DomainVal_plat_get(member),
     'object member': lambda: y.DomainVal_param_get(member), 'overload by kind': lambda: y.Yul_getResrc('device', 5),
     'variadic': lambda: y.String_printf(text, 'plain', 1, 2), 'variable': lambda: y.cvar.Const_PI,
@@ -82,7 +84,7 @@ REFUSALS = {
     'dead object': refused(y.Point_getX, (dead := y.new_Point())), 'wrong documentation': refused(y._document, {'Date_set': 5}),
 }
 y.delete_Point(dead)
-HELD = [text, point, points, domain, earth, result, grid, member, proxy, station, *values, *places, TEXT, y.new_Date]
+HELD = [text, point, points, domain, earth, result, grid, member, proxy, station, image, *values, *places, samples, TEXT, y.new_Date]
 
 
 def memory():
