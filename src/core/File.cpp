@@ -97,7 +97,8 @@ bool File::isRegular(char const * name)
     {
     };
 
-    return StrLib::valid(name) && stat(name, &info) == 0 && S_ISREG(info.st_mode);
+    return StrLib::valid(name) && !StrLib::equal(name, "-") && stat(name, &info) == 0 &&
+           S_ISREG(info.st_mode);
 }
 
 int File::open(char const * name, char const * mode)

@@ -24,7 +24,8 @@ public:
     File(File const &) = delete;
     File & operator=(File const &) = delete;
 
-    /// True when a file of that name is there and no pipe or device, which might keep us waiting when it is opened.
+    /// True when a file of that name is there and no pipe or device, which might keep us waiting when it is opened; "-" is
+    /// none. For files that a text from outside may name.
     [[nodiscard]] static bool isRegular(char const * name);
 
     /// mode  "r" read, "w" create or truncate, "a" append. A directory is refused. An open file is closed

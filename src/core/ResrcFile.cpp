@@ -73,6 +73,12 @@ std::string settingName(std::string name)
     return name;
 }
 
+/// Opens a file that nobody named: a pipe of its name would keep every program waiting.
+int openFound(File & file, char const * name)
+{
+    return File::isRegular(name) ? file.open(name, "r") : 0;
+}
+
 } // namespace
 
 ResrcFile::Directive const ResrcFile::DIRECTIVES[] = {
@@ -89,16 +95,14 @@ int ResrcFile::open(char const * path)
     branches.clear();
     names = namesFor(store);
     if (!StrLib::valid(path))
-        return file.open(DEFAULT_FILE, "r");
-    if (file.open(path, "r"))
-        return 1;
+        return openFound(file, DEFAULT_FILE);
     if (!FileTool::isDirectory(path))
-        return 0;
+        return file.open(path, "r");
     String in_directory;
     for (char const * const name : FILES_IN_DIRECTORY) {
         FileTool::addPath(path, name, in_directory);
         if (FileTool::exist(in_directory.get()))
-            return file.open(in_directory.get(), "r");
+            return openFound(file, in_directory.get());
     }
     return 0;
 }

@@ -12,7 +12,7 @@ namespace Yul::detail {
 class TableFile
 {
 public:
-    /// 0 when there is no such file, it is too large, or it is no text (it holds a NUL octet).
+    /// 0 when there is no such file, it is a pipe, a device or too large, or it is no text (it holds a NUL octet).
     int open(std::string const & name);
     /// The next line without its end; false at the end of the file.
     bool next(std::string_view & line);

@@ -1,5 +1,5 @@
 // Pictures on the plot, and the plot as a picture.
-#include "core/FileTool.h"
+#include "core/File.h"
 #include "core/Format.h"
 #include "core/Output.h"
 #include "core/Scan.h"
@@ -38,12 +38,13 @@ int verticalAlign(int position)
 std::string findImage(std::string const & name)
 {
     bool const has_ending = name.find('.', name.find_last_of('/') + 1) != std::string::npos;
-    std::string const file = has_ending ? name : name + ".png";
+    std::string const file = name + (has_ending ? "" : ".png");
     std::string const folders[] = {"", std::string(detail::viewOf(Yul::getResrc("image_path"))),
                                    std::string(detail::viewOf(Yul::getDatabasePath()))};
     for (std::string const & folder : folders) {
-        std::string const path = folder.empty() ? file : folder + "/" + file;
-        if (!name.empty() && FileTool::exist(path.c_str()))
+        std::string path = folder + (folder.empty() ? "" : "/");
+        path += file;
+        if (!name.empty() && File::isRegular(path.c_str()))
             return path;
     }
     return {};

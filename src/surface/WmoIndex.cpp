@@ -1,5 +1,6 @@
 #include "surface/WmoIndex.h"
 
+#include "core/File.h"
 #include "core/Number.h"
 #include "core/StrLib.h"
 #include "core/Yul.h"
@@ -40,7 +41,7 @@ std::optional<WmoIndexEntry> readEntry(std::string_view line)
 bool WmoIndex::open(char const * name)
 {
     last_offset = -1;
-    return feed.open(name);
+    return File::isRegular(name) && feed.open(name);
 }
 
 bool WmoIndex::rewind()

@@ -8,8 +8,8 @@ import sys
 
 import numpy as np
 
-from Yul import (CityData, CityFile, ColorMap, EarthPoint, EarthPoints, GribFile, Graph, Grid, GridYulFile, Image, MapFile,
-                 MapFileHeader, SfcWmoData, SfcWmoFile, WmoParse, WmoProduct)
+from Yul import (CityFile, ColorMap, EarthPoint, EarthPoints, Filename, GribFile, Graph, Grid, GridYulFile, Image, MapFile,
+                 MapFileHeader, NameConv, Plot, SfcWmoData, SfcWmoFile, WmoParse, WmoProduct, Yul, settings, start)
 
 RANDOM = np.random.default_rng(5)
 FIELD = RANDOM.integers(0, 60000, (150, 100)) / 8
@@ -92,13 +92,31 @@ def read_map(name):
     return lines.getNum() if file.getLine(0, 0, lines) else None
 
 
-def read_feed(name):
-    file, product, texts = WmoParse(), WmoProduct(), []
-    if not file.open(name):
-        return None
-    while file.getProduct(product):
+def texts_of(feed):
+    product, texts = WmoProduct(), []
+    while feed.getProduct(product):
         texts.append(product.getText())
     return texts or None
+
+
+def read_feed(name):
+    file = WmoParse()
+    return texts_of(file) if file.open(name) else None
+
+
+def read_feed_index(name):
+    """The bulletins of the feed beside the index, chosen by a heading: the index tells where they are."""
+    file = WmoParse()
+    file.setHeader('SAUS7')
+    return texts_of(file) if file.open(Filename(str(Path(name).with_name('feed')), name)) else None
+
+
+def read_grib_index(name):
+    """The first point of the fields of the file beside the index."""
+    file, grid, found = GribFile(Filename(str(Path(name).with_name('grib')), name)), Grid(), []
+    while file.read(grid):
+        found.append(grid.getValue(0, 0))
+    return found or None
 
 
 def read_reports(name):
@@ -118,6 +136,33 @@ def read_colors(name):
     return colors.getNum() if colors.read(name) else None
 
 
+def on_page(choose):
+    """Something that a page is given by the name of a file."""
+    def read(name):
+        graph = Graph()
+        return 1 if graph.open('postscript', '/dev/null') and choose(graph, name) else None
+    return read
+
+
+def read_logo(name):
+    plot = Plot()
+    return 1 if plot.open('/dev/null,de=p') and plot.drawImage(name, 0.5, 0.5, 'cc') else None
+
+
+def read_settings(name):
+    settings['probe'] = None
+    start(['faults', '-default=' + name])
+    return settings['probe'] or None
+
+
+def read_conventions(name):
+    database = Yul.getDatabasePath()
+    settings['file_path'], settings['name_conv'] = str(Path(name).parent), Path(name).name
+    found = NameConv().set('probe')
+    Yul.setDatabasePath(database)
+    return found or None
+
+
 READERS = {
     'page': lambda name: octets(name) if octets(name).endswith(b'%%EOF\n') else None,
     'png': read_png,
@@ -130,6 +175,13 @@ READERS = {
     'reports': read_reports,
     'cities': read_cities,
     'colors': read_colors,
+    'font': on_page(Graph.setFont),
+    'symbols': on_page(Graph.setSymbol),
+    'logo.png': read_logo,
+    'settings': read_settings,
+    'conventions': read_conventions,
+    'feed index': read_feed_index,
+    'grib index': read_grib_index,
 }
 FEED = ''.join(f'\1\r\r\n{i:03}\r\r\nSAUS70 KWBC 0612{i % 60:02}\r\r\nMETAR KDEN 061253Z 24010KT CLR 07/M05 A3017=\r\r\n\3'
                for i in range(300))
@@ -141,14 +193,28 @@ def make_feed(name):
 
 def make_shipped(shipped):
     """A copy of a file that comes with the library."""
-    from Yul import Yul
-
     def make(name):
         return bool(Path(name).write_bytes(Path(Yul.getDatabasePath(), shipped).read_bytes()))
     return make
 
 
-MAKERS = WRITERS | {'feed': make_feed, 'reports': make_feed, 'cities': make_shipped('sao.cty'), 'colors': make_shipped('yul.clr')}
+def make_text(text):
+    return lambda name: bool(Path(name).write_text(text))
+
+
+MAKERS = WRITERS | {
+    'feed': make_feed,
+    'reports': make_feed,
+    'cities': make_shipped('sao.cty'),
+    'colors': make_shipped('yul.clr'),
+    'font': make_shipped('bold.fnt'),
+    'symbols': make_shipped('wx.smb'),
+    'logo.png': lambda name: bool(IMAGE.write(name)),
+    'settings': make_text('*.probe there\n'),
+    'conventions': make_text('probe  %Y%m%d%h.............\n'),
+    'feed index': make_text(''.join(f'{i * len(FEED) // 300} SAUS70 KWBC 0612{i % 60:02} / METAR\n' for i in range(300))),
+    'grib index': make_text('0\n'),
+}
 
 
 def file_of(folder, kind):

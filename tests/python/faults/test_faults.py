@@ -21,9 +21,9 @@ from jobs import GRID, MAKERS, READERS, WRITERS, file_of, octets
 from running import python, without_sanitizers
 
 HERE = Path(__file__).resolve().parent
-MESSAGE = re.compile(r'\w+(::\w+)?: ')
+MESSAGE = re.compile(r'[\w ]+(::\w+)?: ')
 # The first two are not read by the library; the others say by their result alone that a file does not open.
-QUIET = 'page', 'gif', 'feed', 'reports', 'cities'
+QUIET = 'page', 'gif', 'feed', 'reports', 'cities', 'settings', 'feed index'
 no_sanitizers = without_sanitizers('they reserve more than the limit')
 
 
@@ -31,7 +31,7 @@ def outcomes(text):
     """What `run_each` said: results by kind. A failure has a message of its own."""
     found, said = {}, []
     for line in text.splitlines():
-        if match := re.fullmatch(r'([\w ]+): (done|failed)', line):
+        if match := re.fullmatch(r'([\w. ]+): (done|failed)', line):
             kind, result = match.groups()
             assert result == 'done' or said or kind in QUIET, kind
             found[kind], said = result, []
@@ -41,11 +41,11 @@ def outcomes(text):
     return found
 
 
-def in_child(program, *arguments):
-    """The outcomes of a program of its own, which knows the jobs; it has to end by itself."""
+def in_child(program, *arguments, status=0):
+    """The outcomes of a program of its own, which knows the jobs; it has to end with a status."""
     prolog = f'import os, resource, signal, sys\nsys.path.insert(0, {str(HERE)!r})\nfrom jobs import *\n'
     run = python(prolog + program, *arguments)
-    assert run.returncode == 0, run.stderr
+    assert run.returncode == status, run.stderr
     return outcomes(run.stderr)
 
 
@@ -92,7 +92,7 @@ def small_disk(folder):
     subprocess.run(['umount', '-l', str(folder)], check=True)
 
 
-@pytest.mark.parametrize('kind', WRITERS)
+@pytest.mark.parametrize('kind', MAKERS)
 def test_samples_are_read(kind, samples):
     assert READERS[kind](file_of(samples, kind)) is not None
 
@@ -246,6 +246,67 @@ def test_a_file_that_is_cut_or_removed_while_open(kind, begin, count, several, c
     said = capfd.readouterr().err.splitlines()
     assert (kind == 'feed' or said) and all(MESSAGE.match(line) and str(name) in line for line in said)
     assert go_on() == 0
+
+
+@pytest.mark.parametrize('kind', WRITERS)
+def test_a_writer_that_is_killed_leaves_nothing_that_looks_finished(kind, samples, tmp_path):
+    """The operating system kills who goes beyond the largest file that is allowed, behind the last octet that is."""
+    whole = file_of(samples, kind)
+    size = len(octets(whole))
+    sizes = [0, 1, 7, *range(size // 7, size - 16, size // 7), *range(size - 16, size)]
+    in_child('resource.setrlimit(resource.RLIMIT_CORE, (0, 0))\n'
+             'for size in map(int, sys.argv[3:]):\n'
+             '    child = os.fork()\n'
+             '    if child == 0:\n'
+             '        signal.signal(signal.SIGXFSZ, signal.SIG_DFL)\n'
+             '        resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))\n'
+             '        WRITERS[sys.argv[1]](f"{sys.argv[2]}/{size}")\n'
+             '        os._exit(0)\n'
+             '    assert os.waitstatus_to_exitcode(os.waitpid(child, 0)[1]) == -signal.SIGXFSZ, size\n',
+             kind, tmp_path, *sizes)
+    assert [len(octets(tmp_path / str(size))) for size in sizes] == sizes
+    # The mark that ends a GRIB message or a PNG picture may be lost: everything before it is there.
+    taken = {size - left: found for left in sizes if (found := READERS[kind](str(tmp_path / str(left)))) is not None}
+    assert all(found == READERS[kind](whole) for found in taken.values())
+    assert max(taken, default=0) <= {'grib': 4, 'png': 16}.get(kind, 0)
+
+
+@pytest.mark.parametrize('kind, opened', [
+    ('grib', 'GribFile(), ()'), ('native text', 'GridYulFile(), (GridYulFile.TEXT,)'),
+    ('native binary', 'GridYulFile(), (GridYulFile.BINARY,)')])
+def test_a_process_that_is_killed_loses_what_it_wrote_last(kind, opened, samples, tmp_path, capfd):
+    """A file of many fields: those in front are whole, and a message tells where one is cut."""
+    name = str(tmp_path / 'left')
+    in_child(f'name = sys.argv[1]\nfile, form = {opened}\n'
+             'assert file.open(name, GridYulFile.WRITE, *form)\n'
+             'while file.write(GRID):\n'
+             '    if os.path.getsize(name) > 1000000:\n'
+             '        os.kill(os.getpid(), signal.SIGKILL)\n', name, status=-signal.SIGKILL)
+    whole, size = READERS[kind](file_of(samples, kind)), len(octets(file_of(samples, kind)))
+    grid, file = Grid(), (GribFile if kind == 'grib' else GridYulFile)(name)
+    count = 0
+    while file.read(grid):
+        assert grid.values.tolist() == whole
+        count += 1
+    assert count == os.path.getsize(name) // size > 0
+    said = capfd.readouterr().err.splitlines()
+    assert bool(said) == bool(os.path.getsize(name) % size) and all(MESSAGE.match(line) and name in line for line in said)
+
+
+def test_a_side_file_that_is_a_pipe_keeps_nothing_waiting(samples, tmp_path):
+    """Files that a text from outside may name: pipes that nobody writes to, then devices without an end."""
+    for kind in ('feed', 'grib'):
+        (tmp_path / kind).write_bytes(octets(file_of(samples, kind)))
+    (tmp_path / 'settings').mkdir()
+    kinds = 'map', 'cities', 'colors', 'font', 'symbols', 'conventions', 'logo.png', 'feed index', 'grib index'
+    names = [tmp_path / 'settings' / 'yul.cfg', *(Path(file_of(tmp_path, kind)) for kind in kinds)]
+    expected = {kind: 'done' if 'index' in kind else 'failed' for kind in [*kinds, 'settings']}
+    for make in (os.mkfifo, lambda name: name.symlink_to('/dev/zero')):
+        for name in names:
+            name.unlink(missing_ok=True)
+            make(name)
+        assert expected == in_child('run_each({kind: READERS[kind] for kind in sys.argv[2:]}, sys.argv[1])', tmp_path,
+                                    *expected)
 
 
 @contextlib.contextmanager
