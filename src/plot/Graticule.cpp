@@ -16,6 +16,7 @@ constexpr int SAMPLES = 360; // along one line
 constexpr int LATTICE = 41;  // points a side by which the frame is looked over
 constexpr double MOST_PARALLELS = 7;
 constexpr double MOST_MERIDIANS = 12;
+constexpr float NEAR = 1e-4F;     // of the side that a line ends on
 constexpr double FLATNESS = 1e-4; // of the frame: how far a drawn line may be from the true one
 constexpr double JUMP = 0.2;      // of the frame: two samples this far apart are not joined
 
@@ -132,7 +133,7 @@ std::vector<double> multiples(Spread const & spread, double step)
     std::vector<double> found;
     double const slack = 1e-6;
     for (double k = std::ceil(spread.min / step - slack); k <= std::floor(spread.max / step + slack); ++k)
-        found.push_back(k * step);
+        found.push_back(k * step + 0.0); // no "-0"
     return found;
 }
 
@@ -143,11 +144,12 @@ public:
     Cutter(Rect const & f, Graticule & g)
         : frame(f), graticule(g), size(std::max(f.getWidth(), f.getHeight()))
     {
-        double const slack = 1e-6 * static_cast<double>(size);
-        outer = Rect(static_cast<float>(static_cast<double>(f.x1) - slack),
-                     static_cast<float>(static_cast<double>(f.y1) - slack),
-                     static_cast<float>(static_cast<double>(f.x2) + slack),
-                     static_cast<float>(static_cast<double>(f.y2) + slack));
+        double const slack_x = 1e-6 * static_cast<double>(f.getWidth());
+        double const slack_y = 1e-6 * static_cast<double>(f.getHeight());
+        outer = Rect(static_cast<float>(static_cast<double>(f.x1) - slack_x),
+                     static_cast<float>(static_cast<double>(f.y1) - slack_y),
+                     static_cast<float>(static_cast<double>(f.x2) + slack_x),
+                     static_cast<float>(static_cast<double>(f.y2) + slack_y));
     }
 
     void cut(LineKind kind, float value, std::vector<double> const & x, std::vector<double> const & y)
@@ -193,29 +195,29 @@ private:
     /// A line's end on the frame is a tick; one inside is only where the line ends.
     void note(Point const & end)
     {
-        float const near = 1e-4F * size;
-
         struct
         {
             GraticuleTick::Edge edge;
             float distance;
+            float side; // axes may have scales of their own
         } const edges[] = {
-            {GraticuleTick::LEFT, std::abs(end.x - frame.x1)},
-            {GraticuleTick::RIGHT, std::abs(end.x - frame.x2)},
-            {GraticuleTick::BOTTOM, std::abs(end.y - frame.y1)},
-            {GraticuleTick::TOP, std::abs(end.y - frame.y2)},
+            {GraticuleTick::LEFT, std::abs(end.x - frame.x1), frame.getWidth()},
+            {GraticuleTick::RIGHT, std::abs(end.x - frame.x2), frame.getWidth()},
+            {GraticuleTick::BOTTOM, std::abs(end.y - frame.y1), frame.getHeight()},
+            {GraticuleTick::TOP, std::abs(end.y - frame.y2), frame.getHeight()},
         };
 
-        for (auto const & [edge, distance] : edges)
-            if (distance < near && isNew(edge, end, near))
+        for (auto const & [edge, distance, side] : edges)
+            if (distance < NEAR * side && isNew(edge, end))
                 graticule.ticks.push_back({piece.kind, piece.value, edge, end.x, end.y});
     }
 
-    [[nodiscard]] bool isNew(GraticuleTick::Edge edge, Point const & end, float near) const
+    [[nodiscard]] bool isNew(GraticuleTick::Edge edge, Point const & end) const
     {
         return std::none_of(graticule.ticks.begin(), graticule.ticks.end(), [&](GraticuleTick const & tick) {
             return tick.edge == edge && tick.kind == piece.kind && tick.value == piece.value &&
-                   std::abs(tick.x - end.x) < near && std::abs(tick.y - end.y) < near;
+                   std::abs(tick.x - end.x) < NEAR * frame.getWidth() &&
+                   std::abs(tick.y - end.y) < NEAR * frame.getHeight();
         });
     }
 

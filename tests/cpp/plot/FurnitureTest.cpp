@@ -127,6 +127,29 @@ TEST(Graticule, AbsurdFramesAndStepsGiveFewLines)
               5U); // 40 and 80 N; 60 W, 0, 60 E
 }
 
+TEST(Graticule, AxesHaveRoundValuesAcrossTheFrame)
+{
+    Domain domain;
+    ASSERT_EQ(domain.set(41, 31), 1); // columns and rows
+    Rect const frame(-0.37F, 12, 3.2F, 8012);
+    Graticule const graticule = makeGraticule(domain, frame, {});
+    std::size_t upright = 0;
+    for (GraticuleLine line : graticule.lines) {
+        bool const is_x = line.kind == LineKind::X_AXIS;
+        upright += is_x ? 1 : 0;
+        float const step = is_x ? 0.5F : 2000;
+        EXPECT_NE(graticuleLabel(line.kind, line.value), "-0");
+        EXPECT_NEAR(std::remainder(line.value, step), 0, 1e-4) << line.value;
+        Point const a = line.points.get(0);
+        Point const b = line.points.get(line.points.getNum() - 1);
+        EXPECT_NEAR(is_x ? b.y - a.y : b.x - a.x, is_x ? frame.getHeight() : frame.getWidth(), 1e-3);
+        EXPECT_EQ(is_x ? a.x : a.y, line.value);
+    }
+    EXPECT_EQ(upright, 7U);                          // 0 to 3
+    EXPECT_EQ(graticule.lines.size() - upright, 4U); // 2000 to 8000
+    EXPECT_EQ(graticule.ticks.size(), 2 * graticule.lines.size());
+}
+
 TEST(Layout, ReadsPanels)
 {
     PanelGrid panels;
