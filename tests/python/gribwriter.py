@@ -53,6 +53,35 @@ class Lambert:
     latin2: float
 
 
+class Albers(Lambert):
+    """The same on the equal-area cone."""
+
+
+@dataclass(frozen=True)
+class Azimuthal:
+    """Equal-area; edition 2 only. First point in stored order, centre, spacing in metres."""
+    lat1: float
+    lon1: float
+    lat0: float
+    lon0: float
+    dx: float
+    dy: float
+
+
+@dataclass(frozen=True)
+class SpaceView:
+    """Point below the satellite, its place in the picture and the picture's in the whole view, grid lengths; the earth's
+    diameter in grid lengths, and the satellite's distance in earth radii."""
+    lat: float
+    lon: float
+    x: int
+    y: int
+    x0: int
+    y0: int
+    diameter: int
+    distance: float
+
+
 @dataclass(frozen=True)
 class Mercator:
     """First and last point in stored order, latitude of true scale, spacing in metres there."""
@@ -177,8 +206,14 @@ def grid2(grid, nx, ny, scan):
         return 0, (earth + size + uint(0, 4) + b'\xff\xff\xff\xff' + micro(lat1) + micro_lon(lon1) + uint(0x30, 1)
                    + micro(lat2) + micro_lon(lon2) + uint(round(di * 1e6), 4) + uint(round(dj * 1e6), 4)
                    + uint(scan, 1))
+    if isinstance(grid, SpaceView):
+        return 90, (earth + size + micro(grid.lat) + micro_lon(grid.lon) + uint(0, 1) + uint(grid.diameter, 4) * 2
+                    + uint(grid.x * 1000, 4) + uint(grid.y * 1000, 4) + uint(scan, 1) + uint(0, 4)
+                    + uint(round(grid.distance * 1e6), 4) + signed(grid.x0, 4) + signed(grid.y0, 4))
     first = earth + size + micro(grid.lat1) + micro_lon(grid.lon1) + uint(0x30, 1)
     spacing = uint(round(grid.dx * 1e3), 4) + uint(round(grid.dy * 1e3), 4)
+    if isinstance(grid, Azimuthal):
+        return 140, first[:-1] + micro(grid.lat0) + micro_lon(grid.lon0) + uint(0, 1) + spacing + uint(scan, 1)
     if isinstance(grid, Mercator):
         return 10, (first + micro(grid.latin) + micro(grid.lat2) + micro_lon(grid.lon2) + uint(scan, 1)
                     + uint(0, 4) + spacing)
@@ -186,8 +221,9 @@ def grid2(grid, nx, ny, scan):
         true_at = -60 if grid.south_pole else 60
         return 20, (first + micro(true_at) + micro_lon(grid.orientation) + spacing
                     + uint(0x80 if grid.south_pole else 0, 1) + uint(scan, 1))
-    return 30, (first + micro(grid.latin1) + micro_lon(grid.orientation) + spacing + uint(0, 1) + uint(scan, 1)
-                + micro(grid.latin1) + micro(grid.latin2) + micro(-90) + micro_lon(0))
+    return 31 if isinstance(grid, Albers) else 30, (
+        first + micro(grid.latin1) + micro_lon(grid.orientation) + spacing + uint(0, 1) + uint(scan, 1)
+        + micro(grid.latin1) + micro(grid.latin2) + micro(-90) + micro_lon(0))
 
 
 def section2(number, octets):
@@ -235,6 +271,10 @@ def grid1(grid, nx, ny, scan):
         dj = (grid.north - grid.south) / max(ny - 1, 1)
         return (uint(0, 1) + size + milli(lat1) + milli(lon1) + uint(0x80, 1) + milli(lat2) + milli(lon2)
                 + uint(round(di * 1e3), 2) + uint(round(dj * 1e3), 2) + uint(scan, 1) + bytes(4))
+    if isinstance(grid, SpaceView):
+        return (uint(90, 1) + size + milli(grid.lat) + milli(grid.lon) + uint(0, 1) + uint(grid.diameter, 3) * 2
+                + uint(grid.x, 2) + uint(grid.y, 2) + uint(scan, 1) + milli(0) + uint(round(grid.distance * 1e6), 3)
+                + uint(grid.x0, 2) + uint(grid.y0, 2) + bytes(6))
     first = size + milli(grid.lat1) + milli(grid.lon1)
     spacing = uint(round(grid.dx), 3) + uint(round(grid.dy), 3)
     if isinstance(grid, Mercator):
@@ -243,7 +283,7 @@ def grid1(grid, nx, ny, scan):
     pole = uint(0x80 if getattr(grid, 'south_pole', False) else 0, 1)
     if isinstance(grid, PolarStereo):
         return uint(5, 1) + first + uint(0x80, 1) + milli(grid.orientation) + spacing + pole + uint(scan, 1) + bytes(4)
-    return (uint(3, 1) + first + uint(0x80, 1) + milli(grid.orientation) + spacing + pole + uint(scan, 1)
+    return (uint(8 if isinstance(grid, Albers) else 3, 1) + first + uint(0x80, 1) + milli(grid.orientation) + spacing + pole + uint(scan, 1)
             + milli(grid.latin1) + milli(grid.latin2) + milli(-90) + milli(0) + bytes(2))
 
 

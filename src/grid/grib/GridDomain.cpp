@@ -282,7 +282,7 @@ std::string makeSpaceView(Geometry const & g, DomainVal & val)
     val.ellipse = g.minor_m < g.major_m;
     val.plat = static_cast<float>(g.ref_lat);
     val.plon = static_cast<float>(wrapLongitude(g.ref_lon));
-    val.param[0] = static_cast<float>(g.height * g.major_m / METRES);
+    val.param[0] = static_cast<float>(g.height * (val.ellipse ? Domain::earth_maj : Domain::earth_rad));
     setGrid(g, dx, dy, val);
     setCentre({g.ref_lon, g.ref_lat}, val);
     Scan const scan = Scan::of(g.scan_flags);

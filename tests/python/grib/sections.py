@@ -15,6 +15,10 @@ def split(octets):
     return sections
 
 
+def section(number, octets):
+    return (len(octets) + 5).to_bytes(4, 'big') + bytes([number]) + octets
+
+
 def join(*sections):
     body = b''.join(sections) + b'7777'
     return b'GRIB\0\0\0\2' + (16 + len(body)).to_bytes(8, 'big') + body

@@ -5,9 +5,9 @@ from datetime import datetime, timezone
 import numpy as np
 import pytest
 
-from gribwriter import Lambert, LatLon, Mercator, PolarStereo, grib1, grib2
+from gribwriter import Albers, Azimuthal, Lambert, LatLon, Mercator, PolarStereo, SpaceView, grib1, grib2, signed, uint
 from sections import join, split
-from Yul import EarthPoint, GribFile, Grid, GridPoint, GridSpec
+from Yul import Domain, EarthPoint, GribFile, Grid, GridPoint, GridSpec
 
 MISS = -9999.0
 AREA = LatLon(60, -20, 40, 10)
@@ -76,6 +76,11 @@ GRIDS = {
     'tangent lambert': Lambert(20, -110, -95, 40000, 40000, 40, 40),
     'south lambert': Lambert(-50, 10, 20, 40000, 40000, -30, -60),
     'mercator': Mercator(-10, 170, 20, -150, 20, 50000, 50000),
+    'albers': Albers(20, -110, -95, 40000, 40000, 25, 60),
+    'tangent albers': Albers(20, -110, -95, 40000, 40000, 40, 40),
+    'south albers': Albers(-50, 10, 20, 40000, 40000, -30, -60),
+    'azimuthal': Azimuthal(45, -10, 54.9, -2.5, 40000, 40000),
+    'polar azimuthal': Azimuthal(60, -40, 90, 10, 40000, 40000),
 }
 EARTH = {1: 6367470, 2: 6371229}
 
@@ -85,16 +90,18 @@ def projection(grid, edition):
     if isinstance(grid, PolarStereo):
         text = (f'+proj=stere +lat_0={-90 if grid.south_pole else 90} '
                 f'+lat_ts={-60 if grid.south_pole else 60} +lon_0={grid.orientation}')
+    elif isinstance(grid, Azimuthal):
+        text = f'+proj=laea +lat_0={grid.lat0} +lon_0={grid.lon0}'
     elif isinstance(grid, Lambert):
-        text = f'+proj=lcc +lat_1={grid.latin1} +lat_2={grid.latin2} +lat_0={grid.latin1} +lon_0={grid.orientation}'
+        text = f'+proj={"aea" if isinstance(grid, Albers) else "lcc"} +lat_1={grid.latin1} +lat_2={grid.latin2} +lat_0={grid.latin1} +lon_0={grid.orientation}'
     else:
         text = f'+proj=merc +lat_ts={grid.latin} +lon_0={grid.lon1}'
     return pyproj.Proj(f'{text} +R={EARTH[edition]}')
 
 
-@pytest.mark.parametrize('edition', WRITERS)
-@pytest.mark.parametrize('name', GRIDS)
-def test_projected_grids_lie_where_the_message_puts_them(write_grib, edition, name):
+@pytest.mark.parametrize('name, edition', [(name, edition) for name in GRIDS for edition in WRITERS
+                                           if edition == 2 or 'azimuthal' not in name])
+def test_projected_grids_lie_where_the_message_puts_them(write_grib, name, edition):
     definition = GRIDS[name]
     grid = read_one(write_grib(WRITERS[edition](FIELD, definition, scan=0x40)))
     np.testing.assert_allclose(grid.values, FIELD, atol=1e-4)
@@ -109,7 +116,7 @@ def test_projected_grids_lie_where_the_message_puts_them(write_grib, edition, na
         assert (earth.lon - lon + 180) % 360 - 180 == pytest.approx(0, abs=2e-3)
 
 
-@pytest.mark.parametrize('name', ['polar', 'south polar', 'lambert', 'tangent lambert', 'south lambert'])
+@pytest.mark.parametrize('name', [name for name in GRIDS if name != 'mercator'])
 def test_grids_on_an_ellipsoid_lie_there_to_a_thousandth_of_their_size(write_grib, name):
     pyproj = pytest.importorskip('pyproj')
     definition = GRIDS[name]
@@ -127,6 +134,73 @@ def test_grids_on_an_ellipsoid_lie_there_to_a_thousandth_of_their_size(write_gri
             assert earth.lat == pytest.approx(lat, abs=nx * definition.dx / 1e3 / 111200)
             across = ((earth.lon - lon + 180) % 360 - 180) * np.cos(np.radians(lat))
             assert across == pytest.approx(0, abs=nx * definition.dx / 1e3 / 111200)
+
+
+@pytest.mark.parametrize('edition', WRITERS)
+@pytest.mark.parametrize('view', [SpaceView(0, 10, 12, 9, 3, 1, 100, 6.6107), SpaceView(0, -75, 40, 30, 30, 20, 3000, 6.6)])
+def test_pictures_of_satellites_lie_on_the_earth(write_grib, edition, view):
+    pyproj = pytest.importorskip('pyproj')
+    grid = read_one(write_grib(WRITERS[edition](FIELD, view)))
+    np.testing.assert_allclose(grid.values, FIELD, atol=1e-4)
+    height = (view.distance - 1) * EARTH[edition]
+    plane = pyproj.Proj(f'+proj=geos +h={height} +lon_0={view.lon} +R={EARTH[edition]}')
+    angle = 2 * np.arcsin(1 / view.distance) / view.diameter
+    for column, row in ((0, 0), (30, 0), (0, 20), (30, 20), (17, 9)):
+        lon, lat = plane((column + view.x0 - view.x) * angle * height, (view.y - row - view.y0) * angle * height, inverse=True)
+        earth = EarthPoint()
+        assert grid.tran(GridPoint(column, row), earth) == 1
+        assert (earth.lat, earth.lon) == pytest.approx((lat, lon), abs=1e-3)
+
+
+@pytest.mark.parametrize('earth, radius', [
+    (b'\1' + uint(0, 1) + uint(6370000, 4) + bytes(10), 6370000),
+    (b'\1' + uint(2, 1) + uint(637000000, 4) + bytes(10), 6370000),  # with a scale factor
+    (b'\1' + uint(0, 1) + uint(6370, 4) + bytes(10), EARTH[2]),      # no earth
+    (b'\1' + b'\xff' * 5 + bytes(10), EARTH[2]),                    # not given
+    (b'\3' + bytes(5) + (uint(0, 1) + uint(6370, 4)) * 2, 6370000),
+    (b'\7' + bytes(5) + (uint(0, 1) + uint(6370000, 4)) * 2, 6370000),
+    (b'\0' + bytes(15), 6367470),
+])
+def test_the_size_of_the_earth(write_grib, earth, radius):
+    """Seen in the length of a meridian: so many rows of 40 km from the first point to the last."""
+    pyproj = pytest.importorskip('pyproj')
+    definition = GRIDS['polar azimuthal']
+    grid = read_one(write_grib(damaged(definition, 15, earth)))
+    plane = pyproj.Proj(projection(definition, 2).definition_string().replace(f'R={EARTH[2]}', f'R={radius}'))
+    x1, y1 = plane(definition.lon1, definition.lat1)
+    lon, lat = plane(x1 + 30 * definition.dx, y1 + 20 * definition.dy, inverse=True)
+    last = EarthPoint()
+    assert grid.tran(GridPoint(30, 0), last) == 1
+    assert (last.lat, last.lon) == pytest.approx((lat, lon), abs=2e-3)
+
+
+def damaged(grid, octet, octets):
+    """A message with other octets in its grid definition."""
+    sections = split(grib2(FIELD, grid, scan=0x40))
+    sections[3] = sections[3][:octet - 1] + octets + sections[3][octet - 1 + len(octets):]
+    return join(*(sections[number] for number in sorted(sections)))
+
+
+@pytest.mark.parametrize('grid, octet, octets, fault', [
+    ('lambert', 39, signed(95000000, 4), 'first point is not on the earth'),
+    ('lambert', 56, bytes(4), 'spacing of the grid is not given'),
+    ('azimuthal', 56, uint(4000000000, 4), 'middle of the grid lies outside the projection'),
+    ('lambert', 66, signed(30000000, 4) + signed(-30000000, 4), 'standard parallels 30 and -30'),
+    ('azimuthal', 47, signed(91000000, 4), 'reference position is not on the earth'),
+    ('azimuthal', 39, signed(-54900000, 4) + signed(177500000, 4), 'first point lies outside the projection'),
+    ('polar', 48, signed(91000000, 4), 'reference position is not on the earth'),
+    ('mercator', 48, signed(90000000, 4), 'latitude of true scale is not given'),
+    ('mercator', 65, uint(4000000000, 4), 'grid of more than one turn'),
+    ('view', 69, uint(900000, 4), 'view from space without its height or the size of the earth'),
+    ('view', 48, bytes(4), 'view from space without its height or the size of the earth'),
+    ('view', 65, signed(30000000, 4), 'view from space turned by 30 degrees'),
+    ('view', 73, signed(90, 4), 'middle of the picture is not on the earth'),
+])
+def test_grids_that_lie_nowhere_are_refused_and_told(write_grib, grid, octet, octets, fault, capfd):
+    definition = GRIDS.get(grid) or SpaceView(0, 10, 12, 9, 3, 1, 100, 6.6107)
+    name = write_grib(damaged(definition, octet, octets), grib2(FIELD, AREA))
+    assert [each.getDomain().get().proj for each in GribFile(name)] == [Domain.LATLON]
+    assert capfd.readouterr().err == f'GribFile::read: {name}: field of the message at octet 0 skipped: {fault}\n'
 
 
 @pytest.mark.parametrize('west, east', [(0, 359), (-180, 179), (170, 200), (0, 360)])

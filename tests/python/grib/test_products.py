@@ -44,6 +44,7 @@ TEMPLATES = [
     (6, 0, bytes([50]), 3, 3, NONE),
     (7, 0, b'', 3, 3, NONE),
     (8, 0, ENDS_AT_18Z, 3, 6, NONE),
+    (8, 0, b'\xff\xff' + ENDS_AT_18Z[2:], 3, 6, NONE),  # of no date: the length tells
     (9, 0, bytes(13) + ENDS_AT_18Z, 3, 6, NONE),
     (10, 0, bytes([90]) + ENDS_AT_18Z, 3, 6, NONE),
     (11, 0, MEMBER + ENDS_AT_18Z, 3, 6, 7),
@@ -303,3 +304,11 @@ def test_members_of_ensembles_in_edition_1(write_grib, centre, sub_centre, local
     record, = list(GribFile(name).inventory().to_dict('records')) if PANDAS else GribFile(name).inventory()
     assert record['member'] == (None if member == NONE else member) or record['member'] != record['member']
     assert len(list(GribFile(name).select(member=None if member == NONE else member))) == 1
+
+
+def test_a_picture_of_a_satellite_has_neither_level_nor_forecast(write_grib):
+    sections = split(grib2(FIELD, AREA, parameter=(3, 1, 2), hours=3))
+    sections[4] = uint(33, 4) + b'\4' + uint(0, 2) + uint(31, 2) + bytes([1, 2, 8, 42, 1]) + bytes(19)
+    grid, header = read(write_grib(join(*(sections[number] for number in sorted(sections)))))
+    assert (grid.getModel(), grid.getForeHours(), grid.getLevel().getValue(), header.getTemplate()) == (42, 0, NONE, 31)
+    np.testing.assert_allclose(grid.values, FIELD, atol=0.05)
