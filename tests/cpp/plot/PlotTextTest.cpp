@@ -1,6 +1,7 @@
 // Attribute, geometry and drawing texts.
 #include "plot/DrawList.h"
 #include "plot/Geometry.h"
+#include "plot/ImageName.h"
 #include "plot/PlotAttr.h"
 #include "plot/Tools.h"
 
@@ -132,6 +133,15 @@ constexpr GeometryCase GEOMETRY_CASES[] = {
     {"", 0, 1, 2, 3, 4},
     {nullptr, 0, 1, 2, 3, 4},
 };
+
+TEST(ImageName, KeepsFiveCharactersOfASinglePng)
+{
+    std::string const name = "temperature at 850 hPa over all the continents";
+    EXPECT_EQ(detail::imageName(name, "png", -1), "tempe.png");
+    EXPECT_EQ(detail::imageName(name, "gif", -1), name.substr(0, 40) + ".gif");
+    EXPECT_EQ(detail::imageName(name, "png", 7), name.substr(0, 40) + "-07.png");
+    EXPECT_EQ(detail::imageName("", "gif", 123), "output-123.gif");
+}
 
 TEST(Geometry, ReadsSizeAndOffset)
 {

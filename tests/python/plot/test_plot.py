@@ -248,6 +248,19 @@ def test_logos_and_labels_that_are_pictures(folder, capfd):
     assert images(page_of('lo=large'))[0][2] < 0.16 * (x2 - x1)
 
 
+@pytest.mark.parametrize('position, place', [('ul', (0, 1)), ('lr', (1, 0)), ('cc', (0.5, 0.5)), ('ur', (1, 1))])
+def test_pictures_without_a_place_stand_inside_the_frame(position, place):
+    picture('logo.png')
+    x1, y1, x2, y2 = frames(page_of())[0]
+    plot = Plot()
+    plot.open('page.ps,de=p')
+    assert ContPlot().draw(plot, hills()) == 1 and plot.drawImage('logo.png', -9999.0, -9999.0, position) == 1
+    assert plot.drawBorder() == plot.close() == 1
+    [(left, bottom, width, height, _)] = images(open('page.ps').read())
+    assert x1 <= left and left + width <= x2 and y1 <= bottom and bottom + height <= y2
+    assert abs(left + width / 2 - x1 - place[0] * (x2 - x1)) < 30 and abs(bottom + height / 2 - y1 - place[1] * (y2 - y1)) < 30
+
+
 def test_pictures_at_any_place(capfd):
     picture('logo.png')
     plot = Plot()
