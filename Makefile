@@ -17,6 +17,7 @@
 #   make install-check  tries `pip install .` in an empty environment
 #   make test-extras  tests that wheel with the optional packages: xarray, dask, mypy, cfgrib ...
 #   make docs    the reference and the figures in build/docs
+#   make tidy    clang-tidy over src/, by .clang-tidy; takes a quarter of an hour on two cores (TIDY: the names of some sources)
 #   make format  formats the C++ sources in place; make check-format only compares
 #   make clean   removes what all of these made
 
@@ -28,6 +29,8 @@ PYTEST_OPTIONS ?=
 SECONDS ?= 60
 # Processes that run tests at a time.
 TEST_JOBS ?= 2
+# What `make tidy` looks at.
+TIDY ?= $(shell git ls-files 'src/*.cpp')
 # --renew: keep what is counted now.
 COUNT_OPTIONS ?=
 FUZZ_CXX ?= $(shell for cxx in clang++ clang++-14 $(CXX); do command -v $$cxx && break; done)
@@ -42,7 +45,7 @@ demo_map = --domain stereo:90:-25,53,-25,57,43,1.5 --interval 60 --color blue
 sources = $(shell git ls-files '*.h' '*.cpp')
 
 .PHONY: all demo test sanitize coverage soak instructions bench bench-growth bench-peers fuzz gallery wheel install-check \
-        test-extras docs format check-format clean
+        test-extras docs tidy format check-format clean
 
 all:
 	@scripts/install-deps build
@@ -129,6 +132,13 @@ docs:
 	@$(call configure,build)
 	@cmake --build build --target package_tree
 	@$(call run_python,build) scripts/make_docs.py build/docs $(demo_map)
+
+# Only what is found is shown, not how much of it lies in headers of others.
+tidy:
+	@scripts/install-deps build tidy
+	@$(call configure,build)
+	@echo $(TIDY) | xargs -n 1 -P $(TEST_JOBS) clang-tidy -p build --quiet 2>/dev/null
+	@echo 'tidy: nothing found'
 
 format:
 	@scripts/install-deps ci

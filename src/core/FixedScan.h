@@ -19,13 +19,10 @@ namespace Yul::detail {
 /// to 9, "%f" and "%s" with or without a width, and "%*s"; anything else does not compile.
 template <std::size_t N> struct ScanFormat
 {
-    // Implicit: a literal stands where the format is wanted.
-    consteval ScanFormat(char const (&format)[N]) // NOLINT(google-explicit-constructor)
-    {
-        std::copy(format, format + N, text);
-    }
+    // NOLINTNEXTLINE(google-explicit-constructor): a literal stands where the format is wanted
+    consteval ScanFormat(char const (&format)[N]) { std::copy(format, format + N, text); }
 
-    char text[N];
+    char text[N]{};
 };
 
 struct ScanStep
@@ -38,6 +35,28 @@ struct ScanStep
     std::size_t target = 0; ///< how many targets come before
 };
 
+/// Reads a conversion, behind its "%", and passes over it.
+consteval ScanStep conversionAt(char const *& p)
+{
+    using Kind = ScanStep::Kind;
+    ScanStep step;
+    bool const is_skipped = *p == '*';
+    if (is_skipped)
+        ++p;
+    if (isDigit(*p))
+        step.width = 0;
+    for (; isDigit(*p); ++p)
+        step.width = step.width * 10 + static_cast<std::size_t>(*p - '0');
+    char const letter = *p++;
+    if (is_skipped)
+        step.kind = letter == 's' ? Kind::SKIPPED_WORD : throw "not for a fixed scan";
+    else if (letter == 'd' && step.width <= 9)
+        step.kind = Kind::INTEGER;
+    else
+        step.kind = letter == 'f' ? Kind::REAL : letter == 's' ? Kind::WORD : throw "not for a fixed scan";
+    return step;
+}
+
 /// The steps of a format, one for each blank, character and conversion; the rest stay NONE.
 template <std::size_t N> consteval std::array<ScanStep, N> stepsOf(ScanFormat<N> const & format)
 {
@@ -46,26 +65,14 @@ template <std::size_t N> consteval std::array<ScanStep, N> stepsOf(ScanFormat<N>
     std::size_t target = 0;
     char const * p = format.text;
     for (auto step = steps.begin(); *p != '\0'; ++step) {
-        step->target = target;
-        if (*p != '%') {
+        if (*p == '%') {
+            *step = conversionAt(++p);
+        } else {
             step->kind = isBlank(*p) ? Kind::BLANKS : Kind::LITERAL;
             step->literal = *p++;
-            continue;
         }
-        bool const is_skipped = *++p == '*';
-        if (is_skipped)
-            ++p;
-        if (isDigit(*p))
-            step->width = 0;
-        for (; isDigit(*p); ++p)
-            step->width = step->width * 10 + static_cast<std::size_t>(*p - '0');
-        step->kind = *p == 'd' && step->width <= 9 && !is_skipped ? Kind::INTEGER
-                     : *p == 'f' && !is_skipped                   ? Kind::REAL
-                     : *p == 's' && !is_skipped                   ? Kind::WORD
-                     : *p == 's'                                  ? Kind::SKIPPED_WORD
-                                                                  : throw "not for a fixed scan";
-        ++p;
-        target += is_skipped ? 0 : 1;
+        step->target = target;
+        target += step->kind == Kind::INTEGER || step->kind == Kind::REAL || step->kind == Kind::WORD ? 1 : 0;
     }
     return steps;
 }

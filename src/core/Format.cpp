@@ -8,8 +8,6 @@
 #include <cstring>
 #include <vector>
 
-#include <locale.h>
-
 namespace Yul::detail {
 namespace {
 
@@ -105,8 +103,7 @@ template <class T> void appendNumber(std::string & out, Directive const & d, cha
 
     CLocale const c_locale;
     std::array<char, 128> fixed{};
-    int const needed =
-        std::snprintf(fixed.data(), fixed.size(), spec.c_str(), value); // NOLINT(format-nonliteral)
+    int const needed = std::snprintf(fixed.data(), fixed.size(), spec.c_str(), value);
     if (needed < 0)
         return;
     if (static_cast<std::size_t>(needed) < fixed.size()) {
@@ -114,7 +111,7 @@ template <class T> void appendNumber(std::string & out, Directive const & d, cha
         return;
     }
     std::vector<char> large(static_cast<std::size_t>(needed) + 1);
-    std::snprintf(large.data(), large.size(), spec.c_str(), value); // NOLINT(format-nonliteral)
+    std::snprintf(large.data(), large.size(), spec.c_str(), value);
     out.append(large.data(), static_cast<std::size_t>(needed));
 }
 

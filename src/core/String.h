@@ -13,10 +13,8 @@ class String
 public:
     String() = default;
 
-    String(char const * text)
-    {
-        set(text);
-    } // NOLINT(google-explicit-constructor): texts are given as they stand
+    // NOLINTNEXTLINE(google-explicit-constructor): texts are given as they stand
+    String(char const * text) { set(text); }
 
     /// capacity  characters to make room for, a hint only; held to 1 MiB.
     explicit String(int capacity) { init(capacity); }

@@ -140,7 +140,7 @@ detail::Distortion Domain::distortionAt(EarthPoint const & earth) const
     Point point;
     if (!tran(earth, point))
         return {detail::math::NONE, detail::math::NONE};
-    double const lat = static_cast<double>(earth.lat);
+    auto const lat = static_cast<double>(earth.lat);
     double const lon = detail::math::oneTurn(static_cast<double>(earth.lon));
     return std::visit(
         [=](auto const & k) {
@@ -194,8 +194,8 @@ float Domain::calcEarthDist(EarthPoint const & a, EarthPoint const & b)
     if (!is_position(a) || !is_position(b))
         return Const::MISS;
     // the haversine: exact for near points and never beyond 1 by more than rounding
-    double const lat1 = static_cast<double>(a.lat);
-    double const lat2 = static_cast<double>(b.lat);
+    auto const lat1 = static_cast<double>(a.lat);
+    auto const lat2 = static_cast<double>(b.lat);
     double const s_lat = detail::math::sinCos((lat2 - lat1) / 2).sin;
     double const s_lon =
         detail::math::sinCos((static_cast<double>(b.lon) - static_cast<double>(a.lon)) / 2).sin;

@@ -184,7 +184,8 @@ int Domain::tran(int index, GridPoint & grid) const
         grid = GridPoint();
         return 0;
     }
-    return grid.set(static_cast<float>(index % val.nx), static_cast<float>(index / val.nx));
+    int const row = index / val.nx;
+    return grid.set(static_cast<float>(index % val.nx), static_cast<float>(row));
 }
 
 int Domain::tran(int index, EarthPoint & earth) const

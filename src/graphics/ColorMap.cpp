@@ -212,7 +212,9 @@ int ColorMap::getIRGB(int index, int & r, int & g, int & b) const
 {
     RGB rgb;
     int const is_found = get(index, rgb);
-    auto const level = [&](float part) { return is_found != 0 ? static_cast<int>(part * 255 + 0.5F) : -1; };
+    auto const level = [&](float part) {
+        return is_found != 0 ? static_cast<int>(std::lround(part * 255)) : -1;
+    };
     r = level(rgb.r);
     g = level(rgb.g);
     b = level(rgb.b);

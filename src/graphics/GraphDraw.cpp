@@ -214,7 +214,7 @@ int Graph::drawWindBarb(float x, float y, float direction, float speed, float si
     if (!(speed >= 0))
         return 0;
     int const step = 5;
-    int knots = static_cast<int>(std::min(speed, MAX_SPEED) / step + 0.5F) * step;
+    int knots = static_cast<int>(std::lround(std::min(speed, MAX_SPEED) / step)) * step;
     Symbol::Shape const * shape = nullptr;
     for (; knots >= 0 && shape == nullptr; knots -= step)
         shape = symbols.find(detail::format("wind%d", knots).c_str());

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <new>
 #include <utility>
 
@@ -57,7 +58,7 @@ int meanOf(Image const & image, Span const & across, Span const & down)
         }
     if (weight <= (across.high - across.low) * (down.high - down.low) / 2)
         return Image::TRANSPARENT;
-    auto const level = [&](double part) { return static_cast<int>(part / weight + 0.5); };
+    auto const level = [&](double part) { return static_cast<int>(std::lround(part / weight)); };
     return level(sum[0]) << 16 | level(sum[1]) << 8 | level(sum[2]);
 }
 

@@ -67,7 +67,7 @@ std::string_view dashOf(int style)
 int packColor(float r, float g, float b)
 {
     auto const level = [](float part) {
-        return static_cast<int>((part > 0 ? std::min(part, 1.0F) : 0.0F) * 255 + 0.5F);
+        return static_cast<int>(std::lround((part > 0 ? std::min(part, 1.0F) : 0.0F) * 255));
     };
     return level(r) << 16 | level(g) << 8 | level(b);
 }

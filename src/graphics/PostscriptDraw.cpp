@@ -146,7 +146,7 @@ void Postscript::writeSamples(Image const & image)
                 writeOctet(detail::greenOf(color));
                 writeOctet(detail::blueOf(color));
             } else
-                writeOctet(static_cast<int>(detail::grayOf(color) * 255 + 0.5));
+                writeOctet(static_cast<int>(std::lround(detail::grayOf(color) * 255)));
             if ((column + 1) % SAMPLES_A_LINE == 0 || column + 1 == image.getWidth()) {
                 *out++ = '\n';
                 put({line, static_cast<std::size_t>(out - line)});

@@ -112,6 +112,7 @@ Quantized quantize(std::span<int const> pixels, std::size_t max_colors)
         index[-1] = 0;
     }
     std::vector<Count> counts;
+    counts.reserve(samples.size());
     for (auto const & [color, count] : samples)
         counts.push_back({color, count});
     std::sort(counts.begin(), counts.end(),

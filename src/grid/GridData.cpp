@@ -60,7 +60,8 @@ GridData::GridData(GridData && other) noexcept
 
 GridData & GridData::operator=(GridData const & other)
 {
-    copy(other);
+    if (this != &other)
+        copy(other);
     return *this;
 }
 

@@ -59,6 +59,7 @@ Extremes findExtremes(std::span<float const> values) noexcept
     least.fill(INF);
     most.fill(-INF);
     forEachLane(values, [&](std::size_t lane, float value) {
+        // NOLINTNEXTLINE(bugprone-narrowing-conversions): an infinite float, as it is
         auto const low = isValid(value) ? value : INF;
         auto const high = isValid(value) ? value : -INF;
         least[lane] = low < least[lane] ? low : least[lane];

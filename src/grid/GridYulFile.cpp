@@ -183,10 +183,8 @@ int GridYulFile::read(Grids & grids)
 {
     return guarded("read", [&] {
         int count = 0;
-        for (Grid grid; read(grid) == 1; ++count) {
+        for (Grid grid; read(grid) == 1; grid = Grid(), ++count)
             grids.all().push_back(std::move(grid));
-            grid.init();
-        }
         return count > 0 && next_part == Next::NOTHING;
     });
 }

@@ -12,10 +12,8 @@ class Filename
 public:
     Filename() = default;
 
-    Filename(char const * name)
-    {
-        set(name);
-    } // NOLINT(google-explicit-constructor): names are given as they stand
+    // NOLINTNEXTLINE(google-explicit-constructor): names are given as they stand
+    Filename(char const * name) { set(name); }
 
     Filename(char const * name, char const * index) { set(name, index); }
 

@@ -34,7 +34,7 @@ RowPlace rowPlace(BandNode const & node)
 double areaOf(BandOutline const & ring)
 {
     auto const place = [](BandNode const & n) {
-        double const t = static_cast<double>(n.t);
+        auto const t = static_cast<double>(n.t);
         return std::pair(n.column + (n.kind == BandNode::HORIZONTAL ? t : 0.),
                          -n.row - (n.kind == BandNode::VERTICAL ? 1 - t : 0.));
     };

@@ -25,7 +25,7 @@ inline void clipArea(Rect const & rect, std::vector<Point> & outline, std::vecto
                 scratch.push_back(a);
             if ((from >= 0) != (to >= 0)) {
                 float const t = from / (from - to);
-                scratch.push_back(Point(a.x + t * (b.x - a.x), a.y + t * (b.y - a.y)));
+                scratch.emplace_back(a.x + t * (b.x - a.x), a.y + t * (b.y - a.y));
             }
         }
         std::swap(outline, scratch);

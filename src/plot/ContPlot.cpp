@@ -119,50 +119,65 @@ int ContPlot::setEvery(int n)
     return 1;
 }
 
+/// A setting for which the text has to be a number.
+template <int (ContPlot::*SET)(float)> void ContPlot::setNumber(ContPlot & plot, std::string const & value)
+{
+    float number = Const::MISS;
+    if (detail::scan(value, "%f", &number) == 1)
+        (plot.*SET)(number);
+}
+
+template <int (ContPlot::*SET)(int)> void ContPlot::setCount(ContPlot & plot, std::string const & value)
+{
+    (plot.*SET)(detail::toInt(value));
+}
+
+/// Colours of lines and bands, or those of the colour table.
+void ContPlot::setColors(ContPlot & plot, std::string const & value)
+{
+    plot.has_table_colors = value.empty();
+    plot.fill.setColors(value.c_str());
+}
+
+void ContPlot::setExtrema(ContPlot & plot, std::string const & value)
+{
+    std::size_t const colon = std::min(value.find(':'), value.size());
+    plot.has_extrema = true;
+    plot.high_color = value.empty() ? HIGH_COLOR : value.substr(0, colon);
+    plot.low_color = value.empty() ? LOW_COLOR : value.substr(std::min(colon + 1, value.size()));
+}
+
+ContPlot::Setting const ContPlot::SETTINGS[] = {
+    {"int", setNumber<&ContPlot::setInterval>},
+    {"base", setNumber<&ContPlot::setBase>},
+    {"low", setNumber<&ContPlot::setLow>},
+    {"high", setNumber<&ContPlot::setHigh>},
+    {"val", [](ContPlot & plot, std::string const & value) { plot.setValues(value.c_str()); }},
+    {"ncol", setCount<&ContPlot::setNumColors>},
+    {"col", setColors},
+    {"fill",
+     [](ContPlot & plot, std::string const & value) {
+         plot.is_filled = true;
+         setColors(plot, value);
+     }},
+    {"nofill", [](ContPlot & plot, std::string const &) { plot.is_filled = false; }},
+    {"dash", setCount<&ContPlot::setDash>},
+    {"every", setCount<&ContPlot::setEvery>},
+    {"line", [](ContPlot & plot, std::string const & value) { plot.setLine(PlotAttr(value.c_str())); }},
+    {"lab", [](ContPlot & plot, std::string const & value) { plot.setLabel(PlotAttr(value.c_str())); }},
+    {"nolab", [](ContPlot & plot, std::string const &) { plot.has_labels = false; }},
+    {"hilo", setExtrema},
+    {"nohilo", [](ContPlot & plot, std::string const &) { plot.has_extrema = false; }},
+};
+
 int ContPlot::setParam(char const * params)
 {
     for (std::string_view const item : detail::split(detail::viewOf(params), ',')) {
         std::size_t const equals = std::min(item.find('='), item.size());
-        std::string_view const key = item.substr(0, equals);
         std::string const value(item.substr(std::min(equals + 1, item.size())));
-        auto const is = [&](std::string_view name) { return detail::sameIgnoringCase(key, name); };
-        float number = Const::MISS;
-        bool const is_number = detail::scan(value, "%f", &number) == 1;
-        if (is("int") && is_number)
-            setInterval(number);
-        else if (is("base") && is_number)
-            setBase(number);
-        else if (is("low") && is_number)
-            setLow(number);
-        else if (is("high") && is_number)
-            setHigh(number);
-        else if (is("val"))
-            setValues(value.c_str());
-        else if (is("ncol"))
-            setNumColors(detail::toInt(value));
-        else if (is("col") || is("fill")) {
-            is_filled = is_filled || is("fill");
-            has_table_colors = value.empty();
-            fill.setColors(value.c_str());
-        } else if (is("nofill"))
-            is_filled = false;
-        else if (is("dash"))
-            setDash(detail::toInt(value));
-        else if (is("every"))
-            setEvery(detail::toInt(value));
-        else if (is("line"))
-            setLine(PlotAttr(value.c_str()));
-        else if (is("lab"))
-            setLabel(PlotAttr(value.c_str()));
-        else if (is("nolab"))
-            has_labels = false;
-        else if (is("hilo")) {
-            has_extrema = true;
-            std::size_t const colon = std::min(value.find(':'), value.size());
-            high_color = value.empty() ? HIGH_COLOR : value.substr(0, colon);
-            low_color = value.empty() ? LOW_COLOR : value.substr(std::min(colon + 1, value.size()));
-        } else if (is("nohilo"))
-            has_extrema = false;
+        for (Setting const & setting : SETTINGS)
+            if (detail::sameIgnoringCase(item.substr(0, equals), setting.name))
+                setting.set(*this, value);
     }
     return 1;
 }

@@ -9,6 +9,7 @@
 #include "plot/PlotAttr.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Yul {
@@ -109,6 +110,20 @@ private:
     class Drawer;
     class Style;
     class Texts;
+
+    /// An item of the text that `setParam` takes.
+    struct Setting
+    {
+        std::string_view name;
+        void (*set)(ContPlot & plot, std::string const & value);
+    };
+
+    static Setting const SETTINGS[];
+
+    template <int (ContPlot::*SET)(float)> static void setNumber(ContPlot & plot, std::string const & value);
+    template <int (ContPlot::*SET)(int)> static void setCount(ContPlot & plot, std::string const & value);
+    static void setColors(ContPlot & plot, std::string const & value);
+    static void setExtrema(ContPlot & plot, std::string const & value);
 
     static constexpr char const * HIGH_COLOR = "blue";
     static constexpr char const * LOW_COLOR = "red";

@@ -41,10 +41,10 @@ struct Block
 class BlockGrid
 {
 public:
-    BlockGrid(FieldView const & view, int block_size) : field(view), size(block_size)
+    BlockGrid(FieldView const & view, int block_size)
+        : field(view), size(block_size), columns((field.end_column - field.first_column) / size + 1),
+          rows((field.end_row - field.first_row) / size + 1)
     {
-        columns = (field.end_column - field.first_column) / size + 1;
-        rows = (field.end_row - field.first_row) / size + 1;
         blocks.resize(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows));
         for (int row = field.first_row; row <= field.end_row; ++row) {
             float const * const values =

@@ -17,8 +17,8 @@ enum class LineKind { PARALLEL, MERIDIAN, X_AXIS, Y_AXIS };
 /// A piece of a parallel or meridian inside the frame, in the plane.
 struct GraticuleLine
 {
-    LineKind kind;
-    float value; ///< degrees, or the axis value
+    LineKind kind = LineKind::PARALLEL;
+    float value = 0; ///< degrees, or the axis value
     Points points;
 };
 

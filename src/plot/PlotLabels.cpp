@@ -137,7 +137,8 @@ void Plot::drawLabelRow(int first, Rect const & view)
     for (int i = 0; i < LABELS_A_ROW; ++i) {
         std::string & text = texts[static_cast<std::size_t>(i)];
         if (isDrawn(detail::DRAW_TEXT_UL + first + i))
-            text = detail::expandLabel(labels[static_cast<std::size_t>(first + i)].text, facts);
+            text = detail::expandLabel(
+                labels[static_cast<std::size_t>(first) + static_cast<std::size_t>(i)].text, facts);
         float const width = detail::isImageLabel(text) ? 0 : graph.getTextWidth(text.c_str());
         needed += width > 0 ? width + LABEL_GAP * height : 0;
     }

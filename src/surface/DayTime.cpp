@@ -23,7 +23,7 @@ long secondsOf(std::chrono::year_month_day const & day, DayTime const & stated)
 
 DayTime readDayTime(std::string_view text)
 {
-    std::size_t const digits = static_cast<std::size_t>(
+    auto const digits = static_cast<std::size_t>(
         std::find_if_not(text.begin(), text.end(), [](char c) { return isDigit(c); }) - text.begin());
     DayTime time;
     if (digits < 4)
@@ -47,7 +47,7 @@ int completeDate(DayTime const & stated, Date & date)
     year_month_day const reference{sys_days(days(limit / DAY))};
     year_month month = reference.year() / reference.month();
     for (int i = 0; i < MOST_MONTHS; ++i, month -= months(1)) {
-        year_month_day const day = month / static_cast<unsigned>(stated.day);
+        year_month_day const day = month / std::chrono::day(static_cast<unsigned>(stated.day));
         bool const is_other_month = !isMissing(stated.month) &&
                                     static_cast<unsigned>(stated.month) != static_cast<unsigned>(day.month());
         if (is_other_month || !day.ok() || secondsOf(day, stated) > limit)

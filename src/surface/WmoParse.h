@@ -135,6 +135,7 @@ private:
     [[nodiscard]] bool beginsBulletin(std::string_view line) const;
     void classify(std::string_view line);
     void trace(std::string_view line) const;
+    void collectData(WmoProduct & product, std::string_view line, bool & is_ended);
     void collectPlainLines(WmoProduct & product);
     [[nodiscard]] bool isHeadingEnd() const;
     int findProduct(WmoProduct & product);

@@ -59,7 +59,7 @@ void WmoParse::describe(WmoProduct & product) const
 /// when there is none.
 bool WmoParse::collect(WmoProduct & product, bool is_found)
 {
-    bool is_ended = false; // by ETX
+    bool is_ended = false;
     std::string_view line;
     while (product.text.size() < MAX_BULLETIN && nextRawLine(line)) {
         bool const is_beginning = beginsBulletin(line);
@@ -85,18 +85,25 @@ bool WmoParse::collect(WmoProduct & product, bool is_found)
         if (!is_found)
             describe(product);
         is_found = true;
-        line = detail::withoutLineEnd(line);
-        if (line.ends_with('\x03')) {
-            line.remove_suffix(1);
-            is_ended = true;
-        }
-        if ((is_ended || skips_blank) && detail::trimmed(line).empty())
-            continue;
-        product.addLine(line, state);
-        if (!is_ended)
-            collectPlainLines(product);
+        collectData(product, line, is_ended);
     }
     return is_found;
+}
+
+/// Adds a data line, and those that follow it.
+/// is_ended  whether the mark ETX has been met, which ends the text
+void WmoParse::collectData(WmoProduct & product, std::string_view line, bool & is_ended)
+{
+    line = detail::withoutLineEnd(line);
+    if (line.ends_with('\x03')) {
+        line.remove_suffix(1);
+        is_ended = true;
+    }
+    if ((is_ended || skips_blank) && detail::trimmed(line).empty())
+        return;
+    product.addLine(line, state);
+    if (!is_ended)
+        collectPlainLines(product);
 }
 
 /// Adds the lines that follow a data line of a selected bulletin, as long as nothing has to be decided about them:

@@ -88,7 +88,7 @@ constexpr FormatCode FORMAT_CODES[] = {
 constexpr auto CODE_OF_LETTER = [] {
     std::array<FormatCode const *, 128> rows{};
     for (FormatCode const & code : FORMAT_CODES)
-        rows[static_cast<std::size_t>(code.letter)] = &code;
+        rows[static_cast<unsigned char>(code.letter)] = &code;
     return rows;
 }();
 

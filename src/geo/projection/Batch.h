@@ -56,8 +56,9 @@ struct Pair
 template <class Real> [[nodiscard]] inline double loaded(Real value) noexcept
 {
     constexpr Real MOST = std::numeric_limits<Real>::max();
-    bool const is_known = (std::fabs(value) <= MOST) & !isMissing(value);
-    return static_cast<double>(is_known ? value : std::numeric_limits<Real>::quiet_NaN());
+    bool const is_finite = std::fabs(value) <= MOST;
+    bool const is_there = !isMissing(value);
+    return static_cast<double>((is_finite & is_there) != 0 ? value : std::numeric_limits<Real>::quiet_NaN());
 }
 
 /// A converted pair as it is stored: two missing values unless a float can hold both coordinates.
@@ -69,7 +70,9 @@ struct Stored
 
 [[nodiscard]] inline Stored stored(double a, double b) noexcept
 {
-    bool const is_set = fitsFloat(a) & fitsFloat(b);
+    bool const has_a = fitsFloat(a);
+    bool const has_b = fitsFloat(b);
+    bool const is_set = (has_a & has_b) != 0;
     return {is_set ? a : Const::MISS, is_set ? b : Const::MISS, is_set};
 }
 

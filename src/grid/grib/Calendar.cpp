@@ -65,7 +65,8 @@ std::optional<std::int64_t> secondsOf(Moment const & m) noexcept
         return std::nullopt;
     int const minute = m.minute >= 0 && m.minute < 60 ? m.minute : 0;
     int const second = m.second >= 0 && m.second <= 60 ? m.second : 0;
-    return daysSinceEpoch(m.year, m.month, m.day) * 86400 + m.hour * 3600 + minute * 60 + second;
+    int const in_day = (m.hour * 60 + minute) * 60 + second;
+    return daysSinceEpoch(m.year, m.month, m.day) * 86400 + in_day;
 }
 
 std::optional<std::int64_t> secondsAfter(Moment const & reference, std::int64_t count, int code) noexcept

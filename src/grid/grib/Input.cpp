@@ -109,7 +109,8 @@ void Input::append(std::size_t count)
     }
     Octet * const to = buffer.get() + held;
     std::size_t const got =
-        canSeek() ? file.readAt(static_cast<long long>(base + held), to, count) : file.read(to, count);
+        canSeek() ? file.readAt(static_cast<long long>(base) + static_cast<long long>(held), to, count)
+                  : file.read(to, count);
     held += got;
     is_at_end = got < count;
 }

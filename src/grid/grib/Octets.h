@@ -38,7 +38,7 @@ using Octets = std::span<Octet const>;
 {
     if (raw >> 24 == 0)
         return 0;
-    double const mantissa = static_cast<double>(raw & 0xffffffU);
+    auto const mantissa = static_cast<double>(raw & 0xffffffU);
     int const exponent = static_cast<int>(raw >> 24 & 127U) - 64;
     double const value = std::ldexp(mantissa, 4 * exponent - 24);
     return (raw >> 31) != 0 ? -value : value;

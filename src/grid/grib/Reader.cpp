@@ -140,7 +140,7 @@ bool Reader::searchOn(std::uint64_t from)
         input.release(from);
         Octets const window = input.view(from, PIECE);
         std::string_view const text(reinterpret_cast<char const *>(window.data()), window.size());
-        for (std::size_t i = 0; (i = text.find("GRIB", i)) != text.npos; ++i)
+        for (std::size_t i = 0; (i = text.find("GRIB", i)) != std::string_view::npos; ++i)
             if (i + EDITION1_INDICATOR <= window.size() && (window[i + 7] == 1 || window[i + 7] == 2)) {
                 here.position = from + i;
                 return true;

@@ -17,8 +17,8 @@ void toMachineOrder(float const * from, float * to, std::size_t count) noexcept
             std::copy_n(from, count, to);
         return;
     }
-    static Swap const best = swapWide() != nullptr ? swapWide() : swapPlain;
-    best(from, to, count);
+    static Swap const BEST = swapWide() != nullptr ? swapWide() : swapPlain;
+    BEST(from, to, count);
 }
 
 } // namespace Yul::detail::native

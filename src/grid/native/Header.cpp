@@ -115,7 +115,7 @@ void readIdentification(std::string_view line, Header & header)
     std::array<int, 7> n{};
     std::string last;
     auto const filled =
-        scan(line, "%d %d %d %d %d %d %d %s", &n[0], &n[1], &n[2], &n[3], &n[4], &n[5], &n[6], &last);
+        scan(line, "%d %d %d %d %d %d %d %s", n.data(), &n[1], &n[2], &n[3], &n[4], &n[5], &n[6], &last);
     Level level;
     ForeTime fore;
     if (filled >= 6 && level.setCodes(n[4], n[5]) == 1)

@@ -255,7 +255,7 @@ bool writeText(File & file, std::span<float const> values, std::string const & v
         if (is_default)
             appendDefault(out, value);
         else
-            out += format(value_format.c_str(), value); // NOLINT(format-nonliteral): checked by isValueFormat
+            out += format(value_format.c_str(), value); // checked by isValueFormat
         out += '\n';
         if (out.size() >= Input::SIZE) {
             if (file.write(out) == 0)

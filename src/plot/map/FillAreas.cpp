@@ -225,12 +225,12 @@ void MapCanvas::fillRing(Ring ring)
         for (std::size_t i = 0; i < x.size(); ++i)
             if (!isMissing(x[i]))
                 image.push_back({x[i], y[i]});
-        fillPlaneRing(std::move(image));
+        fillPlaneRing(image);
     }
 }
 
 /// Fills a ring in the plane.
-void MapCanvas::fillPlaneRing(Ring image) const
+void MapCanvas::fillPlaneRing(Ring const & image) const
 {
     for (double const shift : shifts) {
         Box const box = boxOf(image);
@@ -285,7 +285,7 @@ void MapCanvas::fillEarth()
     for (std::size_t i = 0; i < x.size(); ++i)
         if (!isMissing(x[i]))
             ring.push_back({x[i], y[i]});
-    fillPlaneRing(std::move(ring));
+    fillPlaneRing(ring);
 }
 
 } // namespace Yul::detail

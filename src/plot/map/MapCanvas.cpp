@@ -21,6 +21,23 @@ double finestStep(double degrees_a_dot)
     return std::isfinite(length) ? std::clamp(length, FINEST, COARSEST) : COARSEST;
 }
 
+/// Adds points between the last one and the next where they are more than a step apart.
+void addBetween(double lat, double lon, double step, MapLines & dense)
+{
+    double const from_lat = dense.lat.back();
+    double const from_lon = dense.lon.back();
+    double const d_lat = lat - from_lat;
+    double const d_lon = lon - from_lon;
+    double const longest = std::max(std::fabs(d_lat), std::fabs(d_lon));
+    if (longest <= step)
+        return;
+    int const parts = static_cast<int>(std::min(std::ceil(longest / step), MOST_PARTS));
+    for (int k = 1; k < parts; ++k) {
+        dense.lat.push_back(from_lat + d_lat * k / parts);
+        dense.lon.push_back(from_lon + d_lon * k / parts);
+    }
+}
+
 } // namespace
 
 MapCanvas::MapCanvas(Domain const & domain, Rect const & frame, double dot_size, Graph & to)
@@ -48,23 +65,12 @@ void densify(MapLines const & lines, std::size_t & next, double step, bool is_cl
             double const lat = lines.lat[at];
             double lon = lines.lon[at] + turn;
             if (i > piece.begin) {
-                double const from_lat = dense.lat.back();
-                double const from_lon = dense.lon.back();
-                double const jump = lon - from_lon;
+                double const jump = lon - dense.lon.back();
                 if (std::fabs(jump) > 180) {
                     turn -= 360 * std::nearbyint(jump / 360);
                     lon = lines.lon[at] + turn;
                 }
-                double const d_lat = lat - from_lat;
-                double const d_lon = lon - from_lon;
-                double const longest = std::max(std::fabs(d_lat), std::fabs(d_lon));
-                if (longest > step) {
-                    int const parts = static_cast<int>(std::min(std::ceil(longest / step), MOST_PARTS));
-                    for (int k = 1; k < parts; ++k) {
-                        dense.lat.push_back(from_lat + d_lat * k / parts);
-                        dense.lon.push_back(from_lon + d_lon * k / parts);
-                    }
-                }
+                addBetween(lat, lon, step, dense);
             }
             dense.lat.push_back(lat);
             dense.lon.push_back(lon);

@@ -43,7 +43,7 @@ private:
     class LinePen;
 
     void fillRing(Ring ring);
-    void fillPlaneRing(Ring ring) const;
+    void fillPlaneRing(Ring const & ring) const;
     void followBends(std::vector<double> & lat, std::vector<double> & lon);
     [[nodiscard]] bool isNear(double x1, double y1, double x2, double y2) const;
     [[nodiscard]] std::vector<Ring> cutAtCircle(Ring const & ring) const;

@@ -29,12 +29,12 @@ double halfTurn(double lon)
 
 } // namespace
 
-MapPlane::MapPlane(Domain const & map, Rect const & shown) : domain(map), frame(shown)
+MapPlane::MapPlane(Domain const & map, Rect const & shown)
+    : domain(map), frame(shown), turn_width(std::fabs(domain.seamWidth())),
+      mid_x((static_cast<double>(frame.x1) + static_cast<double>(frame.x2)) / 2)
 {
     DomainVal const & val = domain.get();
     mid_lon = static_cast<double>(val.plon);
-    turn_width = std::fabs(domain.seamWidth());
-    mid_x = (static_cast<double>(frame.x1) + static_cast<double>(frame.x2)) / 2;
     if (turn_width > 0)
         mid_lon += mid_x / turn_width * 360;
     mid_lon = halfTurn(mid_lon);
@@ -66,7 +66,7 @@ MapPlane::MapPlane(Domain const & map, Rect const & shown) : domain(map), frame(
 void MapPlane::setCircle()
 {
     DomainVal const & val = domain.get();
-    double lat = static_cast<double>(val.plat);
+    auto lat = static_cast<double>(val.plat);
     has_circle = true;
     switch (val.proj) {
     case Domain::PSTEREO:
@@ -86,7 +86,7 @@ void MapPlane::setCircle()
         // the ellipsoid becomes a sphere, its horizon is a circle.
         double const ratio = val.ellipse ? Domain::earth_min / Domain::earth_maj : 1;
         double const major = val.ellipse ? Domain::earth_maj : Domain::earth_rad;
-        double const distance = static_cast<double>(Domain::satelliteDistance(val));
+        auto const distance = static_cast<double>(Domain::satelliteDistance(val));
         double const below = std::atan2(ratio * ratio * std::sin(lat * DEGREE), std::cos(lat * DEGREE));
         double const z = distance * std::sin(below) / ratio;
         double const w = distance * std::cos(below);
@@ -199,7 +199,7 @@ void MapPlane::outline(std::vector<double> & x, std::vector<double> & y) const
 
 double MapPlane::degreesPerUnit() const
 {
-    double const width = static_cast<double>(frame.getWidth());
+    auto const width = static_cast<double>(frame.getWidth());
     double const mid_y = (static_cast<double>(frame.y1) + static_cast<double>(frame.y2)) / 2;
     DomainVal const & val = domain.get();
     std::vector<double> centre_x;
@@ -222,17 +222,53 @@ double MapPlane::degreesPerUnit() const
     return 0;
 }
 
+/// What of a cell's nine points lies on the plane.
+struct SeenCells::Extent
+{
+    double left = 1e300;
+    double right = -1e300;
+    double below = 1e300;
+    double above = -1e300;
+    int hidden = 0;
+
+    void add(double x, double y) noexcept
+    {
+        if (isMissing(x)) {
+            ++hidden;
+            return;
+        }
+        left = std::min(left, x);
+        right = std::max(right, x);
+        below = std::min(below, y);
+        above = std::max(above, y);
+    }
+
+    /// Whether the frame may show something of the cell. Where the plane ends, a cell counts as seen.
+    [[nodiscard]] bool meets(Rect const & frame, double turn) const noexcept
+    {
+        constexpr double SLACK = 0.25; // of a cell's size, for the curves between its points
+        if (hidden > 0)
+            return hidden < POINTS;
+        double const wide = SLACK * (right - left);
+        double const high = SLACK * (above - below);
+        bool const is_level =
+            above + high >= static_cast<double>(frame.y1) && below - high <= static_cast<double>(frame.y2);
+        bool const is_beside =
+            right + wide >= static_cast<double>(frame.x1) && left - wide <= static_cast<double>(frame.x2);
+        bool const is_wider = turn > 0 && static_cast<double>(frame.getWidth()) > turn; // copies are drawn
+        return is_level && (is_beside || is_wider);
+    }
+};
+
 SeenCells::SeenCells(MapPlane const & plane, Rect const & frame)
 {
-    // Each cell is looked at in nine points. Where a plane ends, or grows beyond bounds, a cell counts as seen.
     constexpr int ACROSS = 2 * COLUMNS + 1;
     constexpr int UP = 2 * ROWS + 1;
-    constexpr double SLACK = 0.25; // of a cell's size, for the curves between its points
-    constexpr double NEAR = 0.05;  // of a cosine; a cell reaches less far
+    constexpr double NEAR = 0.05; // of a cosine; a cell reaches less far
     std::vector<double> lat;
     std::vector<double> lon;
-    lat.reserve(ACROSS * UP);
-    lon.reserve(ACROSS * UP);
+    lat.reserve(std::size_t{ACROSS} * UP);
+    lon.reserve(std::size_t{ACROSS} * UP);
     for (int j = 0; j < UP; ++j) {
         for (int i = 0; i < ACROSS; ++i) {
             lat.push_back(-90 + j * CELL / 2);
@@ -244,42 +280,20 @@ SeenCells::SeenCells(MapPlane const & plane, Rect const & frame)
     plane.project(lat, lon, x, y);
     Place far{};
     bool const has_far_point = plane.hasFarPoint(far);
-    double const turn = plane.turn();
-    for (int row = 0; row < ROWS; ++row) {
-        for (int column = 0; column < COLUMNS; ++column) {
-            double left = 1e300;
-            double right = -1e300;
-            double below = 1e300;
-            double above = -1e300;
-            int hidden = 0;
-            bool is_near_far_point = false;
-            for (int k = 0; k < 9; ++k) {
-                auto const at = static_cast<std::size_t>((2 * row + k / 3) * ACROSS + 2 * column + k % 3);
-                if (isMissing(x[at])) {
-                    ++hidden;
-                    continue;
-                }
-                left = std::min(left, x[at]);
-                right = std::max(right, x[at]);
-                below = std::min(below, y[at]);
-                above = std::max(above, y[at]);
-                is_near_far_point =
-                    is_near_far_point || (has_far_point && std::fabs(lat[at] - far.lat) < 3 * CELL &&
-                                          plane.depth(lat[at], lon[at]) < NEAR);
+    auto const is_near_far_point = [&](std::size_t at) { // where the plane grows beyond bounds
+        return has_far_point && std::fabs(lat[at] - far.lat) < 3 * CELL &&
+               plane.depth(lat[at], lon[at]) < NEAR;
+    };
+    for (std::size_t row = 0; row < ROWS; ++row) {
+        for (std::size_t column = 0; column < COLUMNS; ++column) {
+            Extent extent;
+            bool is_seen = false;
+            for (std::size_t k = 0; k < POINTS; ++k) {
+                std::size_t const at = (2 * row + k / 3) * ACROSS + 2 * column + k % 3;
+                extent.add(x[at], y[at]);
+                is_seen = is_seen || (!isMissing(x[at]) && is_near_far_point(at));
             }
-            bool is_seen = is_near_far_point || (hidden > 0 && hidden < 9);
-            if (hidden == 0) {
-                double const wide = SLACK * (right - left);
-                double const high = SLACK * (above - below);
-                bool const is_level = above + high >= static_cast<double>(frame.y1) &&
-                                      below - high <= static_cast<double>(frame.y2);
-                bool const is_beside = right + wide >= static_cast<double>(frame.x1) &&
-                                       left - wide <= static_cast<double>(frame.x2);
-                bool const is_wider =
-                    turn > 0 && static_cast<double>(frame.getWidth()) > turn; // copies are drawn
-                is_seen = is_seen || (is_level && (is_beside || is_wider));
-            }
-            cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)] = is_seen;
+            cells[row][column] = is_seen || extent.meets(frame, plane.turn());
         }
     }
 }

@@ -106,6 +106,9 @@ private:
     static constexpr int COLUMNS = 72;
     static constexpr int ROWS = 36;
     static constexpr double CELL = 5; // degrees
+    static constexpr int POINTS = 9;  // in which a cell is looked at: its corners, middle, and those between
+
+    struct Extent;
 
     std::array<std::bitset<COLUMNS>, ROWS> cells;
 };

@@ -36,6 +36,7 @@ template <class R, class... A> struct Overloaded<R(A..., ...) const>
     template <class C> constexpr auto operator()(R (C::*method)(A..., ...) const) const { return method; }
 };
 
+// NOLINTNEXTLINE(readability-identifier-naming): is called like a function
 template <class Signature> inline constexpr Overloaded<Signature> overload{};
 
 /// An enumerator with its name.
@@ -79,10 +80,9 @@ public:
     template <class B> Class & base()
     {
         static_assert(std::is_base_of_v<B, T> && !std::is_same_v<B, T>);
-        auto const toBase = [](void * object) {
-            return static_cast<void *>(static_cast<B *>(static_cast<T *>(object)));
-        };
-        addBase(recordOf<T>(), {&recordOf<B>(), toBase});
+        addBase(recordOf<T>(), {&recordOf<B>(), [](void * object) {
+                                    return static_cast<void *>(static_cast<B *>(static_cast<T *>(object)));
+                                }});
         module.addBaseOfLast(recordOf<B>());
         return *this;
     }

@@ -60,29 +60,35 @@ template <class T> [[nodiscard]] PyObject * fromObject(T && object)
     return wrap(*record_of<Class>, fromNew(std::move(copy)));
 }
 
+/// A number, an enumerator, a truth value or a character.
+template <PlainNumber V> [[nodiscard]] PyObject * fromPlain(V value)
+{
+    constexpr bool FITS_LONG = sizeof(V) < sizeof(long) || (sizeof(V) == sizeof(long) && std::is_signed_v<V>);
+    if constexpr (std::is_same_v<V, bool>)
+        return PyBool_FromLong(value ? 1 : 0);
+    else if constexpr (std::is_same_v<V, char>)
+        return fromText(std::string_view(&value, 1));
+    else if constexpr (std::is_enum_v<V>)
+        return PyLong_FromLongLong(static_cast<long long>(value));
+    else if constexpr (std::is_floating_point_v<V>)
+        return PyFloat_FromDouble(static_cast<double>(value));
+    else if constexpr (FITS_LONG)
+        return PyLong_FromLong(static_cast<long>(value));
+    else
+        return PyLong_FromUnsignedLongLong(value);
+}
+
 /// Converts a result of the declared type R.
 template <class R> [[nodiscard]] PyObject * toPython(R && value, Source const & source)
 {
     using Bare = std::remove_cvref_t<R>;
     using Target = std::remove_pointer_t<std::remove_reference_t<R>>;
-    constexpr bool BY_VALUE = !std::is_reference_v<R> || (PlainNumber<Bare> && std::is_const_v<Target>);
-    if constexpr (std::is_same_v<Bare, bool> && BY_VALUE)
-        return PyBool_FromLong(value ? 1 : 0);
-    else if constexpr (std::is_same_v<Bare, char> && BY_VALUE)
-        return fromText(std::string_view(&value, 1));
-    else if constexpr (std::is_enum_v<Bare> && BY_VALUE)
-        return PyLong_FromLongLong(static_cast<long long>(value));
-    else if constexpr (std::is_floating_point_v<Bare> && BY_VALUE)
-        return PyFloat_FromDouble(static_cast<double>(value));
-    else if constexpr (std::is_integral_v<Bare> && BY_VALUE && sizeof(Bare) <= sizeof(long) &&
-                       (std::is_signed_v<Bare> || sizeof(Bare) < sizeof(long)))
-        return PyLong_FromLong(static_cast<long>(value));
-    else if constexpr (std::is_integral_v<Bare> && BY_VALUE)
-        return PyLong_FromUnsignedLongLong(value);
+    if constexpr (PlainNumber<Bare> && (!std::is_reference_v<R> || std::is_const_v<Target>))
+        return fromPlain(value);
     else if constexpr (std::is_same_v<Bare, std::string>)
         return fromText(std::string_view(value));
     else if constexpr (std::is_base_of_v<ArrayView, Bare>)
-        return newMemoryView(std::move(value), source.argument);
+        return newMemoryView(std::forward<R>(value), source.argument);
     else if constexpr (std::is_same_v<Bare, char const *> || std::is_same_v<Bare, char *>)
         return fromText(value);
     else if constexpr (requires { typename Bare::CreatedClass; })
@@ -96,7 +102,7 @@ template <class R> [[nodiscard]] PyObject * toPython(R && value, Source const & 
     else if constexpr (std::is_reference_v<R>)
         return fromPointer(*record_of<Pointee<Target>>, &value, source);
     else
-        return fromObject(std::move(value));
+        return fromObject(std::forward<R>(value));
 }
 
 /// Makes sure that the records which toPython<R> reads are there.

@@ -81,7 +81,7 @@ class Blocks
 {
 public:
     Blocks(Octets data, Packing const & packing)
-        : bits(data), width(packing.bits), length(packing.block_size), interval(packing.reference_interval),
+        : bits(data), width(packing.bits), interval(packing.reference_interval),
           is_preprocessed((packing.ccsds_flags & PREPROCESSED) != 0),
           is_padded((packing.ccsds_flags & PADDED) != 0),
           largest(static_cast<std::uint32_t>((std::uint64_t{1} << packing.bits) - 1))
@@ -90,7 +90,7 @@ public:
         id_bits = is_restricted ? (width <= 2 ? 1 : 2) : width <= 8 ? 3 : width <= 16 ? 4 : 5;
     }
 
-    /// The next block, of `length` samples; false when the stream is damaged.
+    /// The next block; false when the stream is damaged.
     [[nodiscard]] bool next(std::span<std::uint32_t> block) noexcept
     {
         if (done == interval) {
@@ -191,7 +191,6 @@ private:
 
     Bits bits;
     unsigned width;
-    std::size_t length;
     std::uint32_t interval;
     bool is_preprocessed;
     bool is_padded;

@@ -189,7 +189,7 @@ private:
     {
         if (width_bits > WIDEST || !holds(data, 0, width_bits, groups))
             return false;
-        std::size_t const octets = static_cast<std::size_t>((groups * width_bits + 7) / 8);
+        auto const octets = static_cast<std::size_t>((groups * width_bits + 7) / 8);
         table = data.first(octets);
         data = data.subspan(octets);
         return true;

@@ -131,11 +131,17 @@ private:
     [[nodiscard]] bool readSize()
     {
         Section s = takeSegment();
-        std::uint64_t const x1 = s.u32(5), y1 = s.u32(9), x0 = s.u32(13), y0 = s.u32(17);
-        std::uint64_t const tile_width = s.u32(21), tile_height = s.u32(25), tile_x = s.u32(29),
-                            tile_y = s.u32(33);
+        std::uint64_t const x1 = s.u32(5);
+        std::uint64_t const y1 = s.u32(9);
+        std::uint64_t const x0 = s.u32(13);
+        std::uint64_t const y0 = s.u32(17);
+        std::uint64_t const tile_width = s.u32(21);
+        std::uint64_t const tile_height = s.u32(25);
+        std::uint64_t const tile_x = s.u32(29);
+        std::uint64_t const tile_y = s.u32(33);
         unsigned const components = s.u16(37);
-        unsigned const step_x = s.u8(40), step_y = s.u8(41);
+        unsigned const step_x = s.u8(40);
+        unsigned const step_y = s.u8(41);
         if (s.isShort() || x1 <= x0 || y1 <= y0 || tile_width == 0 || tile_height == 0 || tile_x > x0 ||
             tile_y > y0 || step_x == 0 || step_y == 0)
             return false;

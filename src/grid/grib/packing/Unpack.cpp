@@ -11,8 +11,8 @@ namespace {
 std::uint32_t numberAt(Octets packed, std::uint64_t bit, unsigned width) noexcept
 {
     std::uint64_t value = 0;
-    std::size_t const first = static_cast<std::size_t>(bit >> 3);
-    std::size_t const end = static_cast<std::size_t>((bit + width + 7) >> 3);
+    auto const first = static_cast<std::size_t>(bit >> 3);
+    auto const end = static_cast<std::size_t>((bit + width + 7) >> 3);
     for (std::size_t i = first; i < end; ++i)
         value = value << 8 | packed[i];
     std::uint64_t const behind = 8 * static_cast<std::uint64_t>(end) - bit - width;

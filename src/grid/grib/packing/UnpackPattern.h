@@ -15,7 +15,8 @@ constexpr unsigned WIDEST_PATTERN = 25;
 /// pieces, because some registers shuffle only within their halves.
 template <unsigned LANES, unsigned HALVES> struct UnpackPattern
 {
-    std::array<std::uint8_t, 4 * LANES> octets{}; ///< four a lane, least significant first, within its load
+    std::array<std::uint8_t, std::size_t{4} * LANES>
+        octets{}; ///< four a lane, least significant first, within its load
     std::array<std::uint32_t, LANES> shift{};
     std::uint32_t mask = 0;
     std::uint32_t upper = 0; ///< octet at which the load of the upper half begins; 0 without halves

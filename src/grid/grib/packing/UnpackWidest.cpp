@@ -32,6 +32,7 @@ struct Registers
         __m512i octets;
         __m512i shift;
         __m512i mask;
+        // NOLINTNEXTLINE(readability-identifier-naming): other registers have a variable of this name
         static constexpr std::size_t upper = 0;
 
         YUL_TARGET Step(std::uint64_t bit, unsigned width) noexcept
@@ -131,11 +132,11 @@ template <> struct Registers::Scaler<Arithmetic::FLOAT>
 
 UnpackForm const * widestForm() noexcept
 {
-    static bool const has_all =
+    static bool const HAS_ALL =
         __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512bw") != 0 &&
         __builtin_cpu_supports("avx512dq") != 0 && __builtin_cpu_supports("avx512vl") != 0 &&
         __builtin_cpu_supports("avx512vbmi") != 0;
-    return has_all ? &WideForm<Registers>::FORM : nullptr;
+    return HAS_ALL ? &WideForm<Registers>::FORM : nullptr;
 }
 
 } // namespace Yul::detail::grib
