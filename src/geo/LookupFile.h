@@ -27,7 +27,6 @@ public:
     [[nodiscard]] static std::shared_ptr<LookupFile const> open(char const * name, char separator);
 
     LookupFile(std::string content, char separator);
-    ~LookupFile() = default;
     LookupFile(LookupFile const &) = delete;
     LookupFile & operator=(LookupFile const &) = delete;
 

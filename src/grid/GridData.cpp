@@ -42,14 +42,14 @@ std::shared_ptr<float[]> takeMemory(std::size_t count)
 
 std::size_t GridData::most()
 {
-    static std::size_t const most = [] {
+    static std::size_t const MOST = [] {
         auto const pages = sysconf(_SC_PHYS_PAGES);
         auto const octets = sysconf(_SC_PAGESIZE);
         return pages > 0 && octets > 0
                    ? static_cast<std::size_t>(pages) * static_cast<std::size_t>(octets) / 2 / sizeof(float)
                    : static_cast<std::size_t>(-1);
     }();
-    return most;
+    return MOST;
 }
 
 GridData::GridData(GridData && other) noexcept

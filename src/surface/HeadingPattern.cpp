@@ -141,43 +141,93 @@ struct Verdict
     char const * mark;
 };
 
-Verdict match(std::string_view subject, std::string_view identifier, std::string_view pattern)
+/// A comparison of a heading with a pattern, an element of the pattern at a time.
+class Comparison
 {
-    while (!pattern.empty()) {
-        char const p = pattern.front();
-        if (p == '/') {
-            pattern.remove_prefix(1);
-            subject = identifier;
-            skipBlanks(subject);
-            if (subject.starts_with(GRIB))
-                return matchGrib(subject, pattern) ? Verdict{true, "1 G"} : Verdict{false, "0 G"};
-        } else if (p == '-' || p == '*') {
-            pattern.remove_prefix(1);
-            if (pattern.empty())
-                break;
-            std::size_t const stop = subject.find(pattern.front() == '_' ? ' ' : pattern.front());
-            if (stop == std::string_view::npos)
-                return {false, "- E"};
-            subject.remove_prefix(stop);
-        } else if (p == '(') {
-            if (!takeAlternatives(pattern, subject))
-                return subject.empty() ? Verdict{true, "1 )"} : Verdict{false, "0 )"};
-        } else if (subject.empty()) {
-            return {false, "0 E"};
-        } else if (p == '[') {
-            if (!takeSet(pattern).holds(subject.front()))
-                return pattern.empty() ? Verdict{true, "1 ]"} : Verdict{false, "0 ]"};
-            subject.remove_prefix(1);
-        } else {
-            char const wanted = p == '_' ? ' ' : p;
-            if (!isAny(p) && subject.front() != wanted)
-                return {false, "0 L"};
-            pattern.remove_prefix(1);
-            subject.remove_prefix(1);
+public:
+    Comparison(std::string_view heading, std::string_view id, std::string_view heading_pattern) noexcept
+        : subject(heading), identifier(id), pattern(heading_pattern)
+    {
+    }
+
+    Verdict run()
+    {
+        while (!pattern.empty())
+            if (auto const verdict = step())
+                return *verdict;
+        return {true, "  1"};
+    }
+
+private:
+    /// Passes the next element; the verdict where that ends the comparison.
+    std::optional<Verdict> step()
+    {
+        switch (pattern.front()) {
+        case '/':
+            return toIdentifier();
+        case '-':
+        case '*':
+            return passGap();
+        case '(':
+            return passAlternatives();
+        default:
+            if (subject.empty())
+                return Verdict{false, "0 E"};
+            return pattern.front() == '[' ? passSet() : passLetter();
         }
     }
-    return {true, "  1"};
-}
+
+    std::optional<Verdict> toIdentifier()
+    {
+        pattern.remove_prefix(1);
+        subject = identifier;
+        skipBlanks(subject);
+        if (!subject.starts_with(GRIB))
+            return std::nullopt;
+        return matchGrib(subject, pattern) ? Verdict{true, "1 G"} : Verdict{false, "0 G"};
+    }
+
+    std::optional<Verdict> passGap()
+    {
+        pattern.remove_prefix(1);
+        if (pattern.empty())
+            return std::nullopt;
+        std::size_t const stop = subject.find(pattern.front() == '_' ? ' ' : pattern.front());
+        if (stop == std::string_view::npos)
+            return Verdict{false, "- E"};
+        subject.remove_prefix(stop);
+        return std::nullopt;
+    }
+
+    std::optional<Verdict> passAlternatives()
+    {
+        if (takeAlternatives(pattern, subject))
+            return std::nullopt;
+        return subject.empty() ? Verdict{true, "1 )"} : Verdict{false, "0 )"};
+    }
+
+    std::optional<Verdict> passSet()
+    {
+        if (!takeSet(pattern).holds(subject.front()))
+            return pattern.empty() ? Verdict{true, "1 ]"} : Verdict{false, "0 ]"};
+        subject.remove_prefix(1);
+        return std::nullopt;
+    }
+
+    std::optional<Verdict> passLetter()
+    {
+        char const p = pattern.front();
+        if (!isAny(p) && subject.front() != (p == '_' ? ' ' : p))
+            return Verdict{false, "0 L"};
+        pattern.remove_prefix(1);
+        subject.remove_prefix(1);
+        return std::nullopt;
+    }
+
+    std::string_view subject;
+    std::string_view identifier;
+    std::string_view pattern;
+};
 
 } // namespace
 
@@ -185,7 +235,7 @@ bool matchHeading(std::string_view heading, std::string_view identifier, std::st
 {
     std::string_view const subject =
         heading.starts_with("**") ? heading.substr(std::min<std::size_t>(3, heading.size())) : heading;
-    Verdict const verdict = match(subject, identifier, pattern);
+    Verdict const verdict = Comparison(subject, identifier, pattern).run();
     if (Yul::isDebug(7))
         Yul::outDebug(7, "%s CMP:%s:%s:%s:\n", verdict.mark, std::string(heading).c_str(),
                       std::string(identifier).c_str(), std::string(pattern).c_str());

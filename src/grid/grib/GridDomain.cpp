@@ -13,7 +13,6 @@
 namespace Yul::detail::grib {
 namespace {
 
-constexpr double METRES = 1e5; // a unit of the library's planes
 constexpr double DEGREES = Const::RDC;
 
 struct Position

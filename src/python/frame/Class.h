@@ -217,6 +217,7 @@ private:
     using Wrapped =
         std::conditional_t<W == DISCARD, DiscardShape<S>, std::conditional_t<W == KEEP, KeepingShape<S>, S>>;
 
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): the name is moved on
     template <class S> Overload & add(std::string function_name, std::string_view declared_name, Kind kind)
     {
         S::List::prepare();

@@ -61,7 +61,8 @@ Parts partsOf(Section & s, std::size_t style, std::size_t levels_octet, unsigned
         unsigned const precinct =
             has_precincts ? s.u8(levels_octet + 5 + resolution) : (WIDEST_PRECINCT << 4 | WIDEST_PRECINCT);
         unsigned const reduced = levels - resolution;
-        unsigned const across = reduced + (precinct & 15U), down = reduced + (precinct >> 4);
+        unsigned const across = reduced + (precinct & 15U);
+        unsigned const down = reduced + (precinct >> 4);
         unsigned const halved = resolution > 0 ? 1 : 0; // a sub-band has half the samples of its resolution
         std::uint64_t const bands = resolution > 0 ? 3 : 1;
         parts.packets += (area.width >> across) * (area.height >> down);
