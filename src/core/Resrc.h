@@ -31,6 +31,7 @@ public:
     Resrc(Resrc const &) = delete;
     Resrc & operator=(Resrc const &) = delete;
 
+    /// Empties the store.
     int init() { return clear(); }
 
     /// Empties the store.

@@ -13,6 +13,7 @@ class String
 public:
     String() = default;
 
+    /// A null pointer counts as an empty text, here and in all that follows.
     // NOLINTNEXTLINE(google-explicit-constructor): texts are given as they stand
     String(char const * text) { set(text); }
 
@@ -25,19 +26,26 @@ public:
     /// The text, never null; valid until this String changes.
     [[nodiscard]] char const * get() const noexcept { return text.c_str(); }
 
+    /// The same as a view, valid as long.
     [[nodiscard]] std::string_view view() const noexcept { return text; }
 
+    /// Octets of the text.
     [[nodiscard]] int length() const noexcept { return static_cast<int>(text.size()); }
 
+    /// Replaces the text. Returns 1.
     int set(char const * value);
     int set(String const & value);
 
+    /// The same as `set`.
     int copy(char const * value) { return set(value); }
 
+    /// The same as `set`.
     int copy(String const & value) { return set(value); }
 
+    /// Adds to the end of the text. Returns 1.
     int append(char const * value);
     int append(String const & value);
+    /// Empties the text. Returns 1.
     int clear();
 
     /// Replaces the text by the formatted arguments; returns the new length.
@@ -49,6 +57,7 @@ public:
     /// The same from character `pos` (0 is the first) on; 0 where the position lies outside the text.
     int scanp(int pos, char const * format, ...) const;
 
+    /// Replaces the text, and adds to it.
     void assign(std::string_view value);
     void append(std::string_view value);
 

@@ -77,6 +77,7 @@ public:
     /// Writes the text to standard output as it stands, whatever the mask.
     static int print(char const * text);
 
+    /// Notes an error; 0 for none.
     static int setError(int code);
     /// Whether a non-zero code is stored, not the code itself.
     [[nodiscard]] static bool getError();

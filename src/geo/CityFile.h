@@ -17,21 +17,28 @@ class LookupFile;
 class CityData
 {
 public:
+    /// The identifier as the file has it; valid until the station changes, as all texts of it.
     [[nodiscard]] char const * getId() const noexcept { return id.get(); }
 
+    /// The name, empty where the file has none.
     [[nodiscard]] char const * getName() const noexcept { return name.get(); }
 
+    /// The country or state as the file has it.
     [[nodiscard]] char const * getCountry() const noexcept { return country.get(); }
 
+    /// Degrees, north and east positive.
     [[nodiscard]] EarthPoint const & getLocation() const noexcept { return location; }
 
+    /// Latitude, degrees north.
     [[nodiscard]] float getLat() const noexcept { return location.lat; }
 
+    /// Longitude, degrees east.
     [[nodiscard]] float getLon() const noexcept { return location.lon; }
 
     /// Metres above the sea; Const::MISS where it is not known.
     [[nodiscard]] float getElev() const noexcept { return elevation; }
 
+    /// The same, open to change.
     String id;
     String name;
     String country;
@@ -51,12 +58,14 @@ public:
     static constexpr char const * DEFAULT_NAME = "sao.cty";
 
     CityFile() = default;
+    /// Opens the file; the list is empty when it cannot be read.
     explicit CityFile(char const * file_name);
 
     /// Reads the file, or takes it over when it was read before and has not changed since. Returns 0 when it
     /// cannot be read; the list is empty then.
     int open(char const * file_name);
 
+    /// Number of lines, those without a station included.
     [[nodiscard]] int getNum() const;
 
     /// Line i in the order of the file, 0 is the first; returns 0 and leaves `city` alone for another index and for a

@@ -70,6 +70,7 @@ public:
 
     Domain() { init(); }
 
+    /// A domain from its text, see DomainTool::decode; missing where the text is none.
     explicit Domain(char const * text);
     explicit Domain(DomainVal const & val);
 
@@ -101,14 +102,19 @@ public:
     /// The extent of the grid in the plane, from the first to the last column and row.
     [[nodiscard]] Rect const & getLimits() const noexcept { return limits; }
 
+    /// What the domain shows of its plane, in the units of the plane.
     [[nodiscard]] Rect const & getView() const noexcept { return view; }
 
+    /// Columns of the grid; less than 1 without one.
     [[nodiscard]] int getNx() const noexcept { return val.nx; }
 
+    /// Rows of the grid; less than 1 without one.
     [[nodiscard]] int getNy() const noexcept { return val.ny; }
 
+    /// Distance of columns, in the units of the plane.
     [[nodiscard]] float getDx() const noexcept { return val.dx; }
 
+    /// Distance of rows, in the units of the plane.
     [[nodiscard]] float getDy() const noexcept { return val.dy; }
 
     /// (nx - 1) / (ny - 1); 0 when a count is missing or ny is 1.
@@ -119,6 +125,7 @@ public:
     /// True for a projection of the earth (codes 1 to 11), false for axes and diagrams.
     [[nodiscard]] bool isMap() const noexcept { return val.isMap(); }
 
+    /// Whether there is no projection.
     [[nodiscard]] bool isMiss() const noexcept { return val.isMiss(); }
 
     /// The code of a projection keyword; -1 when there is none, -9999 for "miss".
@@ -252,6 +259,7 @@ public:
     /// The domain text, see DomainVal::toString.
     int toString(String & text) const { return val.toString(text); }
 
+    /// Lists the values on standard output, see DomainVal::print.
     int print() const { return val.print(); }
 
     /// Prints the four limits and a newline to standard output.

@@ -14,6 +14,7 @@ class EarthRange
 public:
     EarthRange() = default;
 
+    /// Degrees.
     EarthRange(float south, float west, float north, float east) { set(south, west, north, east); }
 
     /// Latitudes in any order, longitudes from west to east.
@@ -26,6 +27,7 @@ public:
         return 1;
     }
 
+    /// From its corners. Returns 1.
     int set(EarthPoint const & south_west, EarthPoint const & north_east)
     {
         return set(south_west.lat, south_west.lon, north_east.lat, north_east.lon);

@@ -13,8 +13,10 @@ class GridPoint
 public:
     GridPoint() = default;
 
+    /// Fractional column and row, row 0 in the north; Const::MISS for missing.
     GridPoint(float x_value, float y_value) : x(x_value), y(y_value) {}
 
+    /// Takes both as they stand. Returns 1.
     int set(float x_value, float y_value)
     {
         x = x_value;
@@ -22,15 +24,17 @@ public:
         return 1;
     }
 
+    /// The column, 0 in the west.
     [[nodiscard]] float getX() const noexcept { return x; }
 
+    /// The row, 0 in the north.
     [[nodiscard]] float getY() const noexcept { return y; }
 
     /// True when neither coordinate is missing.
     [[nodiscard]] bool isSet() const noexcept { return !detail::isMissing(x) && !detail::isMissing(y); }
 
-    float x = Const::MISS;
-    float y = Const::MISS;
+    float x = Const::MISS; ///< column, 0 in the west
+    float y = Const::MISS; ///< row, 0 in the north
 };
 
 class GridPoints : public detail::List<GridPoint>

@@ -18,12 +18,14 @@ public:
         return 1;
     }
 
+    /// Empties the list. Returns 1.
     int clear()
     {
         items.clear();
         return 1;
     }
 
+    /// Number of items.
     [[nodiscard]] int getNum() const noexcept { return static_cast<int>(items.size()); }
 
     /// Item i, 0 is the first.
@@ -38,6 +40,7 @@ public:
     /// The items as a whole, for operations on lists.
     [[nodiscard]] std::vector<Item> & all() noexcept { return items; }
 
+    /// The same to read only.
     [[nodiscard]] std::vector<Item> const & all() const noexcept { return items; }
 
 private:

@@ -13,8 +13,10 @@ class Point
 public:
     Point() = default;
 
+    /// x to the right and y up; in the plane of a domain units of 100 km (degrees for latlon).
     Point(float x_value, float y_value) : x(x_value), y(y_value) {}
 
+    /// Takes both as they stand. Returns 1.
     int set(float x_value, float y_value)
     {
         x = x_value;
@@ -22,15 +24,17 @@ public:
         return 1;
     }
 
+    /// To the right.
     [[nodiscard]] float getX() const noexcept { return x; }
 
+    /// Up.
     [[nodiscard]] float getY() const noexcept { return y; }
 
     /// True when neither coordinate is missing.
     [[nodiscard]] bool isSet() const noexcept { return !detail::isMissing(x) && !detail::isMissing(y); }
 
-    float x = Const::MISS;
-    float y = Const::MISS;
+    float x = Const::MISS; ///< to the right
+    float y = Const::MISS; ///< up
 };
 
 class Points : public detail::List<Point>

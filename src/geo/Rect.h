@@ -13,6 +13,7 @@ class Rect
 public:
     Rect() = default;
 
+    /// Two corners as they stand, in either order.
     Rect(float left, float bottom, float right, float top) { set(left, bottom, right, top); }
 
     /// Stores the corners ordered: x1 <= x2, y1 <= y2.
@@ -31,10 +32,13 @@ public:
         return 1;
     }
 
+    /// x2 - x1: below 0 for one that runs backwards.
     [[nodiscard]] float getWidth() const noexcept { return x2 - x1; }
 
+    /// y2 - y1, in the same way.
     [[nodiscard]] float getHeight() const noexcept { return y2 - y1; }
 
+    /// The corners: (x1, y1) lower left, (x2, y2) upper right, unless it runs backwards.
     float x1 = 0;
     float y1 = 0;
     float x2 = 0;
@@ -47,8 +51,10 @@ class Range
 public:
     Range() = default;
 
+    /// Smallest and largest value as they stand; Const::MISS for missing.
     Range(float low, float high) : min(low), max(high) {}
 
+    /// Takes both as they stand. Returns 1.
     int set(float low, float high)
     {
         min = low;
@@ -56,10 +62,13 @@ public:
         return 1;
     }
 
+    /// The smallest value.
     [[nodiscard]] float getMin() const noexcept { return min; }
 
+    /// The largest value.
     [[nodiscard]] float getMax() const noexcept { return max; }
 
+    /// Const::MISS for missing.
     float min = Const::MISS;
     float max = Const::MISS;
 };

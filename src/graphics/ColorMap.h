@@ -56,8 +56,10 @@ public:
     /// Entries used, capacity, and number of fill colours.
     [[nodiscard]] int getNum() const noexcept { return static_cast<int>(colors.size()); }
 
+    /// How many entries there is room for.
     [[nodiscard]] int getSize() const noexcept { return size; }
 
+    /// How many of the entries are fill colours.
     [[nodiscard]] int getNumFill() const noexcept { return num_fill; }
 
     /// False, and nothing changes, unless 0 <= n <= entries used.

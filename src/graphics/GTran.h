@@ -44,12 +44,16 @@ public:
     int setWindow(float x1, float y1, float x2, float y2);
     int setViewport(float x1, float y1, float x2, float y2);
 
+    /// The device, plot coordinates.
     [[nodiscard]] Rect const & getPlot() const noexcept { return plot; }
 
+    /// The device, NDC.
     [[nodiscard]] Rect const & getNdc() const noexcept { return ndc; }
 
+    /// The window, as it was set.
     [[nodiscard]] Rect const & getWindow() const noexcept { return window; }
 
+    /// The viewport, NDC, as it was set.
     [[nodiscard]] Rect const & getViewport() const noexcept { return viewport; }
 
     /// The viewport in plot coordinates, ordered.
@@ -59,18 +63,25 @@ public:
     [[nodiscard]] float getPlotPerWindowX() const noexcept;
     [[nodiscard]] float getPlotPerWindowY() const noexcept;
 
+    /// Window coordinates to NDC.
     [[nodiscard]] float tranWindowNdcX(float x) const noexcept { return toFloat(windowToNdcX(x)); }
 
+    /// The same up the page.
     [[nodiscard]] float tranWindowNdcY(float y) const noexcept { return toFloat(windowToNdcY(y)); }
 
+    /// Window to plot coordinates.
     [[nodiscard]] float tranWindowPlotX(float x) const noexcept { return hold(ndcToPlotX(windowToNdcX(x))); }
 
+    /// The same up the page.
     [[nodiscard]] float tranWindowPlotY(float y) const noexcept { return hold(ndcToPlotY(windowToNdcY(y))); }
 
+    /// NDC to plot coordinates.
     [[nodiscard]] float tranNdcPlotX(float x) const noexcept { return hold(ndcToPlotX(x)); }
 
+    /// The same up the page.
     [[nodiscard]] float tranNdcPlotY(float y) const noexcept { return hold(ndcToPlotY(y)); }
 
+    /// Plot coordinates to NDC, and to those of the window.
     [[nodiscard]] float tranPlotNdcX(float x) const noexcept;
     [[nodiscard]] float tranPlotNdcY(float y) const noexcept;
     [[nodiscard]] float tranPlotWindowX(float x) const noexcept;

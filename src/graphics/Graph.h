@@ -37,6 +37,7 @@ public:
     static constexpr int NUM_TRANS = 4;
 
     Graph();
+    /// Opens the device; `isOpen` tells whether that went well.
     Graph(char const * device_name, char const * params);
     Graph(Graph const &) = delete;
     Graph & operator=(Graph const &) = delete;
@@ -56,18 +57,23 @@ public:
     int open();
     int open(char const * device_name, char const * params);
 
+    /// Whether a device is open.
     [[nodiscard]] bool isOpen() const noexcept { return is_open; }
 
     /// Finishes the output and lets go of the device; 0 when output was lost (the device has said so).
     int close();
 
     // ---- the device ----
+    /// For windows: bring up to date, show, hide, make empty. A page takes these and stays as it is.
     int update();
     int manage();
     int unmanage();
     int clear();
     int clearRect(Rect const & rect); ///< window coordinates
+    /// The title of the window or document.
     int setTitle(char const * title);
+    /// For windows: as an icon, of a fixed size, size and place in device units, black and white changed
+    /// round, the colour behind the drawing by its name. A page takes these and stays as it is.
     int setIcon(bool is_icon);
     int setFixed(bool fixed);
     int setSize(float width, float height);
@@ -75,10 +81,14 @@ public:
     int setInverse(bool is_inverse);
     int getInverse();
     int setBackground(char const * color);
+    /// The name of the device; 0 without one.
     int getDevice(String & name);
+    /// For windows: the shape of the pointer, the loudness of the bell.
     int setCursor(int cursor);
     int bell(int volume);
+    /// A line for the user, on standard output where there is no window.
     [[gnu::format(printf, 2, 3)]] int message(char const * format, ...);
+    /// For windows: frames of a loop. A page is one frame, and takes these and stays as it is.
     int newFrame();
     int newFrame(int frame);
     int setFrame(int frame);
@@ -88,14 +98,19 @@ public:
     int isLooping();
 
     // ---- transforms, 0 to 3; a number outside is refused ----
+    /// Makes a transform the current one.
     int setTran(int tran);
 
+    /// The number of the current transform.
     [[nodiscard]] int getTran() const noexcept { return current; }
 
+    /// What the viewport shows, window coordinates, and where the viewport lies, NDC: of the current
+    /// transform, or of another.
     int setWindow(Rect const & rect);
     int setWindow(int tran, Rect const & rect);
     int setViewport(Rect const & rect); ///< NDC
     int setViewport(int tran, Rect const & rect);
+    /// Window and viewport of the current transform; valid until they change.
     [[nodiscard]] Rect const & getWindow() const;
     int getWindow(Rect & rect) const;
     [[nodiscard]] Rect const & getViewport() const;
@@ -135,9 +150,11 @@ public:
     int allocColor(RGB const & rgb);
 
     // ---- lines ----
+    /// The colour as allocColor gives it.
     int setLineColor(int color);
     int setLineWidth(float width); ///< in the device's dots
     int setLineStyle(int style);   ///< 1 solid, 2 dashed, 3 long gaps, 4 dash-dot, 5 dotted
+    /// Lines from point to point, and the outlines of rectangles and circles; a radius in window units.
     int drawLine(float x1, float y1, float x2, float y2);
     int drawLine(Point const & from, Point const & to);
     int drawLine(Points const & points);
@@ -145,8 +162,10 @@ public:
     int drawCircle(float x, float y, float radius);
 
     // ---- fills ----
+    /// The colour as allocColor gives it, and the code of a pattern, see PlotAttr::parseFillStyle.
     int setFillColor(int color);
     int setFillStyle(int style);
+    /// Fills the inside of a polygon, which is closed by itself, or of a rectangle.
     int drawFill(Points const & points);
     int drawFill(Rect const & rect);
     int drawFillarea(Points const & points);
@@ -155,11 +174,14 @@ public:
     /// A font file or alias of the font list; a name that begins with "#" is the device's own font.
     int setFont(char const * name);
 
+    /// The font as it was set last; valid until another is.
     [[nodiscard]] char const * getFont() const noexcept { return font_name.c_str(); }
 
+    /// The colour as allocColor gives it.
     int setTextColor(int color);
     int setTextHeight(float height); ///< height of a capital letter, window units
     int setTextWeight(float weight); ///< width of the strokes, in the device's dots
+    /// How much wider than high characters become; 1 leaves them as they are.
     int setTextExpansion(float factor);
     int setTextSpacing(float factor); ///< gap between characters, in text heights
     /// Above 0: all characters are this many text heights wide, before expansion. 0: each has its own width.
@@ -174,8 +196,10 @@ public:
     int setDropColor(int color);  ///< of the shadow under text
     int setDropShadow(int count); ///< how many steps it is deep, 0 for none
 
+    /// How many steps the shadow is deep.
     [[nodiscard]] int getDropShadow() const noexcept { return drop_count; }
 
+    /// Width of the shadow's strokes, in the device's dots.
     int setDropWidth(int width);
     /// Draws UTF-8 text; newlines separate lines of at most 100 characters each.
     int drawText(float x, float y, char const * text);
@@ -188,6 +212,7 @@ public:
     [[nodiscard]] float getTextWidth(char const * text) const;
 
     // ---- marks and symbols ----
+    /// The colour as allocColor gives it, of symbols and wind barbs as well.
     int setMarkColor(int color);
     int setMarkSize(float size); ///< window units
     /// 1 point, 2 plus, 3 star, 4 circle, 5 cross, 6 square, 7 triangle, 8 dot, 9 inverted triangle,
@@ -212,12 +237,17 @@ public:
     int drawWindBarb(float x, float y, float direction, float speed, float size, bool is_south = false);
 
     // ---- images ----
+    /// What of an image lies on its position: horizontally 0 or 1 left, 2 centre, 3 right; vertically 0 or 1
+    /// bottom, 2 centre, 3 top.
     int setImageAlign(int horizontal, int vertical);
+    /// Draws an image, a sample on a device unit; in a window into one frame of a loop. 0 for an empty one.
     int drawImage(Image const & image, float x, float y);
     int drawImage(Image const & image, int frame, float x, float y);
+    /// What a window shows; 0 and an empty image for a page.
     int getImage(Image & image);
 
     // ---- callbacks (window only) ----
+    /// Has the listener told of an event of that name, or tells all of them.
     int addCallback(char const * name, Listener * listener, void const * data);
     int doCallback(char const * name, char const * event);
     int callback(char const * name, char const * event, void const * data) override;

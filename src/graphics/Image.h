@@ -29,12 +29,16 @@ public:
     /// Makes the image empty: no width, no height.
     int clear();
 
+    /// Columns; 0 for an empty image.
     [[nodiscard]] int getWidth() const noexcept { return width; }
 
+    /// Rows; 0 for an empty image.
     [[nodiscard]] int getHeight() const noexcept { return height; }
 
+    /// Whether there are no samples.
     [[nodiscard]] bool isEmpty() const noexcept { return width == 0; }
 
+    /// Whether samples are numbers of colours in a palette.
     [[nodiscard]] bool isIndexed() const noexcept { return !colors.empty(); }
 
     /// color  packed RGB; a negative value is transparent. Bits above 23 are dropped. 0 outside the image, and
@@ -57,8 +61,10 @@ public:
     /// Colour i of the palette; TRANSPARENT outside it.
     [[nodiscard]] int getColor(int i) const;
 
+    /// Colours in the palette.
     [[nodiscard]] int getNumColors() const noexcept { return static_cast<int>(colors.size()); }
 
+    /// Gives a sample colour i of the palette. 0 outside the image or the palette.
     int setIndex(int column, int row, int i);
     /// The number of a sample's colour; -1 outside the image.
     [[nodiscard]] int getIndex(int column, int row) const;

@@ -39,6 +39,7 @@ public:
     /// Opens the file for reading; `isOpen` tells whether that went well.
     explicit GribFile(char const * name) { open(name); }
 
+    /// Opens the files for reading, read as one; `isOpen` tells whether that went well.
     explicit GribFile(Filename const & names) { open(names); }
 
     /// For reading; a name "-" reads standard input. An open file is closed first.
@@ -50,6 +51,7 @@ public:
     /// 0 when anything written was lost.
     int close();
 
+    /// Whether a file is open.
     [[nodiscard]] bool isOpen() const noexcept { return reader.isOpen() || output.isOpen(); }
 
     /// Back to the first message; 0 on a pipe.
@@ -86,6 +88,7 @@ public:
     /// The same with a jump of your own, in units of the field; not above 0 stands for half the range.
     int setMaxBad(int max, float threshold);
 
+    /// Whether the field read last was found to be bad.
     [[nodiscard]] bool isBad() const noexcept { return is_bad; }
 
     /// Whether the index file that a Filename may name beside the data file is used: a line for every bulletin, "octet

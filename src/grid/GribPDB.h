@@ -21,15 +21,18 @@ class GribPDB
 public:
     GribPDB() = default;
 
+    /// Forgets everything.
     int init();
     /// Takes over what the headers of a field say. `cache` holds the parameter rows looked up so far.
     int set(detail::grib::Field const & field, detail::GribParamCache & cache);
 
+    /// Edition of the message, 1 or 2.
     [[nodiscard]] int getEdition() const noexcept { return edition; }
 
     /// Originating centre, common code tables C-1 and C-11.
     [[nodiscard]] int getCentre() const noexcept { return centre; }
 
+    /// WMO common code table C-12.
     [[nodiscard]] int getSubCentre() const noexcept { return sub_centre; }
 
     /// Generating process, a number of the centre's own.
@@ -45,6 +48,7 @@ public:
     /// Edition 2: discipline of code table 0.0 and category of code table 4.1; edition 1: Const::MISS.
     [[nodiscard]] int getDiscipline() const noexcept { return discipline; }
 
+    /// Edition 2: code table 4.1; Const::MISS in edition 1.
     [[nodiscard]] int getCategory() const noexcept { return category; }
 
     /// Parameter number: code table 4.2 in edition 2, the parameter table in edition 1.
@@ -70,12 +74,16 @@ public:
     /// the limits of the event are in the units of the variable, Const::MISS for a limit that the type does not have.
     [[nodiscard]] int getProbability() const noexcept { return probability; }
 
+    /// Units of the variable; Const::MISS where there is none.
     [[nodiscard]] double getLowerLimit() const noexcept { return lower_limit; }
 
+    /// The same for the upper limit.
     [[nodiscard]] double getUpperLimit() const noexcept { return upper_limit; }
 
+    /// The level or layer of the field.
     [[nodiscard]] Level const & getLevel() const noexcept { return level; }
 
+    /// The variable of the field.
     [[nodiscard]] Variable const & getVar() const noexcept { return var; }
 
     /// Reference time.

@@ -43,30 +43,40 @@ public:
     [[nodiscard]] bool
     match(int number_value, int centre_value, int table_value, int key_value) const noexcept;
 
+    /// Whether this is the missing row.
     [[nodiscard]] bool isMiss() const noexcept { return number == Const::MISS; }
 
+    /// Parameter number.
     [[nodiscard]] int getNumber() const noexcept { return number; }
 
+    /// Originating centre; 0 for all.
     [[nodiscard]] int getCentre() const noexcept { return centre; }
 
+    /// Table version; 0 for all.
     [[nodiscard]] int getTable() const noexcept { return table; }
 
+    /// Discipline x 256 + category; 0 in edition 1.
     [[nodiscard]] int getKey() const noexcept { return key; }
 
+    /// Short name, "HGT".
     [[nodiscard]] char const * getName() const noexcept { return name.c_str(); }
 
+    /// Units, "gpm".
     [[nodiscard]] char const * getUnits() const noexcept { return units.c_str(); }
 
+    /// Description, "Geopotential height".
     [[nodiscard]] char const * getText() const noexcept { return text.c_str(); }
 
     /// The kind of level that the parameter implies, Level::Type; Const::MISS for none, which is the rule.
     [[nodiscard]] int getLevelCode() const noexcept { return level_code; }
 
+    /// See getLevelCode; taken as it stands.
     int setLevelCode(int value);
 
     /// The variable's index in the table of variables; Const::MISS for one that is not there.
     [[nodiscard]] int getVarCode() const noexcept { return var_code; }
 
+    /// See getVarCode; taken as it stands.
     int setVarCode(int value);
 
     /// The variable that the row describes; 0 for the missing row.

@@ -75,6 +75,7 @@ public:
     /// A third size for sources that have one (vertical levels); nothing in the library depends on it.
     int setNz(int value);
 
+    /// Const::MISS while not set.
     [[nodiscard]] int getNz() const noexcept { return nz; }
 
     /// The most values that a grid can have.
@@ -83,8 +84,10 @@ public:
     /// nx * ny; Const::MISS while no size is set.
     [[nodiscard]] int getSize() const noexcept;
 
+    /// Columns; Const::MISS while no size is set.
     [[nodiscard]] int getNx() const noexcept { return nx; }
 
+    /// Rows; Const::MISS while no size is set.
     [[nodiscard]] int getNy() const noexcept { return ny; }
 
     /// True when there are values.
@@ -94,10 +97,13 @@ public:
     /// values are freed or the grid is copied to.
     [[nodiscard]] float * data() noexcept { return values.data(); }
 
+    /// The same to read only.
     [[nodiscard]] float const * data() const noexcept { return values.data(); }
 
+    /// The same with their number.
     [[nodiscard]] std::span<float> getValues() noexcept { return {values.data(), values.size()}; }
 
+    /// The same to read only.
     [[nodiscard]] std::span<float const> getValues() const noexcept { return {values.data(), values.size()}; }
 
     /// The memory of the values, kept alive by whoever holds it. The grid takes other memory for values of
@@ -132,37 +138,47 @@ public:
     int setVersion(int value);
     int setModel(int value);
 
+    /// The grid type; 0 while not set.
     [[nodiscard]] int getType() const noexcept { return type; }
 
+    /// The originating centre, WMO common code table C-11.
     [[nodiscard]] int getSource() const noexcept { return source; }
 
+    /// The version of the file's form.
     [[nodiscard]] int getVersion() const noexcept { return version; }
 
+    /// The generating process, by the centre's own table.
     [[nodiscard]] int getModel() const noexcept { return model; }
 
     /// The name of the model that made the grid.
     int setGenName(char const * text);
 
+    /// Empty while not set, as the texts that follow.
     [[nodiscard]] char const * getGenName() const noexcept { return gen_name.c_str(); }
 
     /// The date and time as it stood in the source.
     int setDatim(char const * text);
 
+    /// The date and time as it stood in the source.
     [[nodiscard]] char const * getDatim() const noexcept { return datim.c_str(); }
 
     /// A descriptive text, by habit the long name of the field with its units in square brackets.
     int setInfo(char const * text);
 
+    /// The descriptive text.
     [[nodiscard]] char const * getInfo() const noexcept { return info.c_str(); }
 
     /// The initial (reference) time.
     int setDate(Date const & value);
     int setDate(DateVal const & value);
 
+    /// The initial time; getInitDate is the same.
     [[nodiscard]] Date const & getDate() const noexcept { return date; }
 
+    /// Its fields.
     [[nodiscard]] DateVal const & getDateVal() const noexcept { return date; }
 
+    /// The initial time.
     [[nodiscard]] Date const & getInitDate() const noexcept { return date; }
 
     /// The time for which the field holds: initial time plus forecast time. 0 and unset while there is no
@@ -173,24 +189,30 @@ public:
     int setDomain(Domain const & value);
     int setDomain(DomainVal const & value);
 
+    /// Where the grid lies.
     [[nodiscard]] Domain const & getDomain() const noexcept { return domain; }
 
+    /// The domain's plain values, its projection (Domain::LATLON, ...) and the distances of columns and rows.
     [[nodiscard]] DomainVal const & getDomainVal() const;
     [[nodiscard]] int getProj() const;
     [[nodiscard]] float getDx() const;
     [[nodiscard]] float getDy() const;
 
+    /// The vertical level or layer; for texts see Level::set, which warns.
     int setLevel(Level const & value);
     int setLevel(char const * text);
 
+    /// The vertical level or layer.
     [[nodiscard]] Level const & getLevel() const noexcept { return level; }
 
     /// The kind of level, Level::Type.
     [[nodiscard]] int getLevelType() const noexcept { return level.getType(); }
 
+    /// The forecast time; for texts see ForeTime::set.
     int setForeTime(ForeTime const & value);
     int setForeTime(char const * text);
 
+    /// The forecast time.
     [[nodiscard]] ForeTime const & getForeTime() const noexcept { return fore; }
 
     /// The forecast time in hours and in seconds after the initial time (the end of a period); Const::MISS
@@ -198,15 +220,18 @@ public:
     [[nodiscard]] int getForeHours() const;
     [[nodiscard]] long getForeSeconds() const;
 
+    /// The variable; for texts see Variable::set, which warns.
     int setVar(Variable const & value);
     int setVar(char const * text);
 
+    /// The variable.
     [[nodiscard]] Variable const & getVar() const noexcept { return var; }
 
     /// The variable's units become the text, and the info text ends in them: "Height [gpm]". A bracketed part
     /// that is there already is replaced. A null, empty or blank text is ignored (0). Values are not changed.
     int setUnits(char const * text);
 
+    /// Units of the values, empty where they are not known.
     [[nodiscard]] char const * getUnits() const noexcept { return var.getUnits(); }
 
     /// Converts the values to other units of the same quantity and sets them. Returns 0, prints a warning and
@@ -223,6 +248,7 @@ public:
     // Positions: all through the domain, see Domain
     // ------------------------------------------------------------
 
+    /// From one to the other of earth, plane and grid.
     int tran(EarthPoint const & in, Point & out) const;
     int tran(EarthPoint const & in, GridPoint & out) const;
     int tran(Point const & in, EarthPoint & out) const;
@@ -252,6 +278,7 @@ public:
     int setLocate(int column, int row, Point const & point);
     int getLocate(int column, int row, Point & point) const;
 
+    /// Whether there is room for locations.
     [[nodiscard]] bool isLocate() const noexcept { return locate_x.size() > 0; }
 
     /// The coordinates in storage order, empty where there are none.
@@ -260,6 +287,7 @@ public:
         return {locate_x.data(), locate_x.size()};
     }
 
+    /// The same for the other coordinate.
     [[nodiscard]] std::span<float const> getLocateY() const noexcept
     {
         return {locate_y.data(), locate_y.size()};

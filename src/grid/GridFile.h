@@ -29,8 +29,10 @@ public:
     /// Opens the file for reading; `isOpen` tells whether that went well.
     explicit GridFile(char const * name) { open(name); }
 
+    /// The same for several files read as one.
     explicit GridFile(Filename const & names) { open(names); }
 
+    /// The same for reading or writing, see `open`.
     GridFile(char const * name, int mode, int format = 0) { open(name, mode, format); }
 
     /// The form of a file: YUL when it begins with "YulGRID" or is "-", standard input; NETCDF when it begins with
@@ -47,6 +49,7 @@ public:
     /// 0 with a warning when anything written was lost.
     int close();
 
+    /// Whether a file is open.
     [[nodiscard]] bool isOpen() const noexcept { return type != 0; }
 
     /// The form of the file that is open; 0 without one.
@@ -57,18 +60,23 @@ public:
     /// YUL: version of the headers that are written, and the printf format of text values.
     int setVer(int version) { return yul.setVer(version); }
 
+    /// See GridYulFile::setFormat.
     int setFormat(char const * text) { return yul.setFormat(text); }
 
     /// GRIB: descriptions that go before the tables, use of index files, the detector of bad data, bits of each packed
     /// value.
     int setParam(int edition, GribParam const & row);
 
+    /// See GribFile::useHdrFile.
     int useHdrFile(int use) { return grib.useHdrFile(use); }
 
+    /// See GribFile::setMaxBad.
     int setMaxBad(int max) { return grib.setMaxBad(max); }
 
+    /// See GribFile::setMaxBad.
     int setMaxBad(int max, float threshold) { return grib.setMaxBad(max, threshold); }
 
+    /// See GribFile::setValueBits.
     int setValueBits(int bits) { return grib.setValueBits(bits); }
 
     /// A value that stands for "missing" in the files beside -9999: where it is read, -9999 is put in its place.

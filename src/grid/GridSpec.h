@@ -16,10 +16,13 @@ class ModelSpec
 public:
     ModelSpec() = default;
 
+    /// As by `set`.
     explicit ModelSpec(char const * text) { set(text); }
 
+    /// As by `set`.
     ModelSpec(int source_code, int model_code) { set(source_code, model_code); }
 
+    /// Opens both parts.
     int init();
 
     /// "source:model" or "source", numbers of 0 to 65535; "*" or nothing for any: "7:96", "98", "*:96".
@@ -30,13 +33,16 @@ public:
     int set(int source_code, int model_code);
     int set(ModelSpec const & spec);
 
+    /// Whether one of the codes is set.
     [[nodiscard]] bool isSet() const noexcept
     {
         return !detail::isMissing(source) || !detail::isMissing(model);
     }
 
+    /// The originating centre, WMO common code table C-11; Const::MISS for any.
     [[nodiscard]] int getSource() const noexcept { return source; }
 
+    /// The generating process; Const::MISS for any.
     [[nodiscard]] int getModel() const noexcept { return model; }
 
     /// The text that `set` reads back; "*" for any.
@@ -45,6 +51,7 @@ public:
     /// True when every code that this one sets is the same in the other.
     [[nodiscard]] bool match(ModelSpec const & spec) const;
 
+    /// Lists it on standard output, the text and a newline.
     int print() const;
 
 private:
@@ -59,8 +66,10 @@ class GridSpec
 public:
     GridSpec() = default;
 
+    /// As by `set`.
     explicit GridSpec(char const * text) { set(text); }
 
+    /// Opens all parts.
     int init();
 
     /// Comma-separated parts "variable,level,forecast time,model": "HGT,500mb,24h", "TMP,2m", "APCP,,0-6h",
@@ -70,6 +79,7 @@ public:
     int decode(char const * text);
     int set(GridSpec const & spec);
 
+    /// One part; texts are read by the part's own `set`, which warns and changes nothing where it returns 0.
     int setVar(Variable const & variable);
     int setVar(char const * text);
     int setLevel(Level const & value);
@@ -79,12 +89,16 @@ public:
     int setModel(ModelSpec const & value);
     int setModel(char const * text);
 
+    /// Not set where the part is open, as the others.
     [[nodiscard]] Variable const & getVar() const noexcept { return var; }
 
+    /// The level; not set for any.
     [[nodiscard]] Level const & getLevel() const noexcept { return level; }
 
+    /// The forecast time; not set for any.
     [[nodiscard]] ForeTime const & getForeTime() const noexcept { return fore; }
 
+    /// Originating centre and generating process; not set for any.
     [[nodiscard]] ModelSpec const & getModel() const noexcept { return model; }
 
     /// True when any part is set.
@@ -96,6 +110,7 @@ public:
     /// True when every part that this one sets is the same in the other (a grid's own spec).
     [[nodiscard]] bool match(GridSpec const & spec) const;
 
+    /// Lists it on standard output, the text and a newline.
     int print() const;
 
 private:

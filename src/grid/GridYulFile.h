@@ -40,6 +40,7 @@ public:
     /// Opens the file; `isOpen` tells whether that went well.
     explicit GridYulFile(char const * name) { open(name); }
 
+    /// Opens the file, see `open`.
     GridYulFile(char const * name, int mode, int format = 0) { open(name, mode, format); }
 
     /// name    "-" reads standard input; a command behind "|" is written to.
@@ -50,6 +51,7 @@ public:
     /// 0 with a warning when anything written was lost.
     int close();
 
+    /// Whether a file is open.
     [[nodiscard]] bool isOpen() const noexcept { return input != nullptr || output.isOpen(); }
 
     /// The version of the headers that are written, 1 to 4; it holds for files opened later too. Versions 1 and 2 have
@@ -57,6 +59,7 @@ public:
     /// read back.
     int setVer(int value);
 
+    /// The version of the headers that are written.
     [[nodiscard]] int getVer() const noexcept { return version; }
 
     /// The printf format of text values, at most 15 characters (the rest is cut off), with one number of %e, %f or %g
@@ -64,6 +67,7 @@ public:
     /// which keeps every float. Returns 0 and changes nothing for any other text.
     int setFormat(char const * text);
 
+    /// The format of text values; valid until it changes.
     [[nodiscard]] char const * getFormat() const noexcept { return value_format.c_str(); }
 
     /// The next grid.

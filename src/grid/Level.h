@@ -60,10 +60,13 @@ public:
 
     Level() = default;
 
+    /// As by `set`, which warns; not set where it returns 0.
     explicit Level(char const * text) { set(text); }
 
+    /// As by `set`.
     Level(int kind, float value) { set(kind, value); }
 
+    /// As by `set`.
     Level(int kind, float first, float second) { set(kind, first, second); }
 
     /// Forgets the level: kind NONE, values Const::MISS.
@@ -113,13 +116,16 @@ public:
     /// Returns 0 and changes nothing when the codes are not of that form.
     int setCodes(int type_code, int value_code);
 
+    /// Whether there is a kind.
     [[nodiscard]] bool isSet() const noexcept { return type != NONE; }
 
+    /// Whether there are two values.
     [[nodiscard]] bool isLayer() const noexcept { return !detail::isMissing(val2); }
 
     /// True for a kind that the library knows by name.
     [[nodiscard]] bool isKnown() const;
 
+    /// The kind, a Type or another code of the table; NONE while not set.
     [[nodiscard]] int getType() const noexcept { return type; }
 
     /// The value, or a layer's first value; Const::MISS for a kind without number.

@@ -57,21 +57,28 @@ public:
     /// NaN and infinity.
     int setMissVal(float value);
 
+    /// Grid lengths squared, see setFilter.
     [[nodiscard]] float getFilter() const noexcept { return filter; }
 
+    /// Grid lengths, see setRadInf.
     [[nodiscard]] float getRadInf() const noexcept { return rad_inf; }
 
+    /// See setNumPass.
     [[nodiscard]] int getNumPass() const noexcept { return pass; }
 
+    /// See setConverg.
     [[nodiscard]] float getConverg() const noexcept { return conv; }
 
+    /// See setMinSta.
     [[nodiscard]] int getMinSta() const noexcept { return min_sta; }
 
+    /// See setMissVal.
     [[nodiscard]] float getMissVal() const noexcept { return miss; }
 
     /// The domain on whose grid the analysis is made.
     int setDomain(Domain const & value);
 
+    /// The domain on whose grid the analysis is made.
     [[nodiscard]] Domain const & getDomain() const noexcept { return domain; }
 
     /// Analyses every field of the data onto a grid of the domain: field 0 into the first grid of the list, and

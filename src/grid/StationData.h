@@ -35,6 +35,7 @@ public:
     /// warning when the arrays differ in length or memory is short.
     int add(std::span<float const> lats, std::span<float const> lons);
 
+    /// NaN and infinite values become missing. 0 with a warning for a station or a field that there is not.
     int setValue(int station, int field, float value);
     /// One field of all stations in their order; infinite values become missing. 0 with a warning when there
     /// is no such field or another number of stations.
@@ -43,13 +44,16 @@ public:
     /// Missing for a station or a field that there is not.
     [[nodiscard]] float getValue(int station, int field) const noexcept;
 
+    /// Number of stations.
     [[nodiscard]] int getNum() const noexcept { return locations.getNum(); }
 
+    /// Number of fields.
     [[nodiscard]] int getFields() const noexcept { return num_fields; }
 
     /// The station's own location, valid until stations are added; a missing one for a station that there is not.
     [[nodiscard]] EarthPoint & getLocation(int station) { return locations.get(station); }
 
+    /// All locations in the order of the stations.
     [[nodiscard]] EarthPoints const & getLocations() const noexcept { return locations; }
 
     /// The name of a field, by habit a variable as "TMP" or "TMP[C]". It stands in the messages of an analysis

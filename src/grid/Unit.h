@@ -20,6 +20,7 @@ public:
     /// Without units: not valid.
     Unit() = default;
 
+    /// As by `set`.
     Unit(char const * from, char const * to) { set(from, to); }
 
     /// Returns 0 and becomes not valid when there is no conversion. Prints nothing.
@@ -27,10 +28,13 @@ public:
     /// A conversion by its numbers. Returns 0 and becomes not valid when one is not finite or the factor is 0.
     int set(double factor_value, double offset_value);
 
+    /// Whether there is a conversion.
     [[nodiscard]] bool isValid() const noexcept { return is_valid; }
 
+    /// What a value is multiplied by.
     [[nodiscard]] double getFactor() const noexcept { return factor; }
 
+    /// What is added then.
     [[nodiscard]] double getOffset() const noexcept { return offset; }
 
     /// The value in the other units; Const::MISS for a missing value, for NaN and while not valid.

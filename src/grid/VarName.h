@@ -21,12 +21,16 @@ struct VarNameItem
     char const * long_name = ""; ///< "Temperature"
     char const * units = "";     ///< "K", as GRIB stores the values
 
+    /// The index in the table.
     [[nodiscard]] int getIndex() const noexcept { return index; }
 
+    /// Short name, "HGT"; a static text, as the others.
     [[nodiscard]] char const * getName() const noexcept { return name; }
 
+    /// Long name, "Geopotential height".
     [[nodiscard]] char const * getLongName() const noexcept { return long_name; }
 
+    /// Units of the table, "gpm".
     [[nodiscard]] char const * getUnits() const noexcept { return units; }
 
     /// The number in table 2 of edition 1; Const::MISS where it has none.

@@ -17,8 +17,10 @@ class Variable
 public:
     Variable() = default;
 
+    /// As by `set`, which warns.
     explicit Variable(char const * text) { set(text); }
 
+    /// As by `set`.
     explicit Variable(int index_value) { set(index_value); }
 
     /// Forgets the variable: empty texts, index Const::MISS.
@@ -46,14 +48,19 @@ public:
     /// Only the units; the values of a grid are not converted.
     int setUnits(char const * text);
 
+    /// Whether there is a variable.
     [[nodiscard]] bool isSet() const noexcept { return !name.empty(); }
 
+    /// Short name, "HGT"; empty while not set. Texts are valid until the variable changes.
     [[nodiscard]] char const * getName() const noexcept { return name.c_str(); }
 
+    /// Long name, "Geopotential height".
     [[nodiscard]] char const * getLongName() const noexcept { return long_name.c_str(); }
 
+    /// Units of the values, "gpm".
     [[nodiscard]] char const * getUnits() const noexcept { return units.c_str(); }
 
+    /// The index in the table; Const::MISS for a variable of its own.
     [[nodiscard]] int getIndex() const noexcept { return index; }
 
     /// The text that `set` reads back: the name, with the units in square brackets where they differ from the

@@ -12,9 +12,11 @@ class Filename
 public:
     Filename() = default;
 
+    /// A list of that one name; empty for a null or empty one.
     // NOLINTNEXTLINE(google-explicit-constructor): names are given as they stand
     Filename(char const * name) { set(name); }
 
+    /// The same with an index file.
     Filename(char const * name, char const * index) { set(name, index); }
 
     /// No names, no index file.
@@ -26,6 +28,7 @@ public:
     int add(char const * name);
     int add(char const * name, char const * index);
 
+    /// Number of names.
     [[nodiscard]] int getNum() const noexcept { return names.getNum(); }
 
     /// Name i, 0 is the first; null for an index outside the list. Valid until the list is set again.
@@ -37,6 +40,7 @@ public:
     /// The index file of name i; empty when it has none, null for an index outside the list.
     [[nodiscard]] char const * getIndex(int i) const noexcept { return indexes.getString(i); }
 
+    /// The index file of the first name.
     [[nodiscard]] char const * getIndex() const noexcept { return getIndex(0); }
 
 private:

@@ -22,6 +22,7 @@ class NameConv
 public:
     NameConv() = default;
 
+    /// As by `set`.
     explicit NameConv(char const * spec) { set(spec); }
 
     /// Everything as in a new object.
@@ -50,6 +51,7 @@ public:
     int setPath(char const * path);
     int setPath(String const & path);
 
+    /// The directory that stands for all others; empty for none.
     [[nodiscard]] char const * getPath() const noexcept { return own_path.c_str(); }
 
     /// The file template.
@@ -58,6 +60,7 @@ public:
     /// The extension that %e writes, at most 30 characters.
     int setExt(char const * extension);
 
+    /// The extension; empty for none.
     [[nodiscard]] char const * getExt() const noexcept { return ext.c_str(); }
 
     /// The forecast hour that %f writes without a key "f".
@@ -75,8 +78,10 @@ public:
     /// template.
     int encode(Date const & date, int which, String & name);
 
+    /// The name of the data file, and of its header file.
     int encodeFile(Date const & date, String & name) { return encode(date, 0, name); }
 
+    /// The same of the header file.
     int encodeHdr(Date const & date, String & name) { return encode(date, 1, name); }
 
     /// Finds the file for "[>][#YYYYMMDDHHmm][+-[Dd]H[:M]][[+-]la[#limit]]", or takes "@name" as it stands;
@@ -87,6 +92,7 @@ public:
     /// The date of the last result.
     int getDate(Date & date) const;
 
+    /// Lists templates, extension, directory, search step and keys on standard output.
     int print() const;
 
 private:

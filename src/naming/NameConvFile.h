@@ -12,6 +12,7 @@ namespace Yul {
 class NameConvFile
 {
 public:
+    /// Forgets name and time.
     int init();
     /// Sets the name alone.
     int setFilename(char const * name);
@@ -20,8 +21,10 @@ public:
     /// Empty until set; valid until it is set again.
     [[nodiscard]] char const * getFilename() const noexcept { return filename.c_str(); }
 
+    /// The time of the file, not set where it is not known.
     [[nodiscard]] Date const & getDate() const noexcept { return date; }
 
+    /// The same as seconds since 1970; Const::MISS where it is not known.
     [[nodiscard]] long getSeconds() const noexcept { return seconds; }
 
 private:

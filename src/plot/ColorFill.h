@@ -22,17 +22,20 @@ public:
 
     ColorFill() = default;
 
+    /// Forgets levels and colours.
     int init();
 
     /// Explicit levels, separated by commas, colons or blanks; an empty or null text takes them away. 0, and
     /// nothing changes, when an item is no number or there are more than MAX_COLORS.
     int setValues(char const * text);
 
+    /// Number of explicit levels.
     [[nodiscard]] int getNumValues() const noexcept { return static_cast<int>(values.size()); }
 
     /// Const::MISS for an index outside the list.
     [[nodiscard]] float getValue(int i) const noexcept;
 
+    /// All explicit levels.
     [[nodiscard]] std::vector<float> const & getValues() const noexcept { return values; }
 
     /// 1 to MAX_COLORS, else 0.
@@ -59,8 +62,10 @@ public:
     int setInterval(float value);
     int setBase(float value);
 
+    /// Const::MISS while not set.
     [[nodiscard]] float getInterval() const noexcept { return interval; }
 
+    /// Const::MISS while not set.
     [[nodiscard]] float getBase() const noexcept { return base; }
 
 private:

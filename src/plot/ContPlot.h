@@ -53,6 +53,7 @@ public:
     /// The scale of colours: they fill the bands where `setFilled` says so, else they colour the lines.
     int setFill(ColorFill const & value);
 
+    /// The scale of colours.
     [[nodiscard]] ColorFill const & getFill() const noexcept { return fill; }
 
     /// Whether the bands between levels are filled: from each level up to the next in the level's colour,
@@ -79,6 +80,7 @@ public:
     /// return 0 for a grid without values.
     int calcLevels(Grid const & grid);
 
+    /// Number of levels of the last choice.
     [[nodiscard]] int getNumLevels() const noexcept { return static_cast<int>(scale.levels.size()); }
 
     /// Level i of the last choice. Levels beyond the last go on by the interval; beyond explicit ones there
@@ -91,6 +93,7 @@ public:
     /// Lowest and highest level of the last choice.
     [[nodiscard]] float getLow() const noexcept { return scale.lowest; }
 
+    /// The highest of them.
     [[nodiscard]] float getHigh() const noexcept { return scale.highest; }
 
     /// Draws the grid on an open plot, in the plot's domain or, where it has none, in the grid's own, which

@@ -16,12 +16,14 @@ class GridBox
 public:
     GridBox() = default;
 
+    /// Forgets corners, level and tweak.
     int init();
 
     /// How far a corner is moved that equals the level; 0 counts as set. Const::MISS until set: the first
     /// such corner then sets it to 5e-5 of its value. NaN is refused.
     int setTweak(float value);
 
+    /// The tweak; Const::MISS until set.
     [[nodiscard]] float getTweak() const noexcept { return tweak; }
 
     /// Corner values; one that is Const::MISS or no finite number leaves the cell without contours.
@@ -36,12 +38,14 @@ public:
     /// Corner value i as it is now; Const::MISS for another index.
     [[nodiscard]] float getValue(int i) const noexcept;
 
+    /// The level set last.
     [[nodiscard]] float getLevel() const noexcept { return level; }
 
     /// Fraction along side i at which it is crossed, or a code: -1 the level equals the side's corner, -2 it
     /// lies before the side's start, -3 behind its end, -4 the side lies on the level, -5 neither.
     [[nodiscard]] float getSide(int i) const noexcept;
 
+    /// The number of crossings: 0, 2 or 4.
     [[nodiscard]] int getNumCross() const noexcept { return crossings.count; }
 
     /// The side of crossing i, in side order; -1 for another index.
@@ -49,8 +53,10 @@ public:
     /// The place of crossing i; an unset point for another index. Valid until the next level is set.
     [[nodiscard]] Point & getCross(int i);
 
+    /// The smallest of the corner values.
     [[nodiscard]] float getMin() const noexcept { return corners.min; }
 
+    /// The largest of the corner values.
     [[nodiscard]] float getMax() const noexcept { return corners.max; }
 
     /// -1 when the level lies below the cell's minimum, 1 above its maximum, else 0.

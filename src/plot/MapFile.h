@@ -38,11 +38,13 @@ public:
     /// Forgets everything, read or made; returns 1.
     int close();
 
+    /// Whether a file is open.
     [[nodiscard]] bool isOpen() const noexcept { return file.isOpen(); }
 
     /// Where the lines come from and on what terms, as the file says it. Valid until the file changes.
     [[nodiscard]] char const * getSource() const noexcept { return source.c_str(); }
 
+    /// Number of layers, those that were added included.
     [[nodiscard]] int getNumLayers() const noexcept { return static_cast<int>(layers.size()); }
 
     /// Layer i, 0 is the first; an empty header for a number outside.

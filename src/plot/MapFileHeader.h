@@ -38,14 +38,19 @@ public:
     /// Valid until the header changes.
     [[nodiscard]] char const * getName() const noexcept { return name.c_str(); }
 
+    /// Millions: 50 for 1 : 50 million.
     [[nodiscard]] int getScale() const noexcept { return scale; }
 
+    /// LINE or AREA.
     [[nodiscard]] int getKind() const noexcept { return kind; }
 
+    /// Steps of a degree.
     [[nodiscard]] int getUnits() const noexcept { return units; }
 
+    /// Number of lines.
     [[nodiscard]] int getNumLines() const noexcept { return num_lines; }
 
+    /// Points of all lines.
     [[nodiscard]] int getNumPoints() const noexcept { return num_points; }
 
     /// What the lines lie in, to a fiftieth of a degree outward; not set for a layer without lines. Longitudes may

@@ -49,6 +49,7 @@ public:
     /// that suits the page. 0 and no change outside 0 to 1000.
     int setDetail(int millions);
 
+    /// See setDetail.
     [[nodiscard]] int getDetail() const noexcept { return detail; }
 
     /// Leaves out lines of a higher rank, 0 to 255; Const::MISS for a limit that suits the page. 0 and no change for

@@ -57,8 +57,10 @@ public:
     ///         cannot be opened.
     int open(char const * params);
 
+    /// The same without overrides.
     int open() { return open(nullptr); }
 
+    /// Whether a page is open.
     [[nodiscard]] bool isOpen() const noexcept { return graph.isOpen(); }
 
     /// Finishes the page; 0 when nothing was open or output was lost.
@@ -71,6 +73,7 @@ public:
     /// Both live as long as the plot.
     [[nodiscard]] Graph & getGraph() noexcept { return graph; }
 
+    /// The plot's colours.
     [[nodiscard]] ColorMap & getColorMap() noexcept { return colors; }
 
     /// The device's value for a colour name; for one that is not known (or none) that of the fallback.
@@ -107,6 +110,7 @@ public:
     /// The domain of the plot, else this one: for layers, before they draw. 0 when neither has limits.
     int useDomain(Domain const & value);
 
+    /// The plot domain, missing where none is set.
     [[nodiscard]] Domain const & getDomain() const noexcept { return domain; }
 
     /// The part of the plane inside the frame.
@@ -116,6 +120,7 @@ public:
     /// domain and the labels are forgotten.
     int newPanel(char const * params);
 
+    /// Where panel, frame and labels stand.
     [[nodiscard]] detail::PanelLayout const & getLayout() const noexcept { return layout; }
 
     /// Parallels and meridians in the plane of the plot.
@@ -124,6 +129,7 @@ public:
     int drawGraticule(char const * attr, float lat_step, float lon_step);
     int drawGraticule(char const * attr);
 
+    /// The same with plain lines at suitable steps.
     int drawGraticule() { return drawGraticule(nullptr); }
 
     /// Frame, ticks where the graticule meets it, and their labels.
@@ -150,8 +156,10 @@ public:
     /// What the colour bar shows: a layer tells it. `drawBar` draws it where the parameters have asked for one.
     int setColorBar(detail::ColorBar value);
 
+    /// What the colour bar shows.
     [[nodiscard]] detail::ColorBar const & getColorBar() const noexcept { return color_bar; }
 
+    /// The key to the colours of the layer, where parameters asked for one.
     int drawBar();
 
     /// Draws a picture file (PNG) at a place of the page in NDC. The file is looked for by its name, then in
@@ -171,14 +179,18 @@ public:
     ///        cannot be written. `close` does the same where the setting "output" asks for it.
     int saveImage(char const * name, char const * type);
 
+    /// The same with the type that the setting names.
     int saveImage(char const * name) { return saveImage(name, nullptr); }
 
     /// What the codes of labels stand for: layers fill it in.
     [[nodiscard]] detail::LabelFacts & getFacts() noexcept { return facts; }
 
+    /// printf-style text on the graph, see Graph::drawFormText.
     [[gnu::format(printf, 4, 5)]] int drawFormText(float x, float y, char const * format, ...);
+    /// A line for the user, see Graph::message.
     [[gnu::format(printf, 2, 3)]] int message(char const * format, ...);
 
+    /// Takes an event of the graph, see Listener.
     int callback(char const * name, char const * event, void const * data) override;
 
 private:

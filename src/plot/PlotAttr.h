@@ -13,8 +13,10 @@ class PlotAttr
 public:
     PlotAttr() = default;
 
+    /// As by `set`.
     explicit PlotAttr(char const * text) { set(text); }
 
+    /// As by `set`.
     PlotAttr(char const * text, char const * defaults) { set(text, defaults); }
 
     /// Makes every field "not given".
@@ -60,6 +62,7 @@ public:
     int shadow = Const::MISS;      ///< drop shadow count
     int fill = Const::MISS;        ///< fill style code
     int color = Const::MISS;       ///< colour index
+    /// Names, empty where they are not given; cut to what fits.
     char color_name[20] = "";
     char font[120] = "";
     char label_color[20] = "";

@@ -21,14 +21,19 @@ public:
     /// help   the line that printHelp shows
     ResrcDBItem(char const * key, char const * env, char const * brief, char const * help);
 
+    /// The same as the constructor; null texts are empty.
     int set(char const * key, char const * env, char const * brief, char const * help);
 
+    /// The four texts; valid until they are set again.
     [[nodiscard]] char const * getKey() const noexcept { return key_text.c_str(); }
 
+    /// The environment variable, empty for none.
     [[nodiscard]] char const * getEnv() const noexcept { return env_text.c_str(); }
 
+    /// The short name, empty for none.
     [[nodiscard]] char const * getBrief() const noexcept { return brief_text.c_str(); }
 
+    /// The line of help, empty for none.
     [[nodiscard]] char const * getHelp() const noexcept { return help_text.c_str(); }
 
 private:
@@ -42,9 +47,11 @@ private:
 class ResrcDBList
 {
 public:
+    /// Appends an option. Returns 1.
     int add(char const * key, char const * env, char const * brief, char const * help);
     int add(ResrcDBItem const & item);
 
+    /// Puts the cursor before the first item.
     int rewind();
     /// The first item, and the cursor moves behind it; null for an empty list.
     [[nodiscard]] ResrcDBItem * first();
@@ -54,6 +61,7 @@ public:
     [[nodiscard]] ResrcDBItem * get(int i);
     [[nodiscard]] ResrcDBItem const * get(int i) const;
 
+    /// Number of items.
     [[nodiscard]] int getNum() const noexcept { return static_cast<int>(items.size()); }
 
     /// Lists key, environment variable, short name and help of every item on standard output.

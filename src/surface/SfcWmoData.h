@@ -48,10 +48,13 @@ public:
     /// Heading of the bulletin, at most 80 characters, and the octet position of its start line in the feed.
     [[nodiscard]] char const * getHeader() const noexcept { return header.c_str(); }
 
+    /// The octet position; Const::MISS where it is not known.
     [[nodiscard]] long getLoc() const noexcept { return loc; }
 
+    /// A Kind.
     [[nodiscard]] int getKind() const noexcept { return kind; }
 
+    /// A Country.
     [[nodiscard]] int getCountry() const noexcept { return country; }
 
     /// Whether the station says that it has nothing to report.

@@ -18,8 +18,10 @@ class SfcWmoFile : public WmoParse
 public:
     SfcWmoFile() { init(); }
 
+    /// Opens the feed; `isOpen` tells whether that went well.
     explicit SfcWmoFile(char const * name);
 
+    /// As WmoParse::init, without product identifiers; reports of all types are taken again.
     int init();
 
     /// Only reports of this type or word, "METAR" or "AAXX", in any case; null or empty takes all.
@@ -44,10 +46,13 @@ public:
     /// where it states none).
     [[nodiscard]] char const * getHeading() const noexcept { return checked_heading.c_str(); }
 
+    /// Day of the month.
     [[nodiscard]] int getDay() const noexcept { return day; }
 
+    /// 0 to 23.
     [[nodiscard]] int getHour() const noexcept { return hour; }
 
+    /// 0 to 59.
     [[nodiscard]] int getMinute() const noexcept { return minute; }
 
     /// SfcWmoData::Kind: 1 for "SA", 5 for "SI", "SM", "SN" and "SS"; other headings keep what was before.

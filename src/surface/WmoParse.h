@@ -37,6 +37,7 @@ public:
 
     WmoParse() { init(); }
 
+    /// Opens the feed; `isOpen` tells whether that went well.
     explicit WmoParse(char const * name);
 
     /// Closes the files, forgets filters and options and takes the options of the resource "parameter".
@@ -55,8 +56,10 @@ public:
     int open(Filename const & names);
     int open(char const * name);
 
+    /// Whether a file is open.
     [[nodiscard]] bool isOpen() const noexcept { return feed.isOpen(); }
 
+    /// Closes feed and index, and goes back to the first file of the list. Returns 1.
     int close();
     /// Back to the beginning of the current file.
     int rewind();
@@ -90,16 +93,19 @@ public:
     /// read.
     [[nodiscard]] char const * getHeader() const noexcept { return heading.c_str(); }
 
+    /// The product identifier; empty where none is expected.
     [[nodiscard]] char const * getAwip() const noexcept { return identifier.c_str(); }
 
     /// Whether a heading came before the line read last.
     [[nodiscard]] bool isNewProd() const noexcept { return is_new_product; }
 
+    /// Whether the line read last is one of a bulletin's data.
     [[nodiscard]] bool isData() const noexcept { return state >= detail::LINE_DATA; }
 
     /// Octet positions of the line read last and of the current heading.
     [[nodiscard]] long getLoc() const noexcept { return line_position; }
 
+    /// The octet position of the current heading.
     [[nodiscard]] long getHeaderLoc() const noexcept { return heading_position; }
 
     /// True for the two start lines and for "** ".

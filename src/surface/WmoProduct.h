@@ -17,14 +17,19 @@ class WmoParse;
 class WmoProduct : public Filename
 {
 public:
+    /// Forgets everything.
     int init();
+    /// Texts are cut to 80 characters; the location is that of the start line, octets. The lines are
+    /// forgotten. Returns 1.
     int set(char const * heading, char const * identifier, long location);
     /// Lines made by hand: their text, joined by newlines, and their codes, a character each; null texts are empty. 0, and
     /// nothing changes, unless there are as many codes as lines.
     int setLines(char const * lines, char const * line_codes);
 
+    /// The heading; valid until this product changes, as all its texts.
     [[nodiscard]] char const * getHeader() const noexcept { return header.c_str(); }
 
+    /// The product identifier.
     [[nodiscard]] char const * getAwip() const noexcept { return awip.c_str(); }
 
     /// Const::MISS until set.
@@ -41,6 +46,7 @@ public:
     /// until this product changes.
     [[nodiscard]] char const * getText() const noexcept { return text.c_str(); }
 
+    /// The same as a view.
     [[nodiscard]] std::string_view view() const noexcept { return text; }
 
     /// A character a line, whose number is the line's code (see WmoParse).

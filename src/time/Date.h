@@ -74,6 +74,7 @@ public:
     /// return  the seconds.
     long computeSecs();
 
+    /// Whether any field is there.
     [[nodiscard]] bool isSet() const noexcept { return seconds != Const::MISS; }
 
     /// Seconds since 1970; Const::MISS while not set.
@@ -91,13 +92,16 @@ public:
     /// At most 4 characters; lives as long as this date.
     [[nodiscard]] char const * getZoneName() const noexcept { return zone_name; }
 
+    /// By the seconds since 1970.
     bool operator<(Date const & other) const noexcept { return seconds < other.seconds; }
 
+    /// By the seconds since 1970.
     bool operator>(Date const & other) const noexcept { return seconds > other.seconds; }
 
     /// Moves by whole seconds; all fields are filled, missing markers are lost.
     Date & operator+=(int value);
 
+    /// The year alone changes, the other fields stay.
     int addYears(int n);
     /// The day stays: 31 January plus one month is 31 February in the fields, and 3 March in the seconds.
     int addMonths(int n);

@@ -16,10 +16,12 @@ public:
     /// before, after  minutes.
     DateRange(Date const & center_date, int before_minutes, int after_minutes);
 
+    /// Centre and minutes, or one of them; the other stays.
     int set(Date const & center_date, int before_minutes, int after_minutes);
     int set(Date const & center_date);
     int set(int before_minutes, int after_minutes);
 
+    /// Whether the moment lies in the window.
     [[nodiscard]] bool valid(Date const & date) const noexcept;
     /// seconds  since 1970.
     [[nodiscard]] bool valid(int seconds) const noexcept;
@@ -27,8 +29,10 @@ public:
     /// Centre, seconds since 1970 (Const::MISS until set), and minutes before and after it.
     [[nodiscard]] long getCenter() const noexcept { return center; }
 
+    /// Minutes before the centre.
     [[nodiscard]] int getBefore() const noexcept { return before; }
 
+    /// Minutes behind it.
     [[nodiscard]] int getAfter() const noexcept { return after; }
 
     /// Prints "Start: " and "End:   ", each with its time.

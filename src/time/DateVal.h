@@ -34,6 +34,7 @@ public:
     /// Prints "2026/11/14 12:45:30.000" and a newline, "M" for a missing field.
     int print() const;
 
+    /// Each field as given, unchecked; returns 1.
     int setYear(int value);
     int setMonth(int value);
     int setDay(int value);
@@ -41,16 +42,22 @@ public:
     int setMinute(int value);
     int setSecond(float value);
 
+    /// Full year; Const::MISS where it is missing, as the others.
     [[nodiscard]] int getYear() const noexcept { return year; }
 
+    /// 1 to 12.
     [[nodiscard]] int getMonth() const noexcept { return month; }
 
+    /// 1 to 31.
     [[nodiscard]] int getDay() const noexcept { return day; }
 
+    /// 0 to 23.
     [[nodiscard]] int getHour() const noexcept { return hour; }
 
+    /// 0 to 59.
     [[nodiscard]] int getMinute() const noexcept { return minute; }
 
+    /// 0 to 60, with fraction.
     [[nodiscard]] float getSecond() const noexcept { return second; }
 
     /// Days before each month of a common year and of a leap year, the whole year last. Live: every

@@ -32,12 +32,14 @@ public:
     };
 
     ForeTime() = default;
+    /// As by `set`; not set where that returns 0.
     explicit ForeTime(char const * text);
     /// A forecast for an instant.
     explicit ForeTime(int hours);
     ForeTime(int type_value, int hours);
     ForeTime(int type_value, int from_hours, int to_hours);
 
+    /// Forgets type and times.
     int init();
     /// Reads what toText writes, and more. Times are hours, or end in a word or letter for hours, minutes,
     /// seconds or days; "f" or "T+" may stand in front, "forecast" behind. The unit of a span's end holds for
@@ -55,8 +57,10 @@ public:
     /// and times beyond 10000 years.
     int setSeconds(int type_value, long from, long to);
 
+    /// Whether there is a type.
     [[nodiscard]] bool isSet() const noexcept { return type != NONE; }
 
+    /// A Type.
     [[nodiscard]] int getType() const noexcept { return type; }
 
     /// Whether the type holds for a span rather than an instant.

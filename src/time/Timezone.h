@@ -14,12 +14,14 @@ public:
     Timezone() = default;
     explicit Timezone(char const * text);
 
+    /// As a new one.
     int init();
     /// Reads "CST:-6": name and hours ahead of UTC, which may have a fraction; hours that cannot be read
     /// count as 0. A "+" before the name asks for the 12-hour clock, a "-" for the 12-hour clock with the UTC
     /// time in brackets. return  1; 0 for an empty or null text, which resets the zone.
     int set(char const * text);
 
+    /// Whether there is an offset.
     [[nodiscard]] bool isSet() const noexcept { return !detail::isMissing(offset); }
 
     /// Lives as long as this zone.

@@ -99,6 +99,22 @@ def test_every_public_declaration_is_exposed(headers):
     assert not missing, 'bind these, or give a reason in OMITTED:\n' + '\n'.join(missing)
 
 
+def needs_no_word(cls, declaration):
+    """Copies, moves, what a class has by default, and the end of its life."""
+    own = [f'{cls}const&'], [f'{cls}&&'], []
+    return (declaration.kind not in ('function', 'constructor') or declaration.is_deleted
+            or declaration.name.startswith('~') or declaration.name in ('operator=', 'operator==')
+            or declaration.kind == 'constructor' and [re.sub(r'\s', '', parameter.type)
+                                                      for parameter in declaration.parameters] in own)
+
+
+def test_every_public_operation_is_documented(headers):
+    silent = [f'{cls}: {declaration.text}' for cls in _Yul._classes()
+              for declaration in public_declarations(headers.classes, cls)
+              if not declaration.doc and not needs_no_word(cls, declaration)]
+    assert not silent, 'give these a comment:\n' + '\n'.join(silent)
+
+
 def test_nothing_is_exposed_twice():
     for function, overloads in _Yul._signatures().items():
         twice = [kinds for kinds, count in Counter(row[2] for row in overloads).items() if count > 1]
