@@ -21,6 +21,10 @@ float orMissing(std::optional<float> value)
 // The library's own codes
 // ------------------------------------------------------------------------------------------------------------
 
+/// A type code is kind + DECIMAL x decimals, + LAYER for a layer, whose value code has its two values in halves.
+constexpr int DECIMAL = 1000;
+constexpr int LAYER = 10000;
+constexpr int HALF = 65536;
 constexpr int MAX_DECIMALS = 9;
 constexpr double MAX_WHOLE = 2147483647.0;
 constexpr double MAX_HALF = 32767.0;
@@ -63,13 +67,13 @@ Codes encode(Level const & level)
            fits(first, decimals + 1, limit) && fits(second, decimals + 1, limit))
         ++decimals;
     if (level.isLayer())
-        return {level.getType() + 1000 * decimals + 10000,
-                static_cast<int>(scaled(first, decimals, limit)) * 65536 +
+        return {level.getType() + DECIMAL * decimals + LAYER,
+                static_cast<int>(scaled(first, decimals, limit)) * HALF +
                     static_cast<int>(scaled(second, decimals, limit))};
     auto const value = static_cast<int>(scaled(first, decimals, limit));
     if (isMissing(value)) // a value that looks like "no value" takes one decimal more
-        return {level.getType() + 1000 * (decimals + 1), value * 10};
-    return {level.getType() + 1000 * decimals, value};
+        return {level.getType() + DECIMAL * (decimals + 1), value * 10};
+    return {level.getType() + DECIMAL * decimals, value};
 }
 
 // GRIB
@@ -236,14 +240,14 @@ int Level::setCodes(int type_code, int value_code)
 {
     if (isMissing(type_code))
         return init();
-    auto const kind = type_code % 1000;
-    if (type_code < 0 || type_code >= 20000 || kind > detail::MAX_LEVEL_KIND)
+    auto const kind = type_code % DECIMAL;
+    if (type_code < 0 || type_code >= 2 * LAYER || kind > detail::MAX_LEVEL_KIND)
         return 0;
-    auto const unit = std::pow(10.0, type_code / 1000 % 10);
-    if (type_code >= 10000) {
+    auto const unit = std::pow(10.0, type_code % LAYER / DECIMAL);
+    if (type_code >= LAYER) {
         auto const second = value_code & 0xFFFF;
-        auto const signed_second = second > 32767 ? second - 65536 : second;
-        auto const first = (static_cast<long>(value_code) - signed_second) / 65536;
+        auto const signed_second = second >= HALF / 2 ? second - HALF : second;
+        auto const first = (static_cast<long>(value_code) - signed_second) / HALF;
         return set(kind, static_cast<float>(static_cast<double>(first) / unit),
                    static_cast<float>(signed_second / unit));
     }

@@ -3,6 +3,7 @@
 import math
 import os
 import re
+import shutil
 import subprocess
 
 import pytest
@@ -20,6 +21,18 @@ def graph(tmp_path, monkeypatch):
     made.setViewport(made.getMaxViewport())
     yield made
     made.close()
+
+
+needs_ghostscript = pytest.mark.skipif(shutil.which('gs') is None, reason='Ghostscript is not installed')
+
+
+def rendered(name, *options):
+    """The octets of a page as a gray picture; Ghostscript has nothing to say of it."""
+    run = subprocess.run(['gs', '-q', '-dNOPAUSE', '-dBATCH', '-sDEVICE=pgmraw', '-sOutputFile=page.pgm', *options, name],
+                         capture_output=True, text=True)
+    assert (run.returncode, run.stdout, run.stderr) == (0, '', '')
+    with open('page.pgm', 'rb') as picture:
+        return picture.read()
 
 
 def drawn(graph):
@@ -111,7 +124,7 @@ def test_lost_output_is_reported(capfd):
     assert capfd.readouterr().err == 'Postscript::close: unable to write all of the plot to: /dev/full\n'
 
 
-@pytest.mark.skipif(subprocess.call('command -v gs >/dev/null', shell=True) != 0, reason='needs Ghostscript')
+@needs_ghostscript
 @pytest.mark.parametrize('params', ['', ',eps', ',eps,port,color', ',color,scale=0.5,a4'])
 def test_page_renders_without_a_word(tmp_path, monkeypatch, params):
     monkeypatch.chdir(tmp_path)
@@ -131,14 +144,10 @@ def test_page_renders_without_a_word(tmp_path, monkeypatch, params):
         with open('page.ps') as inner, open(name, 'w') as outer:
             outer.write('%!PS\nsave /showpage {} def 0.5 0.5 scale\n' + inner.read() +
                         '\nrestore 0 0 moveto 9 9 lineto stroke\nshowpage\n')
-    result = subprocess.run(['gs', '-q', '-dNOPAUSE', '-dBATCH', '-sDEVICE=pgmraw', '-r40', '-sOutputFile=page.pgm', name],
-                            capture_output=True, text=True)
-    assert (result.returncode, result.stdout, result.stderr) == (0, '', '')
-    with open('page.pgm', 'rb') as picture:
-        assert picture.read().count(0) > 100  # ink
+    assert rendered(name, '-r40').count(0) > 100  # ink
 
 
-@pytest.mark.skipif(subprocess.call('command -v gs >/dev/null', shell=True) != 0, reason='needs Ghostscript')
+@needs_ghostscript
 @pytest.mark.parametrize('params, frame', [('eps,port', (8, 8, 748, 568)), ('eps', (44, 8, 564, 748))])
 def test_picture_stands_at_its_box_in_a_document(tmp_path, monkeypatch, params, frame):
     """The frame, on the page of the picture itself, is found where the document puts it; nothing else changes."""
@@ -152,12 +161,7 @@ def test_picture_stands_at_its_box_in_a_document(tmp_path, monkeypatch, params, 
     with open('in.eps') as inner, open('out.ps', 'w') as outer:
         outer.write('%!PS\n/keep save def /showpage {} def 100 200 translate 0.25 0.25 scale\n' + inner.read() +
                     'keep restore\n10 10 20 20 rectfill\nshowpage\n')
-    result = subprocess.run(['gs', '-q', '-dNOPAUSE', '-dBATCH', '-sDEVICE=pgmraw', '-r72', '-sOutputFile=out.pgm',
-                             '-dDEVICEWIDTHPOINTS=612', '-dDEVICEHEIGHTPOINTS=792', 'out.ps'],
-                            capture_output=True, text=True)
-    assert (result.returncode, result.stdout, result.stderr) == (0, '', '')
-    with open('out.pgm', 'rb') as picture:
-        samples = picture.read()[-612 * 792:]
+    samples = rendered('out.ps', '-r72', '-dDEVICEWIDTHPOINTS=612', '-dDEVICEHEIGHTPOINTS=792')[-612 * 792:]
     dark = [(i % 612, 792 - i // 612) for i, sample in enumerate(samples) if sample < 128]
     inner = [place for place in dark if place[1] > 100]
     assert len(dark) - len(inner) == 400  # the document's own square, where it belongs
