@@ -124,7 +124,10 @@ def processes(workers: int, address: str | None) -> Doing:
 
 @contextmanager
 def distributed(workers: int, address: str | None) -> Doing:
+    from dask import config
     import dask.distributed
+    # Workers would give memory back to the system at every chance, and fetch it again for the next map.
+    config.set({'distributed.nanny.pre-spawn-environ.MALLOC_TRIM_THRESHOLD_': 1 << 28})
     client_of: Any = dask.distributed.Client
     own = {'n_workers': workers, 'threads_per_worker': 1, 'dashboard_address': None}
     with client_of(**({'address': address} if address else own)) as client:
