@@ -204,6 +204,12 @@ int File::flush()
     return has_failed ? 0 : 1;
 }
 
+void File::readUnbuffered()
+{
+    if (file != nullptr && is_reading && !is_standard)
+        (void)setvbuf(file, nullptr, _IONBF, 0);
+}
+
 std::size_t File::read(void * buffer, std::size_t size)
 {
     if (file == nullptr)

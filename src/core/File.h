@@ -34,6 +34,9 @@ public:
 
     [[nodiscard]] bool isOpen() const noexcept { return file != nullptr; }
 
+    /// For a reader with a buffer of its own, right after `open`: what `read` is asked for comes in one piece.
+    void readUnbuffered();
+
     /// Returns 0 when anything written since `open` was lost, or the command ended with a failure.
     int close();
 

@@ -11,7 +11,9 @@ constexpr std::size_t FEW = 4096;
 int Input::open(char const * name)
 {
     close();
-    return file.open(name, "r");
+    int const is_open = file.open(name, "r");
+    file.readUnbuffered();
+    return is_open;
 }
 
 void Input::close()
