@@ -204,6 +204,12 @@ int File::flush()
     return has_failed ? 0 : 1;
 }
 
+int File::openRegular(char const * name)
+{
+    close();
+    return isRegular(name) ? open(name, "r") : 0;
+}
+
 void File::readUnbuffered()
 {
     if (file != nullptr && is_reading && !is_standard)

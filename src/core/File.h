@@ -34,6 +34,9 @@ public:
 
     [[nodiscard]] bool isOpen() const noexcept { return file != nullptr; }
 
+    /// Opens to read what `isRegular` allows; 0 for anything else. An open file is closed first.
+    int openRegular(char const * name);
+
     /// For a reader with a buffer of its own, right after `open`: what `read` is asked for comes in one piece.
     void readUnbuffered();
 

@@ -73,12 +73,6 @@ std::string settingName(std::string name)
     return name;
 }
 
-/// Opens a file that nobody named: a pipe of its name would keep every program waiting.
-int openFound(File & file, char const * name)
-{
-    return File::isRegular(name) ? file.open(name, "r") : 0;
-}
-
 } // namespace
 
 ResrcFile::Directive const ResrcFile::DIRECTIVES[] = {
@@ -95,14 +89,15 @@ int ResrcFile::open(char const * path)
     branches.clear();
     names = namesFor(store);
     if (!StrLib::valid(path))
-        return openFound(file, DEFAULT_FILE);
+        return file.openRegular(
+            DEFAULT_FILE); // nobody named it: a pipe of its name would keep every program waiting
     if (!FileTool::isDirectory(path))
         return file.open(path, "r");
     String in_directory;
     for (char const * const name : FILES_IN_DIRECTORY) {
         FileTool::addPath(path, name, in_directory);
         if (FileTool::exist(in_directory.get()))
-            return openFound(file, in_directory.get());
+            return file.openRegular(in_directory.get());
     }
     return 0;
 }

@@ -34,7 +34,7 @@ int TableFile::open(std::string const & name)
     text.clear();
     position = 0;
     File file;
-    if (!File::isRegular(name.c_str()) || file.open(name.c_str(), "r") == 0)
+    if (file.openRegular(name.c_str()) == 0)
         return 0;
     std::array<char, BLOCK> block;
     while (text.size() <= MAX_OCTETS) {

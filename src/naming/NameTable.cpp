@@ -29,7 +29,7 @@ std::string nameTablePath()
 NameLookup findNameRow(std::string const & path, std::string_view type, NameTableRow & row)
 {
     File file;
-    if (!File::isRegular(path.c_str()) || file.open(path.c_str(), "r") == 0)
+    if (file.openRegular(path.c_str()) == 0)
         return NameLookup::NO_FILE;
     Yul::outDebug(5, "Opening name convention file: %s\n", path.c_str());
     std::string line;

@@ -61,11 +61,6 @@ bool readAt(File & file, std::size_t position, std::size_t count, std::string & 
     return file.seek(static_cast<long long>(position)) != 0 && file.read(octets.data(), count) == count;
 }
 
-bool openRegular(File & file, std::string const & name)
-{
-    return File::isRegular(name.c_str()) && file.open(name.c_str(), "r") != 0;
-}
-
 float degrees(int box_steps)
 {
     return static_cast<float>(box_steps) / BOX_UNITS;
@@ -85,7 +80,8 @@ int MapFile::open(char const * file_name)
     std::string const name(detail::viewOf(file_name));
     std::string const in_database = detail::databaseFile(name);
     bool const is_there = !name.empty() && name != "-" && name.front() != '|';
-    bool const is_found = is_there && (openRegular(file, in_database) || openRegular(file, name));
+    bool const is_found =
+        is_there && (file.openRegular(in_database.c_str()) != 0 || file.openRegular(name.c_str()) != 0);
     if (is_found && readHeaders())
         return 1;
     Yul::outWarning("MapFile::open: %s: %s\n", name.c_str(),

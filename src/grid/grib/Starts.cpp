@@ -15,7 +15,7 @@ std::vector<std::uint64_t> readStarts(char const * index_name)
     constexpr std::size_t MOST = 10'000'000;
     std::vector<std::uint64_t> starts;
     File file;
-    if (!File::isRegular(index_name) || file.open(index_name, "r") == 0)
+    if (file.openRegular(index_name) == 0)
         return starts;
     for (std::string line; starts.size() < MOST && file.readLine(line);) {
         auto const text = trimmed(line);
