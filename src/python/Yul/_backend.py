@@ -18,7 +18,7 @@ from xarray.core import indexing
 from . import ForeTime, GribFile, Grid, cvar
 from ._arrays import as_array
 from ._ensembles import Kind, product_of
-from ._habits.files import RECORD_KEYS
+from ._habits.base import or_none
 from ._xarray import CELL_METHODS, _horizontal, _standard_name, _vertical
 
 UNSET = np.datetime64('NaT', 'ms')  # one object, which is equal to itself as a key
@@ -53,10 +53,6 @@ class Group:
         return sorted({key[i] for key in self.places})
 
 
-def _number(value, unset=None):
-    return unset if value == cvar.Const_MISS else value
-
-
 def _domain_key(domain):
     val = domain.get()
     return (val.proj, val.plat, val.plon, *(val.getParam(i) for i in range(4)), val.clat, val.clon, val.dx, val.dy,
@@ -80,7 +76,7 @@ def scan(name, wanted):
         for grid in file._headers():
             number = number + 1 if file.getLoc() == octet else 0
             octet = file.getLoc()
-            if not wanted or all(value == wanted[key] for key, value in file._record(grid).items() if key in wanted):
+            if file._is_wanted(grid, wanted):
                 _add(groups, grid, Place(octet, number), *product_of(file.getHeader()))
             file.next()
     if octet is None:
@@ -101,7 +97,7 @@ def _add(groups, grid, place, kind, product):
         header.copyInfo(grid)
         groups[key] = Group(header, (axis, attributes), key[2], key[3], kind)
     start = grid.date.datetime64 if grid.date.isSet() and grid.date.getYear() != cvar.Const_MISS else UNSET
-    where = (product, start, _number(fore.getSeconds(), 0), height if height is not None else 0.0)
+    where = (product, start, or_none(fore.getSeconds()) or 0, height if height is not None else 0.0)
     record = 0
     while (record, *where) in groups[key].places:
         record += 1
@@ -315,7 +311,7 @@ class YulBackend(BackendEntrypoint):
         """select   what fields to take, by the keys of GribFile.inventory: {"name": "TMP", "level": 500}"""
         if not isinstance(select, Mapping | None):
             raise TypeError('select: a mapping by the keys of GribFile.inventory')
-        keys = (*RECORD_KEYS, *GribFile._more_keys)
+        keys = GribFile._keys()
         unknown = set(select or ()) - set(keys)
         if unknown:
             raise ValueError(f'select: no such key: {", ".join(sorted(unknown))}; there is: {", ".join(keys)}')

@@ -5,6 +5,7 @@ from dataclasses import dataclass
 import numpy as np
 
 from . import cvar
+from ._habits.base import or_none
 
 # Of derived forecasts (code table 4.7): how their arrays are named where needed, and the method of the CF conventions.
 DERIVED = {
@@ -81,5 +82,4 @@ def product_of(header):
             limits = [limit for limit in (limits[has[0]], *limits) if limit != cvar.Const_MISS][:1]
         has_limits = has and any(limit != cvar.Const_MISS for limit in limits)
         return Kind('threshold' if has_limits else None, event=event), tuple(limits) if has_limits else 0
-    derived = header.getDerived()
-    return Kind(derived=None if derived == cvar.Const_MISS else derived), 0
+    return Kind(derived=or_none(header.getDerived())), 0

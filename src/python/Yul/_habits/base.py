@@ -20,6 +20,11 @@ def text_of(write, *arguments):
     return _Yul.String_get(text) or ''
 
 
+def or_none(value):
+    """A number of the library, None where it is missing."""
+    return None if value == _Yul.cvar.Const_MISS else value
+
+
 class Record:
     """A few named numbers: prints as they are made, compares by value, unpacks."""
 

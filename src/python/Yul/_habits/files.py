@@ -2,9 +2,7 @@
 
 from __future__ import annotations
 
-import _Yul
-
-from .base import Closing, classes
+from .base import Closing, classes, or_none
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
@@ -36,13 +34,9 @@ def header_record(grid):
     """What an inventory says of a field."""
     level, fore = grid.getLevel(), grid.getForeTime()
     return dict(zip(RECORD_KEYS, (
-        grid.getVar().getName(), _or_none(level.getValue()), _or_none(level.getValue2()), level.getType(),
-        _or_none(fore.getHours()), _or_none(fore.getFromHours()), grid.date.datetime, grid.info, grid.getSource(),
+        grid.getVar().getName(), or_none(level.getValue()), or_none(level.getValue2()), level.getType(),
+        or_none(fore.getHours()), or_none(fore.getFromHours()), grid.date.datetime, grid.info, grid.getSource(),
         grid.getModel(), grid.getVersion(), grid.getNx(), grid.getNy())))
-
-
-def _or_none(value):
-    return None if value == _Yul.cvar.Const_MISS else value
 
 
 class GridReader(Closing):
@@ -61,8 +55,20 @@ class GridReader(Closing):
 
     _more_keys: tuple[str, ...] = ()
 
+    @classmethod
+    def _keys(cls):
+        """The keys of the records of such a file."""
+        return *RECORD_KEYS, *cls._more_keys
+
     def _record(self, grid):
         return header_record(grid)
+
+    def _is_wanted(self, grid, wanted):
+        """Whether the record of the field has these values."""
+        if not wanted:
+            return True
+        record = self._record(grid)
+        return all(record[key] == value for key, value in wanted.items())
 
     def inventory(self) -> Any:
         """What the file holds from here on, from headers alone: a record a field, as a pandas DataFrame where pandas
@@ -84,18 +90,14 @@ class GridReader(Closing):
             for grid in file.select(name="HGT", level=500, hours=24): ...
         """
         self._check_open()
-        unknown = wanted.keys() - {*RECORD_KEYS, *self._more_keys}
+        unknown = wanted.keys() - set(self._keys())
         if unknown:
             raise TypeError(f'{type(self).__name__}.select: no such key: {", ".join(sorted(unknown))}')
 
-        def is_wanted(grid):
-            record = self._record(grid)
-            return all(record[key] == value for key, value in wanted.items())
-
         for header in self._headers():
-            if not is_wanted(header):
+            if not self._is_wanted(header, wanted):
                 self.next()
-            elif self.read(grid := classes['Grid']()) and is_wanted(grid):  # another one, if that was damaged
+            elif self.read(grid := classes['Grid']()) and self._is_wanted(grid, wanted):  # another one, if that was damaged
                 yield grid
 
 
@@ -108,7 +110,7 @@ class GribFile(GridReader):
         header = self.getHeader()
         numbers = (header.getMember(), header.getDerived(), header.getPercentile(), header.getProbability(),
                    header.getLowerLimit(), header.getUpperLimit())
-        return {**header_record(grid), **dict(zip(self._more_keys, map(_or_none, numbers)))}
+        return {**header_record(grid), **dict(zip(self._more_keys, map(or_none, numbers)))}
 
 
 class GridYulFile(GridReader):
