@@ -161,6 +161,8 @@ int File::write(std::string_view octets)
 /// comes in between it forgets what it holds.
 void File::writeThrough(std::string_view octets)
 {
+    if (octets.empty())
+        return;
     IgnoreBrokenPipe const ignore;
     while (!octets.empty() && !has_failed) {
         ssize_t const taken = ::write(fileno(file), octets.data(), octets.size());
@@ -208,12 +210,6 @@ int File::openRegular(char const * name)
 {
     close();
     return isRegular(name) ? open(name, "r") : 0;
-}
-
-void File::readUnbuffered()
-{
-    if (file != nullptr && is_reading && !is_standard)
-        (void)setvbuf(file, nullptr, _IONBF, 0);
 }
 
 std::size_t File::read(void * buffer, std::size_t size)

@@ -37,9 +37,6 @@ public:
     /// Opens to read what `isRegular` allows; 0 for anything else. An open file is closed first.
     int openRegular(char const * name);
 
-    /// For a reader with a buffer of its own, right after `open`: what `read` is asked for comes in one piece.
-    void readUnbuffered();
-
     /// Returns 0 when anything written since `open` was lost, or the command ended with a failure.
     int close();
 

@@ -11,21 +11,34 @@ constexpr std::size_t FEW = 4096;
 int Input::open(char const * name)
 {
     close();
-    int const is_open = file.open(name, "r");
-    file.readUnbuffered();
-    return is_open;
+    if (file.open(name, "r") == 0)
+        return 0;
+    can_seek = file.size() >= 0;
+    position = can_seek ? std::max(file.tell(), 0LL) : 0;
+    return 1;
 }
 
 void Input::close()
 {
     file.close();
     at = end = 0;
+    position = 0;
+    can_seek = false;
 }
 
 int Input::rewind()
 {
     at = end = 0;
-    return file.size() >= 0 ? file.seek(0) : 0;
+    position = 0;
+    return can_seek ? 1 : 0;
+}
+
+/// Octets of the file itself, behind those of the buffer. The C library's buffer is passed by: ours is enough.
+std::size_t Input::fetch(char * to, std::size_t count)
+{
+    auto const got = can_seek ? file.readAt(position, to, count) : file.read(to, count);
+    position += static_cast<long long>(got);
+    return got;
 }
 
 std::string_view Input::look(std::size_t wanted)
@@ -36,7 +49,7 @@ std::string_view Input::look(std::size_t wanted)
         at = 0;
         auto const most = wanted > 1 ? SIZE : FEW;
         for (std::size_t got = 1; end < wanted && got > 0; end += got)
-            got = file.read(buffer.data() + end, most - end);
+            got = fetch(buffer.data() + end, most - end);
     }
     return {buffer.data() + at, end - at};
 }
@@ -69,7 +82,7 @@ std::size_t Input::read(char * to, std::size_t count)
     auto const held = std::min(count, end - at);
     std::copy_n(buffer.data() + at, held, to);
     at += held;
-    return held < count ? held + file.read(to + held, count - held) : held;
+    return held < count ? held + fetch(to + held, count - held) : held;
 }
 
 bool Input::skip(std::uint64_t count)
@@ -81,9 +94,9 @@ bool Input::skip(std::uint64_t count)
             at += static_cast<std::size_t>(count);
             return true;
         }
-        auto const position = file.tell() - static_cast<long long>(end - at) + static_cast<long long>(count);
+        position += static_cast<long long>(count - (end - at));
         at = end = 0;
-        return file.seek(position) == 1;
+        return true;
     }
     while (count > 0 && !isAtEnd()) {
         auto const part = static_cast<std::size_t>(std::min<std::uint64_t>(count, end - at));
@@ -95,11 +108,9 @@ bool Input::skip(std::uint64_t count)
 
 std::optional<std::uint64_t> Input::left() const
 {
-    auto const size = file.size();
-    auto const position = file.tell() - static_cast<long long>(end - at);
-    if (size < 0)
+    if (!can_seek)
         return std::nullopt;
-    return static_cast<std::uint64_t>(std::max(size - position, 0LL));
+    return static_cast<std::uint64_t>(std::max(file.size() - position, 0LL)) + (end - at);
 }
 
 } // namespace Yul::detail::native

@@ -51,9 +51,13 @@ public:
     static constexpr std::size_t MAX_LINE = std::size_t{1} << 20;
 
 private:
+    std::size_t fetch(char * to, std::size_t count);
+
     File file;
-    std::size_t at = 0;  // next octet of the buffer
-    std::size_t end = 0; // behind its last one
+    bool can_seek = false;
+    long long position = 0; // in the file, of the octet behind those of the buffer
+    std::size_t at = 0;     // next octet of the buffer
+    std::size_t end = 0;    // behind its last one
     std::array<char, SIZE> buffer;
 };
 

@@ -18,8 +18,9 @@ namespace Yul::detail::native {
 namespace {
 
 constexpr std::size_t OCTETS = sizeof(float);
-/// Values that are read or written at once: few enough for the second cache, where the octets are turned round.
-constexpr std::size_t PIECE = std::size_t{1} << 17;
+/// Values that are read and written at once: few enough for the second cache, where the octets are turned round.
+constexpr std::size_t READ_AT_ONCE = std::size_t{1} << 15;
+constexpr std::size_t WRITTEN_AT_ONCE = std::size_t{1} << 17;
 /// The longest number that counts as one.
 constexpr std::size_t MAX_NUMBER = 8192;
 constexpr std::size_t MAX_DATA_LINE = 1000;
@@ -81,8 +82,8 @@ Fault readText(Input & input, std::span<float> values, bool may_end_file = false
 
 Fault readBinary(Input & input, std::span<float> values)
 {
-    for (std::size_t at = 0; at < values.size(); at += PIECE) {
-        auto const piece = values.subspan(at, std::min(PIECE, values.size() - at));
+    for (std::size_t at = 0; at < values.size(); at += READ_AT_ONCE) {
+        auto const piece = values.subspan(at, std::min(READ_AT_ONCE, values.size() - at));
         if (input.read(reinterpret_cast<char *>(piece.data()), piece.size() * OCTETS) < piece.size() * OCTETS)
             return CUT_OFF;
         toMachineOrder(piece.data(), piece.data(), piece.size());
@@ -130,7 +131,7 @@ Fault readGrowing(Input & input, Header const & header, std::vector<float> & val
     auto const count = countOf(header);
     while (values.size() < count) {
         auto const at = values.size();
-        values.resize(std::min(count, at + PIECE));
+        values.resize(std::min(count, at + READ_AT_ONCE));
         if (auto fault = readForm(input, header.form, std::span(values).subspan(at)); !fault.empty())
             return fault;
     }
@@ -219,11 +220,11 @@ bool writeBinary(File & file, std::span<float const> values)
 {
     if (file.reserve(values.size_bytes() + 1) == 0)
         return false;
-    auto const turned = std::make_unique_for_overwrite<float[]>(std::min(PIECE, values.size()));
+    auto const turned = std::make_unique_for_overwrite<float[]>(std::min(WRITTEN_AT_ONCE, values.size()));
     auto const before = static_cast<std::size_t>(std::max(0LL, file.tell())) / OCTETS;
     for (std::size_t at = 0; at < values.size();) {
-        std::size_t const whole =
-            PIECE - (before + at) % PIECE; // the system's own pieces of a file begin there
+        // the system's own pieces of a file begin there
+        std::size_t const whole = WRITTEN_AT_ONCE - (before + at) % WRITTEN_AT_ONCE;
         auto const piece = values.subspan(at, std::min(whole, values.size() - at));
         toMachineOrder(piece.data(), turned.get(), piece.size()); // the way back is the same
         if (file.write({reinterpret_cast<char const *>(turned.get()), piece.size() * OCTETS}) == 0)
