@@ -3,6 +3,7 @@
 
 #include "grid/grib/Edition1.h"
 #include "grid/grib/Field.h"
+#include "grid/grib/FieldValues.h"
 #include "grid/grib/Input.h"
 
 #include <optional>
@@ -45,6 +46,10 @@ public:
     [[nodiscard]] std::vector<std::string> takeWarnings();
 
 private:
+    /// Octets of a grid, product or data definition that are looked at, and of "7777".
+    static constexpr std::uint64_t LARGEST_HEAD = 1 << 16;
+    static constexpr std::uint64_t END_MARK = 4;
+
     /// Why a field cannot be delivered, by the section that says so; a section that comes again clears its
     /// own reason.
     struct Refusals
@@ -67,19 +72,35 @@ private:
         std::optional<Extent> known_bitmap;
     };
 
+    /// A section of edition 2.
+    struct Numbered
+    {
+        unsigned number = 0;
+        Extent extent;
+    };
+
     [[nodiscard]] bool search();
     [[nodiscard]] bool searchHere();
-    [[nodiscard]] bool searchOn(std::uint64_t from);
+    void searchOn(std::uint64_t from);
     void enter();
-    [[nodiscard]] bool nextOfEdition1(Field & field);
+    void complete(Field & field);
+
     [[nodiscard]] bool nextOfEdition2(Field & field);
+    [[nodiscard]] std::optional<Numbered> passSection2();
+    [[nodiscard]] std::string faultOf(Numbered const & section);
     [[nodiscard]] bool takeSection2(Section section, unsigned number, Extent const & extent);
+    [[nodiscard]] std::string takeBitmap2(unsigned indicator, Extent const & extent);
+
+    [[nodiscard]] bool nextOfEdition1(Field & field);
+    [[nodiscard]] char const * takeSections1(std::uint64_t & position);
+    [[nodiscard]] bool takeProduct1(std::uint64_t & position, Presence & presence);
+    [[nodiscard]] bool takeGrid1(std::uint64_t & position, Presence const & presence);
+    [[nodiscard]] bool takeBitmap1(std::uint64_t & position);
+    [[nodiscard]] bool takeData1(std::uint64_t & position, int decimal);
     [[nodiscard]] bool takeSection1(
         std::uint64_t & position, std::size_t head, Section & section, Extent & extent, bool is_data = false);
     void correctLarge(Extent & extent);
-    void complete(Field & field);
-    [[nodiscard]] std::string unpackInPieces(Field const & field, std::span<float> values);
-    [[nodiscard]] std::string unpackWhole(Field const & field, std::span<float> values);
+
     void leave(std::uint64_t next_position);
     void abandon(std::string const & fault, std::uint64_t next_position);
     void warn(std::string line);
@@ -89,7 +110,7 @@ private:
     std::vector<std::uint64_t> starts;
     bool has_found_any = false;
     std::vector<std::string> warnings;
-    std::vector<float> spare;
+    FieldValues field_values;
 };
 
 } // namespace Yul::detail::grib
