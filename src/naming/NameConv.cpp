@@ -42,6 +42,44 @@ int rounded(int value, int step)
     return step > 1 && !detail::isMissing(value) ? value / step * step : value;
 }
 
+/// Appends what a piece that is a part of the date stands for.
+void appendTime(std::string & out, detail::NamePiece const & piece, Date const & date)
+{
+    using detail::NameCode;
+    int const month = date.getMonth();
+    switch (piece.code) {
+    case NameCode::YEAR:
+        appendDigits(out, rounded(date.getYear(), piece.count), 4);
+        break;
+    case NameCode::YEAR00:
+        appendDigits(out, rounded(date.getYear00(), piece.count), 2);
+        break;
+    case NameCode::MONTH:
+        appendDigits(out, rounded(month, piece.count), 2);
+        break;
+    case NameCode::MONTH_UPPER:
+        out += detail::isMissing(month) ? "XXX" : DateTool::getMonth(month);
+        break;
+    case NameCode::MONTH_LOWER:
+        out += detail::isMissing(month) ? "xxx" : DateTool::getMonthLower(month);
+        break;
+    case NameCode::DAY:
+        appendDigits(out, rounded(date.getDay(), piece.count), 2);
+        break;
+    case NameCode::JULIAN:
+        appendDigits(out, date.getJulian(), 3);
+        break;
+    case NameCode::HOUR:
+        appendDigits(out, rounded(date.getHour(), piece.count), 2);
+        break;
+    case NameCode::MINUTE:
+        appendDigits(out, rounded(date.getMinute(), piece.count), 2);
+        break;
+    default:
+        break;
+    }
+}
+
 std::string_view directoryAt(std::string_view list, int index, int & count)
 {
     std::string_view chosen;
@@ -96,6 +134,12 @@ int NameConv::setType(char const * spec)
     for (std::size_t i = 3; i < items.size(); ++i)
         setOptions(items[i]);
 
+    return setFromTable(type, header);
+}
+
+/// Templates and options of a type as the table of file names has them; without a row the type is a template itself.
+int NameConv::setFromTable(std::string const & type, std::string_view header)
+{
     std::string const path = detail::nameTablePath();
     detail::NameTableRow row;
     switch (detail::findNameRow(path, type, row)) {
@@ -241,54 +285,32 @@ void NameConv::encodePieces(detail::NameTemplate const & pieces, Date const & da
 void NameConv::encodePiece(detail::NamePiece const & piece, Date const & date, std::string & out) const
 {
     using detail::NameCode;
-    int const month = date.getMonth();
     switch (piece.code) {
     case NameCode::TEXT:
         out += piece.text;
         break;
-    case NameCode::YEAR:
-        appendDigits(out, rounded(date.getYear(), piece.count), 4);
-        break;
-    case NameCode::YEAR00:
-        appendDigits(out, rounded(date.getYear00(), piece.count), 2);
-        break;
-    case NameCode::MONTH:
-        appendDigits(out, rounded(month, piece.count), 2);
-        break;
-    case NameCode::MONTH_UPPER:
-        out += detail::isMissing(month) ? "XXX" : DateTool::getMonth(month);
-        break;
-    case NameCode::MONTH_LOWER:
-        out += detail::isMissing(month) ? "xxx" : DateTool::getMonthLower(month);
-        break;
-    case NameCode::DAY:
-        appendDigits(out, rounded(date.getDay(), piece.count), 2);
-        break;
-    case NameCode::JULIAN:
-        appendDigits(out, date.getJulian(), 3);
-        break;
-    case NameCode::HOUR:
-        appendDigits(out, rounded(date.getHour(), piece.count), 2);
-        break;
-    case NameCode::MINUTE:
-        appendDigits(out, rounded(date.getMinute(), piece.count), 2);
-        break;
     case NameCode::EXTENSION:
         out += ext;
         break;
-    case NameCode::FORECAST: {
-        Key const * const hour = findKey('f');
-        int const width = std::min(piece.count, MAX_NUMBER_WIDTH);
-        out +=
-            detail::format("%*.*d", width, width, hour != nullptr ? detail::toInt(hour->value) : fore_hour);
+    case NameCode::FORECAST:
+        encodeForecast(piece, out);
         break;
-    }
     case NameCode::KEY:
         encodeKey(piece, out);
         break;
     case NameCode::DIRECTORY:
         break;
+    default:
+        appendTime(out, piece, date);
+        break;
     }
+}
+
+void NameConv::encodeForecast(detail::NamePiece const & piece, std::string & out) const
+{
+    Key const * const hour = findKey('f');
+    int const width = std::min(piece.count, MAX_NUMBER_WIDTH);
+    out += detail::format("%*.*d", width, width, hour != nullptr ? detail::toInt(hour->value) : fore_hour);
 }
 
 void NameConv::encodeKey(detail::NamePiece const & piece, std::string & out) const

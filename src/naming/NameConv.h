@@ -110,12 +110,14 @@ private:
     };
 
     int setType(char const * spec);
+    int setFromTable(std::string const & type, std::string_view header);
     void setOptions(std::string_view options);
     void setSizeAndExtension(std::string const & column);
     void setTemplates(std::string_view file, std::string_view header);
 
     void encodePieces(detail::NameTemplate const & pieces, Date const & date, std::string & out);
     void encodePiece(detail::NamePiece const & piece, Date const & date, std::string & out) const;
+    void encodeForecast(detail::NamePiece const & piece, std::string & out) const;
     void encodeKey(detail::NamePiece const & piece, std::string & out) const;
     void encodeDirectory(std::string const & resource, std::string & out);
     [[nodiscard]] Key const * findKey(char key) const;

@@ -61,6 +61,20 @@ bool readAt(File & file, std::size_t position, std::size_t count, std::string & 
     return file.seek(static_cast<long long>(position)) != 0 && file.read(octets.data(), count) == count;
 }
 
+/// How many of the first wanted pieces lie close together in the file, one behind the other.
+std::size_t runLength(std::span<MapChunk const> chunks, std::span<std::uint32_t const> wanted)
+{
+    std::size_t count = 0;
+    std::size_t end = 0;
+    for (; count < wanted.size() && wanted[count] < chunks.size(); ++count) {
+        MapChunk const & chunk = chunks[wanted[count]];
+        if (count > 0 && (chunk.offset < end || chunk.offset - end > LARGEST_GAP))
+            break;
+        end = std::size_t{chunk.offset} + chunk.length;
+    }
+    return count;
+}
+
 float degrees(int box_steps)
 {
     return static_cast<float>(box_steps) / BOX_UNITS;
@@ -93,55 +107,67 @@ int MapFile::open(char const * file_name)
 bool MapFile::readHeaders()
 {
     long long const size = file.size();
-    std::string octets;
     if (size < 0 || size > MAX_OCTETS)
         return false;
     auto const all = static_cast<std::size_t>(size);
+    std::string octets;
+    std::size_t start = 0;
+    if (!readSource(all, start) || all - start < 4 || !readAt(file, start, 4, octets))
+        return false;
+    std::size_t const count = Taker(octets).take32();
+    start += 4;
+    if (count > MAX_LAYERS || all - start < count * HEADER_OCTETS ||
+        !readAt(file, start, count * HEADER_OCTETS, octets))
+        return false;
+    layers.resize(count);
+    std::string_view rest = octets;
+    for (Layer & layer : layers) {
+        if (!readLayer(layer, rest.substr(0, HEADER_OCTETS), all))
+            return false;
+        rest.remove_prefix(HEADER_OCTETS);
+    }
+    return true;
+}
+
+/// The first lines of a file of so many octets, down to an empty one.
+/// end  out: what lies behind it
+bool MapFile::readSource(std::size_t all, std::size_t & end)
+{
+    std::string octets;
     std::size_t const most_text = MAGIC.size() + MAX_SOURCE + 2;
     if (!readAt(file, 0, std::min(all, most_text), octets) || !octets.starts_with(MAGIC))
         return false;
-    std::size_t const end = octets.find("\n\n", MAGIC.size() - 1);
+    end = octets.find("\n\n", MAGIC.size() - 1);
     if (end == std::string::npos)
         return false;
     if (end >= MAGIC.size())
         source = octets.substr(MAGIC.size(), end - MAGIC.size());
-    if (source.find('\0') != std::string::npos)
-        return false;
+    end += 2;
+    return source.find('\0') == std::string::npos;
+}
 
-    std::size_t const start = end + 2;
-    if (all - start < 4 || !readAt(file, start, 4, octets))
-        return false;
-    std::size_t const count = Taker(octets).take32();
-    if (count > MAX_LAYERS || all - start - 4 < count * HEADER_OCTETS ||
-        !readAt(file, start + 4, count * HEADER_OCTETS, octets))
-        return false;
-    layers.resize(count);
+/// A layer with its index, from its header in a file of so many octets.
+bool MapFile::readLayer(Layer & layer, std::string_view octets, std::size_t all)
+{
     Taker taker(octets);
+    std::string const name(taker.take(NAME_OCTETS));
+    auto const take = [&] { return static_cast<int>(std::min<std::uint32_t>(taker.take32(), 1U << 30U)); };
+    bool const has_name = name.find('\0') != std::string::npos && layer.header.setName(name.c_str()) != 0;
+    bool const has_kind = layer.header.setKind(take()) != 0;
+    bool const has_scale = layer.header.setScale(take()) != 0;
+    bool const has_units = layer.header.setUnits(take()) != 0;
+    std::size_t const chunks = taker.take32();
+    std::size_t const index_offset = taker.take32();
+    layer.data_offset = taker.take32();
+    std::size_t const data_length = taker.take32();
+    bool const is_inside = index_offset <= all && chunks <= (all - index_offset) / CHUNK_OCTETS &&
+                           layer.data_offset <= all && data_length <= all - layer.data_offset;
     std::string index;
-    for (Layer & layer : layers) {
-        std::string const name(taker.take(NAME_OCTETS));
-        bool const has_end = name.find('\0') != std::string::npos;
-        auto const small = [&] {
-            return static_cast<int>(std::min<std::uint32_t>(taker.take32(), 1U << 30U));
-        };
-        bool is_sound = has_end && layer.header.setName(name.c_str()) != 0;
-        is_sound = (layer.header.setKind(small()) & layer.header.setScale(small()) &
-                    layer.header.setUnits(small())) != 0 &&
-                   is_sound;
-        std::size_t const chunks = taker.take32();
-        std::size_t const index_offset = taker.take32();
-        layer.data_offset = taker.take32();
-        std::size_t const data_length = taker.take32();
-        bool const is_inside = index_offset <= all && chunks <= (all - index_offset) / CHUNK_OCTETS &&
-                               layer.data_offset <= all && data_length <= all - layer.data_offset;
-        if (!is_sound || !is_inside || !readAt(file, index_offset, chunks * CHUNK_OCTETS, index) ||
-            !readIndex(layer, index))
-            return false;
-        MapChunk const last = layer.chunks.empty() ? MapChunk() : layer.chunks.back();
-        if (std::size_t{last.offset} + last.length != data_length)
-            return false;
-    }
-    return true;
+    if (!has_name || !has_kind || !has_scale || !has_units || !is_inside ||
+        !readAt(file, index_offset, chunks * CHUNK_OCTETS, index) || !readIndex(layer, index))
+        return false;
+    MapChunk const last = layer.chunks.empty() ? MapChunk() : layer.chunks.back();
+    return std::size_t{last.offset} + last.length == data_length;
 }
 
 bool MapFile::readIndex(Layer & layer, std::string_view octets)
@@ -196,8 +222,8 @@ void MapFile::addChunk(Layer & layer, MapChunk chunk)
 
 MapFileHeader const & MapFile::getHeader(int i) const noexcept
 {
-    static MapFileHeader const none;
-    return i >= 0 && i < getNumLayers() ? layers[static_cast<std::size_t>(i)].header : none;
+    static MapFileHeader const NONE;
+    return i >= 0 && i < getNumLayers() ? layers[static_cast<std::size_t>(i)].header : NONE;
 }
 
 int MapFile::findLayer(char const * name, int scale) const
@@ -282,42 +308,42 @@ int MapFile::getLine(int layer, int line, EarthPoints & points)
 int MapFile::read(int layer, std::span<std::uint32_t const> wanted, MapLines & lines)
 {
     auto const chunks = getChunks(layer);
-    std::string octets;
     for (std::size_t i = 0; i < wanted.size();) {
-        // as many pieces as lie close together in the file, in one go
-        std::size_t end = i;
-        std::size_t const from = wanted[i] < chunks.size() ? chunks[wanted[i]].offset : 0;
-        std::size_t to = from;
-        while (end < wanted.size() && wanted[end] < chunks.size() && chunks[wanted[end]].offset >= to &&
-               chunks[wanted[end]].offset - to <= LARGEST_GAP) {
-            to = std::size_t{chunks[wanted[end]].offset} + chunks[wanted[end]].length;
-            ++end;
-        }
-        if (end == i)
+        std::size_t const count = runLength(chunks, wanted.subspan(i));
+        if (count == 0)
             return 0; // not ascending indices of this layer
-        Layer const & of = layers[static_cast<std::size_t>(layer)];
-        std::string_view run = of.data;
-        if (isOpen()) {
-            if (!readAt(file, of.data_offset + from, to - from, octets)) {
-                Yul::outWarning("MapFile::read: %s: The file ends too early\n", file.name().c_str());
-                return 0;
-            }
-            run = octets;
-        } else
-            run = run.substr(from, to - from);
-        for (; i < end; ++i) {
-            MapChunk const & chunk = chunks[wanted[i]];
-            std::size_t const begin = lines.lat.size();
-            if (!detail::decodePoints(run.substr(chunk.offset - from, chunk.length), chunk.count,
-                                      of.header.getUnits(), lines)) {
-                Yul::outWarning("MapFile::read: %s: A line is damaged\n", file.name().c_str());
-                return 0;
-            }
-            bool const follows = i > 0 && wanted[i - 1] + 1 == wanted[i];
-            lines.pieces.push_back({begin, lines.lat.size(), chunk.is_continued && follows});
+        if (char const * const fault = readRun(layer, wanted, i, count, lines)) {
+            Yul::outWarning("MapFile::read: %s: %s\n", file.name().c_str(), fault);
+            return 0;
         }
+        i += count;
     }
     return 1;
+}
+
+/// Adds the points of some of the wanted pieces, which lie close together in the file and are read in one go. Null, or
+/// what is wrong.
+char const * MapFile::readRun(
+    int layer, std::span<std::uint32_t const> wanted, std::size_t first, std::size_t count, MapLines & lines)
+{
+    Layer const & of = layers[static_cast<std::size_t>(layer)];
+    MapChunk const & last = of.chunks[wanted[first + count - 1]];
+    std::size_t const from = of.chunks[wanted[first]].offset;
+    std::size_t const length = std::size_t{last.offset} + last.length - from;
+    std::string octets;
+    if (isOpen() && !readAt(file, of.data_offset + from, length, octets))
+        return "The file ends too early";
+    std::string_view const run = isOpen() ? octets : std::string_view(of.data).substr(from, length);
+    for (std::size_t i = first; i < first + count; ++i) {
+        MapChunk const & chunk = of.chunks[wanted[i]];
+        std::size_t const begin = lines.lat.size();
+        if (!detail::decodePoints(run.substr(chunk.offset - from, chunk.length), chunk.count,
+                                  of.header.getUnits(), lines))
+            return "A line is damaged";
+        bool const follows = i > 0 && wanted[i - 1] + 1 == wanted[i];
+        lines.pieces.push_back({begin, lines.lat.size(), chunk.is_continued && follows});
+    }
+    return nullptr;
 }
 
 } // namespace Yul

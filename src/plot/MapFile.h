@@ -89,8 +89,15 @@ private:
     [[nodiscard]] bool isLine(int layer, int line) const noexcept;
     [[nodiscard]] std::span<detail::MapChunk const> chunksOf(int layer, int line) const;
     [[nodiscard]] bool readHeaders();
+    [[nodiscard]] bool readSource(std::size_t all, std::size_t & end);
+    [[nodiscard]] bool readLayer(Layer & layer, std::string_view octets, std::size_t all);
     [[nodiscard]] bool readIndex(Layer & layer, std::string_view octets);
     static void addChunk(Layer & layer, detail::MapChunk chunk);
+    [[nodiscard]] char const * readRun(int layer,
+                                       std::span<std::uint32_t const> wanted,
+                                       std::size_t first,
+                                       std::size_t count,
+                                       detail::MapLines & lines);
 
     File file;
     std::string source;

@@ -149,37 +149,43 @@ std::vector<Ring> MapCanvas::cutAtMeridian(Ring ring) const
     return parts;
 }
 
-/// Puts points in on sides that are long in the plane, near the frame, and bent: round the far point and beside
-/// poles a short way on the earth is a long one on the map. lat, lon and their images x, y grow together.
-void MapCanvas::followBends(std::vector<double> & lat, std::vector<double> & lon)
+/// The sides of a ring in the plane that are long and near the frame, but for those that are done.
+std::vector<MapCanvas::Side> MapCanvas::longSides(std::vector<bool> const & is_done) const
 {
     constexpr double LONG = 0.03; // of the frame
+    double const least = LONG * static_cast<double>(std::max(edge.getWidth(), edge.getHeight()));
+    std::vector<Side> sides;
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        std::size_t const j = (i + 1) % x.size();
+        bool const is_long = !is_done[i] && !isMissing(x[i]) && !isMissing(x[j]) &&
+                             std::max(std::fabs(x[j] - x[i]), std::fabs(y[j] - y[i])) > least;
+        if (is_long && isNear(x[i], y[i], x[j], y[j]))
+            sides.push_back({i, j});
+    }
+    return sides;
+}
+
+/// Puts points in on long sides that are bent: round the far point and beside poles a short way on the earth is a long
+/// one on the map. lat, lon and their images x, y grow together.
+void MapCanvas::followBends(std::vector<double> & lat, std::vector<double> & lon)
+{
     constexpr int MOST_HALVINGS = 12;
-    double const size = static_cast<double>(std::max(edge.getWidth(), edge.getHeight()));
     std::vector<bool> is_done(lat.size(), false);
     for (int round = 0; round < MOST_HALVINGS; ++round) {
-        std::size_t const n = lat.size();
-        std::vector<std::size_t> sides;
+        auto const sides = longSides(is_done);
+        if (sides.empty())
+            return;
         std::vector<double> mid_lat;
         std::vector<double> mid_lon;
-        for (std::size_t i = 0; i < n; ++i) {
-            std::size_t const j = (i + 1) % n;
-            bool const is_long = !is_done[i] && !isMissing(x[i]) && !isMissing(x[j]) &&
-                                 std::max(std::fabs(x[j] - x[i]), std::fabs(y[j] - y[i])) > LONG * size;
-            if (!is_long || !isNear(x[i], y[i], x[j], y[j]))
-                continue;
-            sides.push_back(i);
+        for (auto const & [i, j] : sides) {
             mid_lat.push_back((lat[i] + lat[j]) / 2);
             mid_lon.push_back(lon[i] + std::remainder(lon[j] - lon[i], 360.) / 2);
         }
-        if (sides.empty())
-            return;
         std::vector<double> mid_x;
         std::vector<double> mid_y;
         map.project(mid_lat, mid_lon, mid_x, mid_y);
-        for (std::size_t k = sides.size(); k-- > 0;) {
-            std::size_t const i = sides[k];
-            std::size_t const j = (i + 1) % n;
+        for (std::size_t k = sides.size(); k-- > 0;) { // from the back: places before it stay
+            auto const & [i, j] = sides[k];
             is_done[i] = isMissing(mid_x[k]) ||
                          std::hypot(mid_x[k] - (x[i] + x[j]) / 2, mid_y[k] - (y[i] + y[j]) / 2) < dot;
             if (is_done[i])
@@ -229,32 +235,31 @@ void MapCanvas::fillRing(Ring ring)
     }
 }
 
-/// Fills a ring in the plane.
-void MapCanvas::fillPlaneRing(Ring const & image) const
+/// What of a ring in the plane lies in the frame of a map that is shifted by so much.
+std::vector<Ring> MapCanvas::cutAtFrame(Ring const & ring, double shift) const
 {
-    for (double const shift : shifts) {
-        Box const box = boxOf(image);
+    Box const box = boxOf(ring);
+    double const left = static_cast<double>(edge.x1) - shift;
+    double const right = static_cast<double>(edge.x2) - shift;
+    auto const bottom = static_cast<double>(edge.y1);
+    auto const top = static_cast<double>(edge.y2);
+    std::vector<Ring> parts = {ring};
+    if (box.low_a < left)
+        parts = cutAt(parts, false, left, false);
+    if (box.high_a > right)
+        parts = cutAt(parts, false, right, true);
+    if (box.low_b < bottom)
+        parts = cutAt(parts, true, bottom, false);
+    if (box.high_b > top)
+        parts = cutAt(parts, true, top, true);
+    return parts;
+}
 
-        struct
-        {
-            bool is_second;
-            double at;
-            bool keeps_below;
-            bool is_crossed;
-        } const sides[] = {
-            {false, static_cast<double>(edge.x1) - shift, false,
-             box.low_a < static_cast<double>(edge.x1) - shift},
-            {false, static_cast<double>(edge.x2) - shift, true,
-             box.high_a > static_cast<double>(edge.x2) - shift},
-            {true, static_cast<double>(edge.y1), false, box.low_b < static_cast<double>(edge.y1)},
-            {true, static_cast<double>(edge.y2), true, box.high_b > static_cast<double>(edge.y2)},
-        };
-
-        std::vector<Ring> parts = {image};
-        for (auto const & [is_second, at, keeps_below, is_crossed] : sides)
-            if (is_crossed)
-                parts = cutAt(parts, is_second, at, keeps_below);
-        for (Ring const & part : parts) {
+/// Fills a ring in the plane.
+void MapCanvas::fillPlaneRing(Ring const & ring) const
+{
+    for (double const shift : shifts)
+        for (Ring const & part : cutAtFrame(ring, shift)) {
             Points points;
             RingPoint last = {1e300, 1e300};
             for (RingPoint const & p : part) {
@@ -265,7 +270,6 @@ void MapCanvas::fillPlaneRing(Ring const & image) const
             }
             graph.drawFill(points);
         }
-    }
 }
 
 void MapCanvas::fillAreas(MapLines const & rings)

@@ -42,8 +42,17 @@ public:
 private:
     class LinePen;
 
+    /// A side of a ring in x and y, from one of its points to another.
+    struct Side
+    {
+        std::size_t from = 0;
+        std::size_t to = 0;
+    };
+
     void fillRing(Ring ring);
     void fillPlaneRing(Ring const & ring) const;
+    [[nodiscard]] std::vector<Ring> cutAtFrame(Ring const & ring, double shift) const;
+    [[nodiscard]] std::vector<Side> longSides(std::vector<bool> const & is_done) const;
     void followBends(std::vector<double> & lat, std::vector<double> & lon);
     [[nodiscard]] bool isNear(double x1, double y1, double x2, double y2) const;
     [[nodiscard]] std::vector<Ring> cutAtCircle(Ring const & ring) const;
