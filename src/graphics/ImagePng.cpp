@@ -87,6 +87,31 @@ bool canHold(std::size_t octets, long long samples)
     return static_cast<long long>(octets) * MOST_A_OCTET >= samples;
 }
 
+/// Colour numbers of the file; equal colours of its palette become one.
+void setIndices(Octets const & samples,
+                std::span<std::uint8_t const> palette,
+                std::size_t entries,
+                Image & picture)
+{
+    std::vector<int> numbers(Image::MAX_COLORS); // a number beyond the palette is colour 0
+    picture.setColor(0, colorOf(palette.first(SAMPLE_SIZE)));
+    for (std::size_t i = 0; i < entries; ++i)
+        numbers[i] = picture.addColor(colorOf(palette.subspan(i * SAMPLE_SIZE, SAMPLE_SIZE)));
+    auto sample = samples.begin();
+    for (int row = 0; row < picture.getHeight(); ++row)
+        for (int column = 0; column < picture.getWidth(); ++column)
+            picture.setIndex(column, row, numbers[*sample++]);
+}
+
+void setPixels(std::span<std::uint8_t const> samples, Image & picture)
+{
+    for (int row = 0; row < picture.getHeight(); ++row)
+        for (int column = 0; column < picture.getWidth(); ++column) {
+            picture.setPixel(column, row, colorOf(samples.first(SAMPLE_SIZE)));
+            samples = samples.subspan(SAMPLE_SIZE);
+        }
+}
+
 bool decode(Octets const & octets, Image & picture)
 {
     Png png;
@@ -104,26 +129,24 @@ bool decode(Octets const & octets, Image & picture)
     if (png_image_finish_read(&png.image, nullptr, samples.data(), 0, palette.data()) == 0 ||
         (is_indexed ? picture.initIndexed(width, height) : picture.init(width, height)) == 0)
         return false;
-    if (is_indexed) {                                // equal colours of the file become one
-        std::vector<int> numbers(Image::MAX_COLORS); // a number beyond the palette is colour 0
-        picture.setColor(0, colorOf(std::span(palette).first(SAMPLE_SIZE)));
-        for (std::size_t i = 0; i < png.image.colormap_entries; ++i)
-            numbers[i] = picture.addColor(colorOf(std::span(palette).subspan(i * SAMPLE_SIZE, SAMPLE_SIZE)));
-        for (int row = 0; row < height; ++row)
-            for (int column = 0; column < width; ++column)
-                picture.setIndex(
-                    column, row,
-                    numbers[samples[static_cast<std::size_t>(row) * static_cast<std::size_t>(width) +
-                                    static_cast<std::size_t>(column)]]);
-        return true;
-    }
-    std::span<std::uint8_t const> rest = samples;
-    for (int row = 0; row < height; ++row)
-        for (int column = 0; column < width; ++column) {
-            picture.setPixel(column, row, colorOf(rest.first(SAMPLE_SIZE)));
-            rest = rest.subspan(SAMPLE_SIZE);
-        }
+    if (is_indexed)
+        setIndices(samples, palette, png.image.colormap_entries, picture);
+    else
+        setPixels(samples, picture);
     return true;
+}
+
+/// The samples of colours, or of opaque colours without their opacity.
+Octets samplesOf(std::vector<int> const & colors, bool is_opaque)
+{
+    std::size_t const size = is_opaque ? SAMPLE_SIZE - 1 : SAMPLE_SIZE;
+    Octets samples;
+    samples.reserve(colors.size() * SAMPLE_SIZE);
+    for (int const color : colors) {
+        auto const sample = sampleOf(color);
+        samples.insert(samples.end(), sample.begin(), sample.begin() + size);
+    }
+    return samples;
 }
 
 #endif
@@ -151,35 +174,16 @@ int Image::read(char const * name)
 std::vector<std::uint8_t> Image::encode() const
 {
 #ifdef YUL_HAVE_PNG
+    bool const is_opaque = std::find(pixels.begin(), pixels.end(), TRANSPARENT) == pixels.end() &&
+                           std::find(colors.begin(), colors.end(), TRANSPARENT) == colors.end();
+    Octets const samples = isIndexed() ? indices : samplesOf(pixels, is_opaque);
+    Octets const palette = samplesOf(colors, is_opaque);
     Png png;
     png.image.width = static_cast<png_uint_32>(width);
     png.image.height = static_cast<png_uint_32>(height);
-    png.image.format = isIndexed() ? PNG_FORMAT_RGBA_COLORMAP : PNG_FORMAT_RGBA;
+    png.image.format =
+        (isIndexed() ? PNG_FORMAT_FLAG_COLORMAP : 0U) | (is_opaque ? PNG_FORMAT_RGB : PNG_FORMAT_RGBA);
     png.image.colormap_entries = static_cast<png_uint_32>(colors.size());
-    auto const samplesOf = [](std::vector<int> const & from) {
-        Octets samples;
-        samples.reserve(from.size() * SAMPLE_SIZE);
-        for (int const color : from) {
-            auto const sample = sampleOf(color);
-            samples.insert(samples.end(), sample.begin(), sample.end());
-        }
-        return samples;
-    };
-    bool const is_opaque = std::find(pixels.begin(), pixels.end(), TRANSPARENT) == pixels.end() &&
-                           std::find(colors.begin(), colors.end(), TRANSPARENT) == colors.end();
-    Octets samples = isIndexed() ? indices : samplesOf(pixels);
-    Octets palette = samplesOf(colors);
-    if (is_opaque) {
-        png.image.format &= ~static_cast<png_uint_32>(PNG_FORMAT_FLAG_ALPHA);
-        auto const dropOpacity = [](Octets & from) {
-            for (std::size_t i = 0; i < from.size() / SAMPLE_SIZE; ++i)
-                std::copy_n(from.begin() + static_cast<std::ptrdiff_t>(i * SAMPLE_SIZE), 3,
-                            from.begin() + static_cast<std::ptrdiff_t>(i * 3));
-        };
-        dropOpacity(palette);
-        if (!isIndexed())
-            dropOpacity(samples);
-    }
     png_alloc_size_t size = 0;
     if (png_image_write_get_memory_size(png.image, size, 0, samples.data(), 0, palette.data()) == 0)
         return {};

@@ -48,6 +48,54 @@ Rect inside(Rect const & area, Room const & room)
     return {area.x1 + room.left, area.y1 + room.bottom, area.x2 - room.right, area.y2 - room.top};
 }
 
+/// Row and column of a panel, from the upper left.
+struct PanelPlace
+{
+    int row, column;
+};
+
+/// A panel's share of the room that all have, with gaps between them.
+Rect cellOf(
+    Rect const & room, PanelGrid const & panels, PanelPlace const & place, float column_gap, float row_gap)
+{
+    auto const columns = static_cast<float>(panels.columns);
+    auto const rows = static_cast<float>(panels.rows);
+    float const width = (room.getWidth() - column_gap * (columns - 1)) / columns;
+    float const height = (room.getHeight() - row_gap * (rows - 1)) / rows;
+    float const x1 = room.x1 + static_cast<float>(place.column) * (width + column_gap);
+    float const y2 = room.y2 - static_cast<float>(place.row) * (height + row_gap);
+    return {x1, y2 - height, x1 + width, y2};
+}
+
+/// For labels round the frame of a map.
+Room frameRoom(PageStyle const & style, float h)
+{
+    return style.is_full ? Room{} : Room{SIDE_ROOM * h, SIDE_ROOM * h, LOWER_ROOM * h, UPPER_ROOM * h};
+}
+
+/// For the colour bar beside it.
+Room barRoom(PageStyle const & style, float h)
+{
+    return {0, style.bar == BarPlace::RIGHT ? BAR_ROOM_RIGHT * h : 0,
+            style.bar == BarPlace::BOTTOM ? BAR_ROOM_BOTTOM * h : 0, 0};
+}
+
+/// Places one of several panels that have tick labels at the edges of their common room only.
+void shareLabels(PanelLayout & layout, PanelGrid const & panels, PanelPlace const & place, Room const & frame)
+{
+    float const column_gap = COLUMN_GAP * layout.text_height;
+    float const row_gap = ROW_GAP * layout.text_height;
+    layout.has_left = place.column == 0;
+    layout.has_right = place.column == panels.columns - 1;
+    layout.has_top = place.row == 0;
+    layout.has_bottom = place.row == panels.rows - 1;
+    layout.map = cellOf(layout.maps, panels, place, column_gap, row_gap);
+    layout.area = inside(layout.map, {-(layout.has_left ? frame.left : column_gap / 2),
+                                      -(layout.has_right ? frame.right : column_gap / 2),
+                                      -(layout.has_bottom ? frame.bottom : row_gap / 2),
+                                      -(layout.has_top ? frame.top : row_gap / 2)});
+}
+
 struct PlaceName
 {
     std::string_view name;
@@ -102,53 +150,29 @@ PanelLayout layOut(Rect const & page, PageStyle const & style, int panel)
 {
     PanelGrid const & panels = style.panels;
     int const index = std::max(panel, 0) % panels.count();
-    int const column = index % panels.columns;
-    int const row = index / panels.columns;
+    PanelPlace const place{index / panels.columns, index % panels.columns};
     bool const is_shared = !style.is_full && !style.has_full_labels && panels.count() > 1;
-    bool const is_right = style.bar == BarPlace::RIGHT;
-    bool const is_bottom = style.bar == BarPlace::BOTTOM;
 
     PanelLayout layout;
     float const share = 1.F / static_cast<float>(std::max(panels.rows, panels.columns));
     float const h = TEXT_HEIGHT * std::pow(share, 0.6F); // smaller panels, not quite as small texts
     layout.text_height = h;
-
-    Room const frame =
-        style.is_full ? Room{} : Room{SIDE_ROOM * h, SIDE_ROOM * h, LOWER_ROOM * h, UPPER_ROOM * h};
-    Room const bar = {0, is_right ? BAR_ROOM_RIGHT * h : 0, is_bottom ? BAR_ROOM_BOTTOM * h : 0, 0};
+    Room const frame = frameRoom(style, h);
+    Room const bar = barRoom(style, h);
     Rect room = page;
     if (style.has_title && panels.count() > 1)
         room.y2 -= TITLE_ROOM * h;
-    if (is_shared)
+    if (is_shared) {
         room = inside(inside(room, bar), frame);
-    float const column_gap = is_shared ? COLUMN_GAP * h : 0;
-    float const row_gap = is_shared ? ROW_GAP * h : 0;
-    float const width = (room.getWidth() - column_gap * static_cast<float>(panels.columns - 1)) /
-                        static_cast<float>(panels.columns);
-    float const height =
-        (room.getHeight() - row_gap * static_cast<float>(panels.rows - 1)) / static_cast<float>(panels.rows);
-    float const x1 = room.x1 + static_cast<float>(column) * (width + column_gap);
-    float const y2 = room.y2 - static_cast<float>(row) * (height + row_gap);
-    Rect const cell(x1, y2 - height, x1 + width, y2);
-
-    if (!is_shared) {
-        layout.area = cell;
-        layout.map = inside(inside(cell, bar), frame);
-        layout.maps = layout.map;
-        layout.has_bar = style.bar != BarPlace::NONE;
+        layout.maps = room;
+        layout.has_bar = style.bar != BarPlace::NONE && index == 0;
+        shareLabels(layout, panels, place, frame);
         return layout;
     }
-    layout.has_left = column == 0;
-    layout.has_right = column == panels.columns - 1;
-    layout.has_top = row == 0;
-    layout.has_bottom = row == panels.rows - 1;
-    layout.map = cell;
-    layout.area = inside(cell, {-(layout.has_left ? frame.left : column_gap / 2),
-                                -(layout.has_right ? frame.right : column_gap / 2),
-                                -(layout.has_bottom ? frame.bottom : row_gap / 2),
-                                -(layout.has_top ? frame.top : row_gap / 2)});
-    layout.maps = room;
-    layout.has_bar = style.bar != BarPlace::NONE && index == 0;
+    layout.area = cellOf(room, panels, place, 0, 0);
+    layout.map = inside(inside(layout.area, bar), frame);
+    layout.maps = layout.map;
+    layout.has_bar = style.bar != BarPlace::NONE;
     return layout;
 }
 

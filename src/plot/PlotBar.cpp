@@ -22,6 +22,89 @@ constexpr float SHARE = 0.9F; // of the side of the map
 constexpr float LINE_WIDTH = 1.5F;
 constexpr float TEXT_WEIGHT = 1.5F;
 
+/// Boxes of one size from the lowest level up, each with its level at its lower end.
+class Bar
+{
+public:
+    /// h  text height
+    Bar(Graph & graph, detail::ColorBar const & bar, Rect const & place, bool is_upright, float h)
+        : graph(graph), bar(bar), place(place), is_upright(is_upright), h(h),
+          length(is_upright ? place.getHeight() : place.getWidth()),
+          step(length / static_cast<float>(bar.levels.size()))
+    {
+    }
+
+    void fill()
+    {
+        graph.setFillStyle(0);
+        for (std::size_t i = 0; i < bar.levels.size(); ++i) {
+            if (bar.colors[i] < 0)
+                continue;
+            graph.setFillColor(bar.colors[i]);
+            graph.drawFill(boxOf(i));
+        }
+    }
+
+    void drawBoxes()
+    {
+        for (std::size_t i = 0; i < bar.levels.size(); ++i)
+            graph.drawRect(boxOf(i));
+    }
+
+    void drawLabels()
+    {
+        for (std::size_t i = 0; i < bar.levels.size(); ++i)
+            drawLabel(static_cast<float>(i) * step, bar.levels[i]);
+        if (!bar.is_open && !detail::isMissing(bar.interval))
+            drawLabel(length, bar.levels.back() + bar.interval);
+    }
+
+    void drawUnits()
+    {
+        if (bar.units.empty())
+            return;
+        graph.setTextAlign(is_upright ? 2 : 1, 1);
+        if (is_upright)
+            graph.drawText((place.x1 + place.x2) / 2, place.y2 + 0.8F * h, bar.units.c_str());
+        else
+            graph.drawText(place.x2 + 1.2F * h, place.y1 + (place.getHeight() - LABEL_HEIGHT * h) / 2,
+                           bar.units.c_str());
+    }
+
+private:
+    [[nodiscard]] Rect boxOf(std::size_t i) const
+    {
+        float const from = static_cast<float>(i) * step;
+        return is_upright ? Rect(place.x1, place.y1 + from, place.x2, place.y1 + from + step)
+                          : Rect(place.x1 + from, place.y1, place.x1 + from + step, place.y2);
+    }
+
+    /// Leaves a label out that would touch the one before.
+    void drawLabel(float at, float level)
+    {
+        std::string const text = detail::levelText(level, bar.interval);
+        float const size =
+            is_upright ? LEAST_LINE * LABEL_HEIGHT * h : graph.getTextWidth(text.c_str()) + LABEL_HEIGHT * h;
+        if (at - size / 2 < free_from)
+            return;
+        free_from = at + size / 2;
+        graph.setTextAlign(is_upright ? 1 : 2, 1);
+        if (is_upright)
+            graph.drawText(place.x2 + LABEL_GAP * h, place.y1 + at - LABEL_HEIGHT * h / 2, text.c_str());
+        else
+            graph.drawText(place.x1 + at, place.y1 - (LABEL_GAP + LABEL_HEIGHT) * h, text.c_str());
+    }
+
+    Graph & graph;
+    detail::ColorBar const & bar;
+    Rect place;
+    bool is_upright;
+    float h;
+    float length;
+    float step;           // from level to level
+    float free_from = -1; // where the last label ends
+};
+
 } // namespace
 
 int Plot::setColorBar(detail::ColorBar value)
@@ -58,58 +141,18 @@ int Plot::drawBar()
     return 1;
 }
 
-/// Boxes of one size from the lowest level up, each with its level at its lower end.
 void Plot::drawBarAt(Rect const & place, bool is_upright)
 {
     float const h = layout.text_height;
-    auto const count = color_bar.levels.size();
-    float const length = is_upright ? place.getHeight() : place.getWidth();
-    float const step = length / static_cast<float>(count);
-    auto const boxOf = [&](std::size_t i) {
-        float const from = static_cast<float>(i) * step;
-        return is_upright ? Rect(place.x1, place.y1 + from, place.x2, place.y1 + from + step)
-                          : Rect(place.x1 + from, place.y1, place.x1 + from + step, place.y2);
-    };
-    graph.setFillStyle(0);
-    for (std::size_t i = 0; i < count; ++i) {
-        if (color_bar.colors[i] < 0)
-            continue;
-        graph.setFillColor(color_bar.colors[i]);
-        graph.drawFill(boxOf(i));
-    }
+    Bar bar(graph, color_bar, place, is_upright, h);
+    bar.fill();
     graph.setLineColor(findColor(labelColor(), plainColor()));
     graph.setLineStyle(1);
     graph.setLineWidth(LINE_WIDTH);
-    for (std::size_t i = 0; i < count; ++i)
-        graph.drawRect(boxOf(i));
-
+    bar.drawBoxes();
     startText(LABEL_HEIGHT * h, TEXT_WEIGHT);
-    float free_from = -1; // of the bar, where the last label ends
-    auto const drawLabel = [&](float at, std::string const & text) {
-        float const size =
-            is_upright ? LEAST_LINE * LABEL_HEIGHT * h : graph.getTextWidth(text.c_str()) + LABEL_HEIGHT * h;
-        if (at - size / 2 < free_from)
-            return;
-        free_from = at + size / 2;
-        graph.setTextAlign(is_upright ? 1 : 2, 1);
-        if (is_upright)
-            graph.drawText(place.x2 + LABEL_GAP * h, place.y1 + at - LABEL_HEIGHT * h / 2, text.c_str());
-        else
-            graph.drawText(place.x1 + at, place.y1 - (LABEL_GAP + LABEL_HEIGHT) * h, text.c_str());
-    };
-    for (std::size_t i = 0; i < count; ++i)
-        drawLabel(static_cast<float>(i) * step, detail::levelText(color_bar.levels[i], color_bar.interval));
-    if (!color_bar.is_open && !detail::isMissing(color_bar.interval))
-        drawLabel(length,
-                  detail::levelText(color_bar.levels.back() + color_bar.interval, color_bar.interval));
-    if (color_bar.units.empty())
-        return;
-    graph.setTextAlign(is_upright ? 2 : 1, 1);
-    if (is_upright)
-        graph.drawText((place.x1 + place.x2) / 2, place.y2 + 0.8F * h, color_bar.units.c_str());
-    else
-        graph.drawText(place.x2 + 1.2F * h, place.y1 + (place.getHeight() - LABEL_HEIGHT * h) / 2,
-                       color_bar.units.c_str());
+    bar.drawLabels();
+    bar.drawUnits();
 }
 
 } // namespace Yul

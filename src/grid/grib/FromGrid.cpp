@@ -6,6 +6,7 @@
 #include "grid/grib/Centres.h"
 #include "grid/grib/Earth.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <tuple>
@@ -123,43 +124,62 @@ double polarRatio(double true_lat) noexcept
     return (1 + std::sin(60 * RADIANS)) / (1 + std::sin(std::abs(true_lat) * RADIANS));
 }
 
-std::string describeGrid(Domain const & domain, Geometry & g)
+GridKind kindOf(DomainVal const & val)
+{
+    auto const * const found =
+        std::ranges::find(KINDS, val.proj, [](std::pair<int, GridKind> const & row) { return row.first; });
+    return found != std::end(KINDS) && !val.ellipse ? found->second : GridKind::NONE;
+}
+
+/// The corners and the distance of the points; false where the domain has none.
+bool describeCorners(Domain const & domain, Geometry & g)
 {
     DomainVal const & val = domain.get();
-    for (auto const & [proj, kind] : KINDS)
-        if (proj == val.proj)
-            g.kind = kind;
-    if (g.kind == GridKind::NONE || val.ellipse)
-        return "edition 1 has no such grid";
-    g.nx = val.nx;
-    g.ny = val.ny;
     auto const first = positionOf(domain, 0, 0);
-    auto const last = positionOf(domain, g.nx - 1, g.ny - 1);
+    auto const last = positionOf(domain, val.nx - 1, val.ny - 1);
     if (!first || !last || !(val.dx > 0) || !(val.dy > 0))
-        return "its domain is not set";
+        return false;
     std::tie(g.lat1, g.lon1) = *first;
     std::tie(g.lat2, g.lon2) = *last;
+    g.nx = val.nx;
+    g.ny = val.ny;
     g.dx = val.dx;
     g.dy = val.dy;
-    bool const is_south = val.plat < 0;
-    if (g.kind == GridKind::LATLON) {
-        g.lon2 = g.lon1 + (g.nx - 1) * g.dx;
-        return g.dx < 65 && g.dy < 65 ? std::string() : "spacing beyond edition 1";
-    }
+    return true;
+}
+
+/// The parameters of a projection, and distances on the earth of edition 1.
+void describePlane(DomainVal const & val, Geometry & g)
+{
     setEarth1(false, g);
     double scale = g.major_m / Domain::earth_rad;
     g.ref_lon = val.plon;
-    g.is_south = is_south;
+    g.is_south = val.plat < 0;
     bool const has_param = !isMissing(val.getParam(0));
     if (g.kind == GridKind::POLAR && has_param)
         scale *= polarRatio(val.getParam(0));
     if (g.kind == GridKind::LAMBERT || g.kind == GridKind::ALBERS) {
-        g.true_lat1 = has_param ? val.getParam(0) : is_south ? -30 : 30;
-        g.true_lat2 = has_param ? val.getParam(1) : is_south ? -60 : 60;
+        g.true_lat1 = has_param ? val.getParam(0) : g.is_south ? -30 : 30;
+        g.true_lat2 = has_param ? val.getParam(1) : g.is_south ? -60 : 60;
     }
     g.dx *= scale;
     g.dy *= scale;
-    return g.dx < 0xffffff && g.dy < 0xffffff ? std::string() : "spacing beyond edition 1";
+}
+
+std::string describeGrid(Domain const & domain, Geometry & g)
+{
+    DomainVal const & val = domain.get();
+    g.kind = kindOf(val);
+    if (g.kind == GridKind::NONE)
+        return "edition 1 has no such grid";
+    if (!describeCorners(domain, g))
+        return "its domain is not set";
+    if (g.kind == GridKind::LATLON)
+        g.lon2 = g.lon1 + (g.nx - 1) * g.dx;
+    else
+        describePlane(val, g);
+    double const most = g.kind == GridKind::LATLON ? 65 : 0xffffff; // degrees, metres
+    return g.dx < most && g.dy < most ? "" : "spacing beyond edition 1";
 }
 
 } // namespace
