@@ -12,8 +12,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
-#include <cmath>
 
 namespace Yul::detail::native {
 namespace {
@@ -23,8 +21,6 @@ constexpr std::size_t MAX_MAGIC = 150;
 constexpr std::size_t MAX_DATE = 49;
 constexpr std::size_t MAX_INFO = 70;
 constexpr std::size_t MAX_IDENTIFICATION = 1000;
-constexpr std::size_t MAX_DOMAIN = 150;
-constexpr std::size_t MAX_UNITS = 30;
 
 constexpr char const * CUT_OFF = "the header is cut off";
 
@@ -50,8 +46,6 @@ constexpr Keyword KEYWORDS[] = {
 
 /// A file without a keyword.
 constexpr Keyword NO_KEYWORD{"", Domain::PSTEREO, false};
-
-// Reading ---------------------------------------------------------------------------------------------------
 
 /// The next line, trimmed; none where the file ends.
 std::optional<std::string> nextLine(Input & input, std::size_t limit)
@@ -182,110 +176,64 @@ bool isSize(DomainVal const & domain)
     return domain.nx > 0 && domain.ny > 0 && static_cast<long>(domain.nx) * domain.ny <= Grid::MAX_VALUES;
 }
 
-// Writing ---------------------------------------------------------------------------------------------------
-
-/// The text on one line.
-std::string oneLine(std::string_view text)
+bool readDate(Input & input, Header & header)
 {
-    std::string line(text);
-    std::ranges::replace(line, '\n', ' ');
-    return line;
+    header.datim = nextLine(input, MAX_DATE);
+    if (header.datim)
+        DateTool::decode(header.datim->c_str(), header.date);
+    return header.datim.has_value();
 }
 
-std::string real(float value)
+bool readInfo(Input & input, Header & header, bool is_bare)
 {
-    return format("%f", static_cast<double>(value));
+    header.info = nextLine(input, MAX_INFO);
+    if (header.info && is_bare)
+        readOldInfo(header);
+    return header.info.has_value();
 }
 
-/// The grid's date as it stood in its source; of a grid that was made here the date that it was given.
-std::string dateLine(Grid const & grid)
+/// The fourth line, which version 1 does not have.
+bool readIdentification(Input & input, Header & header)
 {
-    String text(grid.getDatim());
-    if (trimmed(text.view()).empty() && grid.getDate().isSet())
-        grid.getDate().toText(text);
-    return oneLine(text.view());
+    if (header.version < 2)
+        return true;
+    auto const line = nextFilledLine(input, MAX_IDENTIFICATION);
+    if (line)
+        readIdentification(*line, header);
+    return line.has_value();
 }
 
-std::string infoLine(Grid const & grid, int version, int form)
+bool readDomain(Input & input, Header & header, std::string & fault)
 {
-    std::string_view const lead = version != 3 ? "" : form == BINARY ? "3-" : "2-";
-    return std::string(lead) + oneLine(grid.getInfo());
-}
-
-std::string identificationLine(Grid const & grid)
-{
-    auto const & level = grid.getLevel();
-    auto line = format("%d %d %d %d %d %d %d %d", grid.getSource(), grid.getVersion(), grid.getModel(),
-                       grid.getType(), level.getTypeCode(), level.getValueCode(),
-                       grid.getForeTime().getCode(), grid.getVar().getIndex());
-    auto units = std::string(grid.getUnits()).substr(0, MAX_UNITS);
-    std::ranges::replace_if(units, isBlank, '_');
-    return units.empty() ? line : line + ':' + units;
-}
-
-/// The keyword of versions 1 to 3 with the parameters that go with it, and a blank.
-std::string keywordText(DomainVal const & domain)
-{
-    bool const has_plon = !isMissing(domain.plon);
-    switch (domain.proj) {
-    case Domain::LATLON:
-        return "LL ";
-    case Domain::MERC:
-        return "ME ";
-    case Domain::PSTEREO:
-        return has_plon && domain.plon != domain.clon ? "PS:" + real(domain.plon) + ' ' : "PS ";
-    case Domain::LAMB:
-        if (!isMissing(domain.param[0]))
-            return "LC:" + real(domain.plat) + ':' + real(domain.plon) + ':' + real(domain.param[0]) + ':' +
-                   real(domain.param[1]) + ':' + real(domain.param[2]) + ' ';
-        return has_plon ? "LC:" + real(domain.plon) + ' ' : "LC ";
-    default:
-        return "";
+    // The scan of line 4 passes over blank lines behind it.
+    auto const line = header.version >= 2 ? nextFilledLine(input, MAX_DOMAIN) : nextLine(input, MAX_DOMAIN);
+    if (!line) {
+        fault = CUT_OFF;
+        return false;
     }
-}
-
-std::string projectionLine(DomainVal const & domain, int version)
-{
-    if (version == NEWEST_VERSION) {
-        String text;
-        domain.toString(text);
-        return std::string(text.view());
+    if (header.version < NEWEST_VERSION)
+        header.domain = readProjection(*line, header.version);
+    else if (DomainTool::decode(line->c_str(), header.domain) == 0) {
+        fault.clear(); // the decoder has named it
+        return false;
     }
-    return keywordText(domain) + real(domain.clat) + ' ' + real(domain.clon) + ' ' + real(domain.dx) + ' ' +
-           real(domain.dy) + format(" %d %d", domain.nx, domain.ny);
+    if (isSize(header.domain))
+        return true;
+    fault = format("invalid size: %d x %d", header.domain.nx, header.domain.ny);
+    return false;
 }
 
-/// The domain of a grid, with the grid's size where it has none of its own.
-DomainVal sizedDomain(Grid const & grid)
+/// The lines behind the first.
+bool readLines(Input & input, Header & header, bool is_bare, std::string & fault)
 {
-    DomainVal domain = grid.getDomainVal();
-    if (isMissing(domain.nx) && isMissing(domain.ny)) {
-        domain.nx = grid.getNx();
-        domain.ny = grid.getNy();
+    fault = CUT_OFF;
+    if (!readDate(input, header) || !readInfo(input, header, is_bare))
+        return false;
+    if (header.version < 1 || header.version > NEWEST_VERSION) {
+        fault = format("unknown version %d", header.version);
+        return false;
     }
-    return domain;
-}
-
-/// Why the domain would not be read back as that of the grid; empty when it is.
-std::string faultOf(DomainVal const & domain, Grid const & grid, std::string const & line, int version)
-{
-    if (domain.isMiss())
-        return "the grid has no domain";
-    if (domain.nx != grid.getNx() || domain.ny != grid.getNy())
-        return format("a domain of %d x %d points for a grid of %d x %d", domain.nx, domain.ny, grid.getNx(),
-                      grid.getNy());
-    auto const keyword = line.substr(0, line.find_first_of(":,"));
-    bool const is_domain_text = version == NEWEST_VERSION;
-    bool const has_word = !is_domain_text || Domain::getProj(keyword.c_str()) == domain.proj;
-    auto const isWritable = [=](float value) {
-        return std::isfinite(value) && !(is_domain_text && isMissing(value));
-    };
-    bool const has_numbers =
-        std::ranges::all_of(std::array{domain.clat, domain.clon, domain.dx, domain.dy}, isWritable) &&
-        std::isfinite(domain.plat) && std::isfinite(domain.plon) &&
-        std::ranges::all_of(domain.param, [](float value) { return std::isfinite(value); });
-    return has_word && has_numbers && line.size() <= MAX_DOMAIN ? ""
-                                                                : "no header can hold its domain: " + line;
+    return readIdentification(input, header) && readDomain(input, header, fault);
 }
 
 } // namespace
@@ -295,52 +243,13 @@ Found readHeader(Input & input, Header & header, std::string & fault)
     header = Header();
     if (input.isAtEnd())
         return Found::END;
-
     bool is_bare = false;
     auto const magic = nextLine(input, MAX_MAGIC);
     if (!magic || !readMagic(*magic, header, is_bare)) {
         fault = "no grid begins here";
         return Found::FAULT;
     }
-    fault = CUT_OFF;
-    auto const date = nextLine(input, MAX_DATE);
-    if (!date)
-        return Found::FAULT;
-    header.datim = *date;
-    DateTool::decode(date->c_str(), header.date);
-
-    auto const info = nextLine(input, MAX_INFO);
-    if (!info)
-        return Found::FAULT;
-    header.info = *info;
-    if (is_bare)
-        readOldInfo(header);
-    if (header.version < 1 || header.version > NEWEST_VERSION) {
-        fault = format("unknown version %d", header.version);
-        return Found::FAULT;
-    }
-    if (header.version >= 2) {
-        auto const identification = nextFilledLine(input, MAX_IDENTIFICATION);
-        if (!identification)
-            return Found::FAULT;
-        readIdentification(*identification, header);
-    }
-    // The scan of line 4 passes over blank lines behind it.
-    auto const projection =
-        header.version >= 2 ? nextFilledLine(input, MAX_DOMAIN) : nextLine(input, MAX_DOMAIN);
-    if (!projection)
-        return Found::FAULT;
-    if (header.version < NEWEST_VERSION)
-        header.domain = readProjection(*projection, header.version);
-    else if (DomainTool::decode(projection->c_str(), header.domain) == 0) {
-        fault.clear(); // the decoder has named it
-        return Found::FAULT;
-    }
-    if (!isSize(header.domain)) {
-        fault = format("invalid size: %d x %d", header.domain.nx, header.domain.ny);
-        return Found::FAULT;
-    }
-    return Found::HEADER;
+    return readLines(input, header, is_bare, fault) ? Found::HEADER : Found::FAULT;
 }
 
 void describe(Header const & header, Grid & grid)
@@ -368,22 +277,6 @@ void describe(Header const & header, Grid & grid)
         grid.setDomain(header.domain);
     if (isSize(header.domain))
         grid.setSize(header.domain.nx, header.domain.ny);
-}
-
-std::string writeHeader(Grid const & grid, int version, int form, std::string & fault)
-{
-    auto const domain = sizedDomain(grid);
-    auto const projection = projectionLine(domain, version);
-    fault = grid.isData() ? faultOf(domain, grid, projection, version) : "the grid has no values";
-    if (!fault.empty())
-        return {};
-    std::string header(MAGIC);
-    if (version == NEWEST_VERSION)
-        header += format("%d%s", version, form == BINARY ? "B" : "");
-    header += '\n' + dateLine(grid) + '\n' + infoLine(grid, version, form) + '\n';
-    if (version >= 3)
-        header += identificationLine(grid) + '\n';
-    return header + projection + '\n';
 }
 
 } // namespace Yul::detail::native

@@ -21,6 +21,8 @@ namespace detail::native {
 /// The first characters of a file.
 inline constexpr std::string_view MAGIC = "YulGRID";
 inline constexpr int NEWEST_VERSION = 4;
+/// Characters of the line that says where the points lie.
+inline constexpr std::size_t MAX_DOMAIN = 150;
 
 /// Where the values are and in what form.
 enum Form {
