@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <random>
 #include <string>
 #include <vector>
@@ -58,70 +59,112 @@ constexpr Job JOBS[] = {
 
 #ifdef HAS_PROJ
 
-bool run(PJ_CONTEXT * context, Job const & job)
+/// The peer's side of a job: positions and their images as it keeps them, and room to work in, for it works in place.
+class Peer
+{
+public:
+    Peer(PJ_CONTEXT * context, Job const & job, EarthPoints const & earth)
+        : projection(proj_create(context, job.peer)), lon(POINTS), lat(POINTS)
+    {
+        double const radian = std::acos(-1.0) / 180;
+        for (std::size_t i = 0; i < POINTS; ++i) {
+            lat[i] = static_cast<double>(earth.all()[i].lat) * radian;
+            lon[i] = static_cast<double>(earth.all()[i].lon) * radian;
+        }
+    }
+
+    ~Peer() { proj_destroy(projection); }
+
+    Peer(Peer const &) = delete;
+    Peer & operator=(Peer const &) = delete;
+
+    [[nodiscard]] bool isSet() const { return projection != nullptr; }
+
+    void forward() { trans(PJ_FWD, lon, lat); }
+
+    void inverse() { trans(PJ_INV, x, y); }
+
+    void keepImages()
+    {
+        forward();
+        x = a;
+        y = b;
+    }
+
+    std::vector<double> x, y;
+
+private:
+    void trans(PJ_DIRECTION direction, std::vector<double> const & u, std::vector<double> const & v)
+    {
+        a = u;
+        b = v;
+        proj_trans_generic(projection, direction, a.data(), 8, POINTS, b.data(), 8, POINTS, nullptr, 0, 0,
+                           nullptr, 0, 0);
+    }
+
+    PJ * projection;
+    std::vector<double> lon, lat, a, b;
+};
+
+EarthPoints randomPositions(Job const & job)
 {
     std::mt19937 random(1);
     std::uniform_real_distribution<float> lats(job.south, job.north);
     std::uniform_real_distribution<float> lons(job.west, job.east);
     EarthPoints earth;
+    for (std::size_t i = 0; i < POINTS; ++i) {
+        float const lat = lats(random);
+        earth.add(EarthPoint(lat, lons(random)));
+    }
+    return earth;
+}
+
+/// Whether our images are the peer's but for a common offset of rounding in y.
+bool areSame(Job const & job, Points const & points, Peer const & peer)
+{
+    double extent = 0;
+    double worst = 0;
     for (std::size_t i = 0; i < POINTS; ++i)
-        earth.add(EarthPoint(lats(random), lons(random)));
+        extent = std::max({extent, std::fabs(peer.x[i]), std::fabs(peer.y[i])});
+    double const shift = peer.y[0] - static_cast<double>(points.all()[0].y) * job.unit;
+    for (std::size_t i = 0; i < POINTS; ++i)
+        worst = std::max({worst, std::fabs(peer.x[i] - static_cast<double>(points.all()[i].x) * job.unit),
+                          std::fabs(peer.y[i] - shift - static_cast<double>(points.all()[i].y) * job.unit)});
+    if (worst <= 2e-6 * extent && std::fabs(shift) <= 2e-6 * extent)
+        return true;
+    std::printf("# projections: %s differs from PROJ by %g of %g m, offset %g\n", job.name, worst, extent,
+                shift);
+    return false;
+}
+
+bool run(PJ_CONTEXT * context, Job const & job)
+{
+    EarthPoints const earth = randomPositions(job);
     Domain const domain(job.domain);
-    PJ * const peer = proj_create(context, job.peer);
-    if (peer == nullptr || domain.isMiss()) {
+    Peer peer(context, job, earth);
+    Points points;
+    EarthPoints back;
+    if (!peer.isSet() || domain.isMiss() || domain.tran(earth, points) == 0 ||
+        domain.tran(points, back) == 0) {
         std::printf("# projections: %s cannot be set up\n", job.name);
         return false;
     }
-    std::vector<double> lon(POINTS), lat(POINTS), x(POINTS), y(POINTS), a(POINTS), b(POINTS);
-    double const radian = std::acos(-1.0) / 180;
-    for (std::size_t i = 0; i < POINTS; ++i) {
-        lat[i] = static_cast<double>(earth.all()[i].lat) * radian;
-        lon[i] = static_cast<double>(earth.all()[i].lon) * radian;
-    }
-    auto const trans = [&](PJ_DIRECTION direction, std::vector<double> const & u,
-                           std::vector<double> const & v) {
-        a = u; // the peer works in place
-        b = v;
-        proj_trans_generic(peer, direction, a.data(), 8, POINTS, b.data(), 8, POINTS, nullptr, 0, 0, nullptr,
-                           0, 0);
-    };
-    Points points;
-    EarthPoints back;
-    trans(PJ_FWD, lon, lat);
-    x = a;
-    y = b;
-    bool const all = domain.tran(earth, points) != 0 && domain.tran(points, back) != 0;
-    double extent = 0;
-    double worst = 0;
-    double shift = 0;
-    for (std::size_t i = 0; i < POINTS; ++i)
-        extent = std::max({extent, std::fabs(x[i]), std::fabs(y[i])});
-    shift = y[0] - static_cast<double>(points.all()[0].y) * job.unit;
-    for (std::size_t i = 0; i < POINTS; ++i)
-        worst = std::max({worst, std::fabs(x[i] - static_cast<double>(points.all()[i].x) * job.unit),
-                          std::fabs(y[i] - shift - static_cast<double>(points.all()[i].y) * job.unit)});
-    if (!all || worst > 2e-6 * extent || std::fabs(shift) > 2e-6 * extent) {
-        std::printf("# projections: %s differs from PROJ by %g of %g m, offset %g\n", job.name, worst, extent,
-                    shift);
-        proj_destroy(peer);
+    peer.keepImages();
+    if (!areSame(job, points, peer))
         return false;
-    }
     Point point;
-    auto const times = bench::medians(ROUNDS, {
-                                                  [&] { domain.tran(earth, points); },
-                                                  [&] { trans(PJ_FWD, lon, lat); },
-                                                  [&] { domain.tran(points, back); },
-                                                  [&] { trans(PJ_INV, x, y); },
-                                                  [&] {
-                                                      for (auto const & e : earth.all())
-                                                          domain.tran(e, point);
-                                                  },
-                                              });
+    auto const alone = [&] {
+        for (auto const & position : earth.all())
+            domain.tran(position, point);
+    };
+    std::vector<std::function<void()>> const works{
+        [&] { domain.tran(earth, points); }, [&] { peer.forward(); }, [&] { domain.tran(points, back); },
+        [&] { peer.inverse(); }, alone};
+    auto const times = bench::medians(ROUNDS, works);
     std::string const name = std::string("projection ") + job.name;
     bench::printRow(name + " forward", "PROJ", times[0], times[1], POINTS, job.forward_limit);
     bench::printRow(name + " inverse", "PROJ", times[2], times[3], POINTS, job.inverse_limit);
     bench::printRow(name + " single point", "PROJ", times[4], times[1], POINTS, 2);
-    proj_destroy(peer);
     return true;
 }
 

@@ -132,8 +132,10 @@ std::vector<double> multiples(Spread const & spread, double step)
 {
     std::vector<double> found;
     double const slack = 1e-6;
-    for (double k = std::ceil(spread.min / step - slack); k <= std::floor(spread.max / step + slack); ++k)
-        found.push_back(k * step + 0.0); // no "-0"
+    double const first = std::ceil(spread.min / step - slack);
+    double const last = std::floor(spread.max / step + slack);
+    for (int i = 0; first + i <= last; ++i)
+        found.push_back((first + i) * step + 0.0); // no "-0"
     return found;
 }
 
