@@ -15,7 +15,7 @@ namespace Yul {
 /// on the page after the transform in the prolog, y upward; colours are packed 24-bit RGB. Text is not drawn
 /// by this device: it arrives as strokes. Figures with a coordinate that is not finite are not drawn and give
 /// 0. Source: PostScript Language Reference, third edition; Document Structuring Conventions, version 3.0.
-class Postscript : public FileDevice
+class Postscript final : public FileDevice
 {
 public:
     static constexpr int FILE_NAME_SIZE = 60; ///< characters of a file name that are kept

@@ -125,8 +125,8 @@ struct Symbol::Reader
             return false;
         v.resize(3, v.size() == 2 ? 1.0F : 0.0F);
         float const scale = words.size() == 2 ? 1 : v[2];
-        for (std::size_t i = 0; i < set.shapes[found->second].size(); ++i)
-            if (!add(transformed(set.shapes[found->second][i], v[0], v[1], scale)))
+        for (Part const & part : set.shapes[found->second]) // never the symbol that grows
+            if (!add(transformed(part, v[0], v[1], scale)))
                 return false;
         return true;
     }

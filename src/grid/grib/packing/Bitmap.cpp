@@ -63,8 +63,8 @@ void expandPlain(Octets bitmap, std::span<float> values) noexcept
 
 void expand(Octets bitmap, std::span<float> values) noexcept
 {
-    static Expand const best = expandWide() != nullptr ? expandWide() : expandPlain;
-    best(bitmap, values);
+    static Expand const BEST = expandWide() != nullptr ? expandWide() : expandPlain;
+    BEST(bitmap, values);
 }
 
 } // namespace Yul::detail::grib

@@ -39,13 +39,13 @@ private:
     /// Once for the process.
     static bool hasLibrary()
     {
-        static bool const is_set_up = [] {
+        static bool const IS_SET_UP = [] {
             jas_conf_clear();
             jas_conf_set_max_mem_usage(jas_get_total_mem_size());
             jas_conf_set_vlogmsgf(jas_vlogmsgf_discard);
             return jas_init_library() == 0;
         }();
-        return is_set_up;
+        return IS_SET_UP;
     }
 };
 
@@ -60,8 +60,8 @@ bool isReady()
 /// JasPer is set up once for the process; false when that failed.
 bool isReady()
 {
-    static bool const ready = jas_init() == 0;
-    return ready;
+    static bool const READY = jas_init() == 0;
+    return READY;
 }
 
 #endif

@@ -129,8 +129,8 @@ template <> struct Registers::Scaler<Arithmetic::FLOAT>
 
 UnpackForm const * wideForm() noexcept
 {
-    static bool const has_both = __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("fma") != 0;
-    return has_both ? &WideForm<Registers>::FORM : nullptr;
+    static bool const HAS_BOTH = __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("fma") != 0;
+    return HAS_BOTH ? &WideForm<Registers>::FORM : nullptr;
 }
 
 } // namespace Yul::detail::grib
