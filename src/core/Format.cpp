@@ -124,22 +124,38 @@ void appendInteger(std::string & out, Directive const & d, VarArgs & args)
         appendNumber(out, d, d.length.c_str(), args.next<int>());
 }
 
+void appendReal(std::string & out, Directive const & d, VarArgs & args)
+{
+    if (d.length == "L")
+        appendNumber(out, d, "L", args.next<long double>());
+    else
+        appendNumber(out, d, "", args.next<double>());
+}
+
+void appendString(std::string & out, Directive const & d, VarArgs & args)
+{
+    auto const * const text = args.next<char const *>();
+    appendText(out, d, text != nullptr ? text : "(null)");
+}
+
+void appendCharacter(std::string & out, Directive const & d, VarArgs & args)
+{
+    std::array<char, 2> const text{static_cast<char>(args.next<int>()), '\0'};
+    appendText(out, d, text.data());
+}
+
 void appendDirective(std::string & out, Directive const & d, VarArgs & args)
 {
     switch (d.conversion) {
     case '%':
         out += '%';
         break;
-    case 's': {
-        auto const * text = args.next<char const *>();
-        appendText(out, d, text != nullptr ? text : "(null)");
+    case 's':
+        appendString(out, d, args);
         break;
-    }
-    case 'c': {
-        std::array<char, 2> const text{static_cast<char>(args.next<int>()), '\0'};
-        appendText(out, d, text.data());
+    case 'c':
+        appendCharacter(out, d, args);
         break;
-    }
     case 'd':
     case 'i':
     case 'u':
@@ -156,10 +172,7 @@ void appendDirective(std::string & out, Directive const & d, VarArgs & args)
     case 'G':
     case 'a':
     case 'A':
-        if (d.length == "L")
-            appendNumber(out, d, "L", args.next<long double>());
-        else
-            appendNumber(out, d, "", args.next<double>());
+        appendReal(out, d, args);
         break;
     case 'p':
         appendNumber(out, d, "", args.next<void *>());

@@ -68,52 +68,66 @@ private:
     int count = 0;
 };
 
-/// Compresses colour numbers of so many bits each.
-void compress(Image const & image, int bits, std::string & out)
+/// Takes colour numbers of so many bits each and writes codes for the longest rows of them that came before.
+class Compressor
 {
-    int const clear = 1 << bits;
-    std::vector<std::array<std::int16_t, Image::MAX_COLORS>> next(MOST_CODES); // by code and colour; 0: none
+public:
+    Compressor(int bits, std::string & out) : clear(1 << bits), first_width(bits + 1), stream(out)
+    {
+        restart();
+        stream.add(clear, width);
+    }
+
+    void add(int color)
+    {
+        if (prefix < 0) {
+            prefix = color;
+            return;
+        }
+        std::int16_t & longer = next[static_cast<std::size_t>(prefix)][static_cast<std::size_t>(color)];
+        if (longer != 0) {
+            prefix = longer;
+            return;
+        }
+        stream.add(prefix, width);
+        if (codes < MOST_CODES) {
+            longer = static_cast<std::int16_t>(codes);
+            width += codes == 1 << width ? 1 : 0;
+            ++codes;
+        } else {
+            stream.add(clear, width);
+            restart();
+        }
+        prefix = color;
+    }
+
+    void finish()
+    {
+        stream.add(prefix, width);
+        // The reader adds an entry for that code as well, and may widen what follows.
+        width += codes == 1 << width && width < 12 ? 1 : 0;
+        stream.add(clear + 1, width);
+        stream.finish();
+    }
+
+private:
+    using Row = std::array<std::int16_t, Image::MAX_COLORS>;
+
+    void restart()
+    {
+        next.assign(MOST_CODES, Row{});
+        codes = clear + 2;
+        width = first_width;
+    }
+
+    int clear;
+    int first_width;
+    CodeStream stream;
+    std::vector<Row> next; // by code and colour; 0: none
     int codes = 0;
     int width = 0;
-    CodeStream stream(out);
-    auto const restart = [&] {
-        std::fill(next.begin(), next.end(), std::array<std::int16_t, Image::MAX_COLORS>{});
-        codes = clear + 2;
-        width = bits + 1;
-    };
-    restart();
-    stream.add(clear, width);
     int prefix = -1;
-    for (int row = 0; row < image.getHeight(); ++row) {
-        for (int column = 0; column < image.getWidth(); ++column) {
-            auto const color = static_cast<std::size_t>(image.getIndex(column, row));
-            if (prefix < 0) {
-                prefix = static_cast<int>(color);
-                continue;
-            }
-            std::int16_t & longer = next[static_cast<std::size_t>(prefix)][color];
-            if (longer != 0) {
-                prefix = longer;
-                continue;
-            }
-            stream.add(prefix, width);
-            if (codes < MOST_CODES) {
-                longer = static_cast<std::int16_t>(codes);
-                width += codes == 1 << width ? 1 : 0;
-                ++codes;
-            } else {
-                stream.add(clear, width);
-                restart();
-            }
-            prefix = static_cast<int>(color);
-        }
-    }
-    stream.add(prefix, width);
-    // The reader adds an entry for that code as well, and may widen what follows.
-    width += codes == 1 << width && width < 12 ? 1 : 0;
-    stream.add(clear + 1, width);
-    stream.finish();
-}
+};
 
 std::string gifOctets(Image const & image)
 {
@@ -144,7 +158,11 @@ std::string gifOctets(Image const & image)
     addNumber(out, image.getHeight());
     out += '\0';
     out += static_cast<char>(bits);
-    compress(image, bits, out);
+    Compressor pixels(bits, out);
+    for (int row = 0; row < image.getHeight(); ++row)
+        for (int column = 0; column < image.getWidth(); ++column)
+            pixels.add(image.getIndex(column, row));
+    pixels.finish();
     return out += ';';
 }
 

@@ -25,11 +25,11 @@ using Row = VarNameItem const *;
 
 std::array<std::span<VarNameItem const>, 8> const & tables()
 {
-    static std::array const all{detail::temperatureVariables(), detail::dynamicsVariables(),
+    static std::array const ALL{detail::temperatureVariables(), detail::dynamicsVariables(),
                                 detail::radiationVariables(),   detail::compositionVariables(),
                                 detail::physicalVariables(),    detail::landVariables(),
                                 detail::satelliteVariables(),   detail::oceanVariables()};
-    return all;
+    return ALL;
 }
 
 std::string lower(std::string_view text)
@@ -96,8 +96,8 @@ struct Catalogue
 
 Catalogue const & catalogue()
 {
-    static Catalogue const made;
-    return made;
+    static Catalogue const MADE;
+    return MADE;
 }
 
 template <class Map, class Key> Row lookUp(Map const & map, Key const & key)

@@ -7,6 +7,16 @@
 namespace Yul::detail {
 namespace {
 
+/// How far a walk along a ring has come.
+struct Place
+{
+    std::size_t ring;
+    std::size_t start;
+    std::size_t done;     // nodes
+    std::size_t next_cut; // at the node that was done last
+    std::size_t from;     // node of the ring around it that the cut to here starts at
+};
+
 /// The order of nodes along a row of points: points and the sides between them in turn.
 struct RowPlace
 {
@@ -161,15 +171,6 @@ void BandRings::findCuts()
 /// The ring with all that is tied to it; without recursion, for holes may hang on one another.
 BandOutline BandRings::walk(std::size_t outer) const
 {
-    struct Place
-    {
-        std::size_t ring;
-        std::size_t start;
-        std::size_t done;     // nodes
-        std::size_t next_cut; // at the node that was done last
-        std::size_t from;     // node of the ring around it that the cut to here starts at
-    };
-
     BandOutline line;
     std::vector<Place> stack = {{outer, 0, 0, 0, 0}};
     while (!stack.empty()) {

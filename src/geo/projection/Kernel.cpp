@@ -20,6 +20,21 @@ bool isCone(double cone, double scale)
     return areFinite({cone, scale}) && cone != 0 && scale != 0;
 }
 
+/// A kernel of a cone; none where the cone is flat or has no size.
+template <class Cone> Kernel coneOrNone(Cone const & k)
+{
+    return isCone(k.cone, k.scale) ? Kernel(k) : NoPlane{};
+}
+
+Kernel makeSatelliteKernel(DomainVal const & val, double distance, EarthFigure const & earth)
+{
+    double const major = val.ellipse ? earth.major : earth.radius;
+    double const minor = val.ellipse ? earth.minor : earth.radius;
+    if (!(distance > major) || !areFinite({distance}))
+        return NoPlane{};
+    return makeSatellite(val.plat, val.plon, distance, major, minor);
+}
+
 Kernel makeMapKernel(
     DomainVal const & val, double std_lat1, double std_lat2, double distance, EarthFigure const & earth)
 {
@@ -43,14 +58,10 @@ Kernel makeMapKernel(
         auto const k = makeMercatorEllipsoid(plon, std_lat1, earth.major, earth.minor);
         return k.equator > 0 ? Kernel(k) : NoPlane{};
     }
-    case Domain::LAMB: {
-        auto const k = makeLambertConformal(plat, plon, std_lat1, std_lat2, earth.radius);
-        return isCone(k.cone, k.scale) ? Kernel(k) : NoPlane{};
-    }
-    case Domain::ALBERS: {
-        auto const k = makeAlbers(plat, plon, std_lat1, std_lat2, earth.radius);
-        return isCone(k.cone, k.scale) ? Kernel(k) : NoPlane{};
-    }
+    case Domain::LAMB:
+        return coneOrNone(makeLambertConformal(plat, plon, std_lat1, std_lat2, earth.radius));
+    case Domain::ALBERS:
+        return coneOrNone(makeAlbers(plat, plon, std_lat1, std_lat2, earth.radius));
     case Domain::ORTHO:
         return Orthographic{makeAspect(plat, plon), earth.radius, 1 / earth.radius};
     case Domain::GNOM:
@@ -59,13 +70,8 @@ Kernel makeMapKernel(
         return Mollweide{earth.radius, plon};
     case Domain::LAMBAZ:
         return LambertAzimuthal{makeAspect(plat, plon), earth.radius, 1 / earth.radius};
-    case Domain::SAT: {
-        double const major = val.ellipse ? earth.major : earth.radius;
-        double const minor = val.ellipse ? earth.minor : earth.radius;
-        if (!(distance > major) || !areFinite({distance}))
-            return NoPlane{};
-        return makeSatellite(plat, plon, distance, major, minor);
-    }
+    case Domain::SAT:
+        return makeSatelliteKernel(val, distance, earth);
     default:
         return NoPlane{};
     }
