@@ -8,9 +8,6 @@
 namespace Yul::detail {
 namespace {
 
-constexpr std::string_view START = "\x01\r\r";
-constexpr std::string_view START_BEHIND_END = "\x03\x01\r\r";
-constexpr std::string_view STARRED = "** ";
 constexpr std::size_t ZONE_GROUP = 4;       // "063-"
 constexpr std::size_t ZONE_RANGE_GROUP = 8; // "063>065-"
 
@@ -46,16 +43,6 @@ bool beginsLike(std::string_view line, std::string_view pattern) noexcept
 bool isLetter(std::string_view text) noexcept
 {
     return !text.empty() && isLetter(text.front());
-}
-
-bool isStartLine(std::string_view line) noexcept
-{
-    return line.starts_with(START) || line.starts_with(START_BEHIND_END);
-}
-
-bool isStarredHeading(std::string_view line) noexcept
-{
-    return line.starts_with(STARRED);
 }
 
 LineCode dataLineCode(std::string_view line) noexcept

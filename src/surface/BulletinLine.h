@@ -21,8 +21,16 @@ enum LineCode {
     LINE_HEADLINE = 22   ///< "...XX"
 };
 
-[[nodiscard]] bool isStartLine(std::string_view line) noexcept;
-[[nodiscard]] bool isStarredHeading(std::string_view line) noexcept;
+[[nodiscard]] constexpr bool isStartLine(std::string_view line) noexcept
+{
+    return line.starts_with("\x01\r\r") || line.starts_with("\x03\x01\r\r");
+}
+
+[[nodiscard]] constexpr bool isStarredHeading(std::string_view line) noexcept
+{
+    return line.starts_with("** ");
+}
+
 /// The data code of a line, without looking at where it stands.
 [[nodiscard]] LineCode dataLineCode(std::string_view line) noexcept;
 

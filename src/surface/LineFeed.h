@@ -47,6 +47,21 @@ public:
 
     /// Takes back the line read last: it comes again.
     void putBack() noexcept;
+
+    /// What is in memory of the lines that come next, at most so many octets, the last line perhaps not whole;
+    /// nothing inside a line that comes in pieces.
+    [[nodiscard]] std::string_view ahead(std::size_t most) const noexcept
+    {
+        return is_inside_line ? std::string_view() : unread().substr(0, most);
+    }
+
+    /// Passes so many octets of what is ahead, whole lines.
+    void pass(std::size_t size) noexcept
+    {
+        begin += size;
+        line_size = 0;
+    }
+
     /// Moves on to the next line that begins a bulletin (a start line or a "** " line), looking at no other
     /// line.
     void skipToBulletin();

@@ -143,7 +143,14 @@ private:
     void trace(std::string_view line) const;
     void collectData(WmoProduct & product, std::string_view line, bool & is_ended);
     void collectPlainLines(WmoProduct & product);
-    [[nodiscard]] bool isHeadingEnd() const;
+    bool collectBlock(WmoProduct & product);
+
+    /// The state after the last line of a bulletin's head.
+    [[nodiscard]] int headEnd() const noexcept
+    {
+        return expects_identifier ? detail::LINE_IDENTIFIER : detail::LINE_HEADING;
+    }
+
     int findProduct(WmoProduct & product);
     bool collect(WmoProduct & product, bool is_found);
     void describe(WmoProduct & product) const;

@@ -29,7 +29,8 @@ bool WmoParse::nextDataLine(std::string_view & line)
     is_new_product = false;
     while (nextRawLine(line)) {
         classify(line);
-        trace(line);
+        if (is_tracing)
+            trace(line);
         if (isData() && !(skips_blank && detail::trimmed(line).empty()))
             return true;
     }
@@ -47,12 +48,12 @@ bool WmoParse::nextRawLine(std::string_view & line)
     while (isOpen()) {
         if (usesIndex() && is_search_pending && !findInIndex())
             return false;
-        bool const is_body = previous_state == detail::LINE_NONE || previous_state >= detail::LINE_UNSELECTED;
+        bool const is_body = previous_state == detail::LINE_NONE || previous_state >= headEnd();
         if (is_body && !heading_matches && !is_at_known_place && !is_tracing)
             feed.skipToBulletin();
         line_position = feed.position();
         if (feed.next(line)) {
-            if (!isUnfinished(line))
+            if (!feed.isCut() || !isUnfinished(line))
                 return true;
             feed.putBack();
             line = {};
@@ -66,11 +67,9 @@ bool WmoParse::nextRawLine(std::string_view & line)
     return false;
 }
 
-/// Whether this is the beginning of a line that has to be whole before it can be told what it is.
+/// Whether this line that the file's end cuts has to be whole before it can be told what it is.
 bool WmoParse::isUnfinished(std::string_view line) const
 {
-    if (!feed.isCut())
-        return false;
     bool const is_in_frame = previous_state == detail::LINE_START ||
                              previous_state == detail::LINE_SEQUENCE ||
                              (previous_state == detail::LINE_HEADING && expects_identifier);
@@ -151,9 +150,8 @@ void WmoParse::classify(std::string_view line)
 
 void WmoParse::trace(std::string_view line) const
 {
-    if (is_tracing)
-        Yul::outDebug(6, "line:%x:%d-%d:%s", static_cast<unsigned>(state), heading_matches ? 1 : 0,
-                      identifier_found ? 1 : 0, std::string(line).c_str());
+    Yul::outDebug(6, "line:%x:%d-%d:%s", static_cast<unsigned>(state), heading_matches ? 1 : 0,
+                  identifier_found ? 1 : 0, std::string(line).c_str());
 }
 
 void WmoParse::takeHeading(std::string_view text)

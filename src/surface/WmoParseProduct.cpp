@@ -6,12 +6,20 @@
 #include "surface/WmoProduct.h"
 
 #include <algorithm>
+#include <array>
 #include <new>
 
 namespace Yul {
 namespace {
 
 constexpr std::size_t MAX_BULLETIN = std::size_t{1} << 26;
+constexpr std::size_t BLOCK = 4096; // of lines that are put together in the processor's nearest cache
+
+/// Whether a data line goes into a bulletin without a question: it begins no other, ends none and is no "$$".
+bool isPlain(char first, std::string_view line)
+{
+    return first > '\x03' && first != '*' && first != '$' && !line.ends_with('\x03');
+}
 
 } // namespace
 
@@ -62,8 +70,9 @@ bool WmoParse::collect(WmoProduct & product, bool is_found)
     bool is_ended = false;
     std::string_view line;
     while (product.text.size() < MAX_BULLETIN && nextRawLine(line)) {
-        bool const is_beginning = beginsBulletin(line);
-        if (is_beginning && previous_state == detail::LINE_HEADING && expects_identifier) {
+        bool const lacks_identifier = previous_state == detail::LINE_HEADING && expects_identifier;
+        bool const is_beginning = (is_found || lacks_identifier) && beginsBulletin(line);
+        if (is_beginning && lacks_identifier) {
             endHeading(); // there is no identifier, nor anything else
             is_found = isSelected();
             describe(product);
@@ -75,8 +84,9 @@ bool WmoParse::collect(WmoProduct & product, bool is_found)
             return true;
         }
         classify(line);
-        trace(line);
-        if (isHeadingEnd() && isSelected()) {
+        if (is_tracing)
+            trace(line);
+        if (state == headEnd() && isSelected()) {
             is_found = true;
             describe(product);
         }
@@ -96,7 +106,7 @@ void WmoParse::collectData(WmoProduct & product, std::string_view line, bool & i
 {
     line = detail::withoutLineEnd(line);
     if (line.ends_with('\x03')) {
-        line.remove_suffix(1);
+        line = detail::withoutLineEnd(line.substr(0, line.size() - 1));
         is_ended = true;
     }
     if ((is_ended || skips_blank) && detail::trimmed(line).empty())
@@ -112,25 +122,35 @@ void WmoParse::collectPlainLines(WmoProduct & product)
 {
     if (is_tracing || skips_blank || !isSelected())
         return;
-    long position = feed.position();
-    for (std::string_view line; product.text.size() < MAX_BULLETIN && feed.next(line);
-         position = feed.position()) {
-        bool const is_plain =
-            line[0] > '\x03' && line[0] != '*' && line[0] != '$' && !feed.isRest() && !feed.isCut();
-        if (!is_plain || detail::withoutLineEnd(line).ends_with('\x03')) {
-            feed.putBack();
-            return;
-        }
-        line_position = position;
-        state = detail::dataLineCode(line);
-        product.addLine(line, state);
+    while (product.text.size() + BLOCK <= MAX_BULLETIN && collectBlock(product)) {
     }
 }
 
-/// Whether the line read last is the last of a bulletin's head.
-bool WmoParse::isHeadingEnd() const
+/// Adds the plain lines at the beginning of the block that comes next. False when the one behind them is not plain.
+bool WmoParse::collectBlock(WmoProduct & product)
 {
-    return state == (expects_identifier ? detail::LINE_IDENTIFIER : detail::LINE_HEADING);
+    std::string_view const block = feed.ahead(BLOCK);
+    std::array<char, BLOCK> text;
+    std::array<char, BLOCK> codes;
+    std::size_t size = 0;
+    std::size_t count = 0;
+    std::size_t begin = 0;
+    bool is_plain = true;
+    for (std::size_t end; (end = block.find('\n', begin)) != std::string_view::npos; begin = end + 1) {
+        std::string_view const line = detail::withoutLineEnd(block.substr(begin, end - begin));
+        is_plain = isPlain(block[begin], line);
+        if (!is_plain)
+            break;
+        line_position = feed.position() + static_cast<long>(begin);
+        state = detail::dataLineCode(line);
+        codes[count++] = static_cast<char>(state);
+        line.copy(text.data() + size, line.size());
+        size += line.size();
+        text[size++] = '\n';
+    }
+    product.addLines({text.data(), size}, {codes.data(), count});
+    feed.pass(begin);
+    return is_plain && begin > 0;
 }
 
 } // namespace Yul

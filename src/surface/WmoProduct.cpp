@@ -62,13 +62,15 @@ int WmoProduct::getCode(int i) const noexcept
 
 void WmoProduct::addLine(std::string_view line, int code)
 {
-    std::size_t const size = detail::withoutLineEnd(line).size();
-    text.append(line.data(), std::min(size + 1, line.size()));
-    if (size < line.size())
-        text.back() = '\n';
-    else
-        text += '\n';
+    text += line;
+    text += '\n';
     codes += static_cast<char>(code);
+}
+
+void WmoProduct::addLines(std::string_view lines, std::string_view line_codes)
+{
+    text += lines;
+    codes += line_codes;
 }
 
 void WmoProduct::finish()

@@ -58,8 +58,10 @@ public:
 private:
     friend class WmoParse;
 
-    /// With the characters that end it, or without.
+    /// Without the characters that end it.
     void addLine(std::string_view line, int code);
+    /// Several, each ended by a newline.
+    void addLines(std::string_view lines, std::string_view line_codes);
     /// All lines are there.
     void finish();
 

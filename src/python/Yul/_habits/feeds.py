@@ -52,12 +52,19 @@ class WmoParse(Closing):
 
     def __iter__(self) -> Iterator[Bulletin]:
         self._check_open()
-        product = _Yul.new_WmoProduct()
-        read, this, date = _Yul.WmoParse_getProduct, self.this, getattr(self, '_date', None)
-        while read(this, product):
-            yield Bulletin(_Yul.WmoProduct_getHeader(product), _Yul.WmoProduct_getAwip(product),
-                           _Yul.WmoProduct_getLoc(product), _Yul.WmoProduct_getText(product),
-                           _Yul.WmoProduct_getCodes(product), date)
+        feed, product, date = self.this, _Yul.new_WmoProduct(), getattr(self, '_date', None)
+        read, heading, identifier, position = (
+            _Yul.WmoParse_getProduct, _Yul.WmoProduct_getHeader, _Yul.WmoProduct_getAwip, _Yul.WmoProduct_getLoc)
+        text, codes, new = _Yul.WmoProduct_getText, _Yul.WmoProduct_getCodes, object.__new__
+        while read(feed, product):
+            bulletin = new(Bulletin)
+            bulletin.heading = heading(product)
+            bulletin.identifier = identifier(product)
+            bulletin.position = position(product)
+            bulletin.text = text(product)
+            bulletin._codes = codes(product)
+            bulletin._date = date
+            yield bulletin
 
 
 class SfcWmoFile:
