@@ -69,7 +69,12 @@ class Bulletin:
     position     the octet at which its start line stands in the feed
     """
 
-    __slots__ = ('heading', 'identifier', 'position', 'text', '_codes', '_date')
+    __slots__ = ('heading', 'identifier', 'position', 'text', 'codes', '_date')
+    heading: str
+    identifier: str
+    position: int
+    text: str
+    codes: bytes
 
     def __init__(self, heading: str, identifier: str, position: int, text: str, codes: str,
                  date: DateTime | Date | None) -> None:
@@ -77,16 +82,12 @@ class Bulletin:
         self.identifier = identifier
         self.position = position
         self.text = text
-        self._codes = codes
+        self.codes = codes.encode('latin-1')
         self._date = date
 
     @property
-    def codes(self) -> bytes:
-        return self._codes.encode('latin-1')
-
-    @property
     def lines(self) -> list[str]:
-        return self.text.split('\n') if self._codes else []
+        return self.text.split('\n') if self.codes else []
 
     @property
     def time(self) -> DateTime | None:
@@ -109,7 +110,7 @@ class Bulletin:
         return iter(self.lines)
 
     def __len__(self) -> int:
-        return len(self._codes)
+        return len(self.codes)
 
     def __str__(self) -> str:
         return self.text

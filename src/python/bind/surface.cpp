@@ -8,6 +8,22 @@
 
 namespace Yul::python {
 
+/// All that a bulletin holds, as a tuple: heading, identifier, location, text, and the codes as bytes.
+struct BulletinContent
+{
+    WmoProduct const * product;
+};
+
+template <> PyObject * toPython<BulletinContent>(BulletinContent && content, Source const &)
+{
+    WmoProduct const & product = *content.product;
+    return Py_BuildValue("NNlNy#", fromText(product.getHeader()), fromText(product.getAwip()),
+                         product.getLoc(), fromText(product.view()), product.getCodes(),
+                         static_cast<Py_ssize_t>(product.getNumLines()));
+}
+
+template <> void prepareResult<BulletinContent>() {}
+
 void bindSfcWmoData(Module & m)
 {
     Class<SfcWmoData>(m, "SfcWmoData")
@@ -77,7 +93,8 @@ void bindWmoProduct(Module & m)
         .method("getNumLines", &WmoProduct::getNumLines)
         .method("getText", &WmoProduct::getText)
         .method("getCodes", &WmoProduct::getCodes)
-        .method("getCode", &WmoProduct::getCode);
+        .method("getCode", &WmoProduct::getCode)
+        .method("getContent", [](WmoProduct const & product) { return BulletinContent{&product}; });
 }
 
 void bindWmoParse(Module & m)

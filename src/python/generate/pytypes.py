@@ -13,7 +13,8 @@ import headers
 INTEGERS = {f'{sign}{size}' for sign in ('', 'unsigned ') for size in ('short', 'int', 'long', 'long long', 'char')} - {'char'}
 VALUES = {'bool': 'bool', 'float': 'float', 'double': 'float', 'void': 'None', 'std::string': 'str',
           **dict.fromkeys(INTEGERS, 'int')}
-ARRAYS = {'Yul::python::ArrayView': 'memoryview[float] | None', 'Yul::python::IntArrayView': 'memoryview[int] | None'}
+OBJECTS = {'Yul::python::ArrayView': 'memoryview[float] | None', 'Yul::python::IntArrayView': 'memoryview[int] | None',
+           'Yul::python::BulletinContent': 'tuple[str, str, int, str, bytes]'}
 RANKS = {'bool': 1, 'float': 3, 'double': 4, 'char': 5, 'std::string': 6, **dict.fromkeys(INTEGERS, 2)}
 CLASSES = tuple(_Yul._classes())
 PATH = 'str | PathLike[str] | None'
@@ -47,8 +48,8 @@ def parameter_type(name):
 
 
 def result_type(name):
-    if name in ARRAYS:
-        return ARRAYS[name]
+    if name in OBJECTS:
+        return OBJECTS[name]
     kind = parameter_type(name)
     return {'str | int': 'str', 'str | None': 'str' if '[' in name else 'str | None'}.get(kind, kind)
 

@@ -78,6 +78,8 @@ class Added:
         for member in node.body:
             if isinstance(member, ast.FunctionDef) and member.name not in from_types and is_public(member.name):
                 by_name.setdefault(member.name, []).append(member)
+            elif isinstance(member, ast.AnnAssign) and is_public(target := ast.unparse(member.target)):
+                found[target] = [ast.unparse(member)]
             elif isinstance(member, ast.Assign) and isinstance(member.targets[0], ast.Name):
                 target, value = member.targets[0].id, ast.unparse(member.value)
                 if value in by_name:  # an alias of a method

@@ -1,16 +1,19 @@
 """Feeds as Python users read them: by iteration, from files, pipes and what else can be read."""
 
+import copy
 from datetime import datetime, timezone
 import gzip
 import io
 import os
 from pathlib import Path
+import pickle
 import subprocess
 
 from feedwriter import bulletin
 import pytest
 
-from Yul import WmoParse, reports
+import _Yul
+from Yul import Bulletin, WmoParse, reports
 from running import python, without_sanitizers
 
 FEED = (bulletin('SAUS70 KWBC 060000 RRA', 'MTRDEN', 'KDEN 060053Z=', '', '$$'), '\n',
@@ -43,6 +46,20 @@ def test_a_bulletin_tells_what_it_is(name):
     assert repr(third) == '<Yul.Bulletin WWUS53 KMKX 060200 / SVRMKX, 2 lines>'
 
 
+def test_a_bulletin_is_all_that_the_product_tells(write_feed):
+    heading, lines = 'SA\udcff KWBC 060000', 'a\udce9\n$$\n'
+    name = write_feed(bulletin(heading, 'id', *lines.split('\n')).encode('utf-8', 'surrogateescape'))
+    made, = WmoParse(name)
+    feed, product = _Yul.new_WmoParse(name), _Yul.new_WmoProduct()
+    assert _Yul.WmoProduct_getContent(product) == ('', '', _Yul.WmoProduct_getLoc(product), '', b'')
+    assert _Yul.WmoParse_getProduct(feed, product)
+    content = (_Yul.WmoProduct_getHeader(product), _Yul.WmoProduct_getAwip(product), _Yul.WmoProduct_getLoc(product),
+               _Yul.WmoProduct_getText(product), _Yul.WmoProduct_getCodes(product).encode())
+    assert _Yul.WmoProduct_getContent(product) == content == (heading, 'id', 0, lines, b'\x10\x12\x11')
+    for same in (made, Bulletin(*content[:4], '\x10\x12\x11', None), copy.copy(made), pickle.loads(pickle.dumps(made))):
+        assert (same.heading, same.identifier, same.position, same.text, same.codes) == content
+
+
 @pytest.mark.parametrize('header, expected', [
     ('SA', [0, 3]), ('S[AP]CN', [1, 3]), ('SA....', [0, 3]), ('(SP|WW)', [1, 2]), ('-_CWAO', [1, 3]), ('*/SVR', []),
     ('WWUS53_KMKX_060200/SVR', [2]), (None, [0, 1, 2, 3]), ('', [0, 1, 2, 3]), ('X', [])])
@@ -68,6 +85,15 @@ def test_bulletins_of_a_heading_alone(expects, write_feed):
         assert found == [('A', '', []), ('B', 'id', []), ('C', '** D', []), ('', 'id', [])]
     else:
         assert found == [('A', '', []), ('B', '', ['id']), ('C', '', []), ('', '', []), ('', '', ['id'])]
+
+
+def test_lines_of_every_length_come_whole(write_feed):
+    """Also round 4 kB, where a block of lines ends; of a CR before the ETX nothing stays."""
+    bodies = [['x' * n, 'a', '/O.NEW.', '* b', '', 'c\r'] for n in (1, *range(4060, 4110), 8192, 300_000)]
+    found = list(WmoParse(write_feed(*('\x01\r\r\n1\r\r\nA\r\r\nid\r\r\n' + '\r\r\n'.join(body) + '\x03\r\r\n'
+                                       for body in bodies))))
+    assert [b.lines for b in found] == [[*body[:-1], 'c'] for body in bodies]
+    assert {b.codes for b in found} == {bytes([16, 16, 20, 17, 17, 16])}
 
 
 def test_iteration_goes_on_where_it_was(name):

@@ -53,16 +53,10 @@ class WmoParse(Closing):
     def __iter__(self) -> Iterator[Bulletin]:
         self._check_open()
         feed, product, date = self.this, _Yul.new_WmoProduct(), getattr(self, '_date', None)
-        read, heading, identifier, position = (
-            _Yul.WmoParse_getProduct, _Yul.WmoProduct_getHeader, _Yul.WmoProduct_getAwip, _Yul.WmoProduct_getLoc)
-        text, codes, new = _Yul.WmoProduct_getText, _Yul.WmoProduct_getCodes, object.__new__
+        read, content, new = _Yul.WmoParse_getProduct, _Yul.WmoProduct_getContent, object.__new__
         while read(feed, product):
-            bulletin = new(Bulletin)
-            bulletin.heading = heading(product)
-            bulletin.identifier = identifier(product)
-            bulletin.position = position(product)
-            bulletin.text = text(product)
-            bulletin._codes = codes(product)
+            bulletin = new(Bulletin)  # past __init__: a call from C into Python would cost as much as all of this
+            bulletin.heading, bulletin.identifier, bulletin.position, bulletin.text, bulletin.codes = content(product)
             bulletin._date = date
             yield bulletin
 
