@@ -25,6 +25,7 @@ constexpr std::size_t FEED = 100'000'000;
 constexpr std::size_t PIECE = std::size_t{1} << 18;
 constexpr int ROUNDS = 21;
 constexpr int CALLS = 10000;
+constexpr double POINTS = FIELD / 4e9; // in thousands of millions, so that times are nanoseconds a point
 
 void note(char const * what, double value, char const * unit)
 {
@@ -57,6 +58,69 @@ void startProcess()
         waitpid(child, nullptr, 0);
 }
 
+/// The time that a job takes alone.
+double timeOf(std::function<void()> const & job, double (*clock)() = bench::processorTime)
+{
+    return bench::medians(ROUNDS, {job}, clock)[0];
+}
+
+void measureMemory(std::vector<char> const & from, std::vector<char> & to)
+{
+    std::vector<float> field(FIELD / sizeof(float));
+    double const copied = timeOf([&] {
+        std::memcpy(to.data(), from.data(), FIELD);
+        asm volatile("" : : "r"(to.data()) : "memory");
+    });
+    double const filled = timeOf([&] {
+        std::ranges::fill(field, 1.5F);
+        asm volatile("" : : "r"(field.data()) : "memory");
+    });
+    note("copy of a field of 1440 x 721 floats in memory", copied / POINTS, "ns/point");
+    note("filling of such a field with one value", filled / POINTS, "ns/point");
+}
+
+bool measureFiles(std::string const & folder, std::vector<char> const & from, std::vector<char> & to)
+{
+    std::string const name = folder + "/field";
+    std::string const feed = folder + "/feed";
+    bool is_done = writeAll(name.c_str(), from, FIELD) && writeAll(feed.c_str(), from, FEED);
+    int const field_file = open(name.c_str(), O_RDONLY);
+    int const feed_file = open(feed.c_str(), O_RDONLY);
+    double const fetched = timeOf([&] { is_done = readAll(field_file, to, false) && is_done; });
+    double const written = timeOf([&] { is_done = writeAll(name.c_str(), from, FIELD) && is_done; });
+    double const fed = timeOf([&] { is_done = readAll(feed_file, to, true) && is_done; });
+    close(field_file);
+    close(feed_file);
+    note("read of such a field from the page cache", fetched / POINTS, "ns/point");
+    note("write of such a field into a new file", written / POINTS, "ns/point");
+    note("read of 100 MB from the page cache", FEED / 1e9 / fed, "GB/s");
+    return is_done;
+}
+
+bool measureSearch(std::vector<char> const & from)
+{
+    void const * found = nullptr;
+    double const searched = timeOf([&] { found = std::memchr(from.data(), 1, from.size()); });
+    note("search of 100 MB for one octet", FEED / 1e9 / searched, "GB/s");
+    return found == nullptr;
+}
+
+bool measureSystem(std::string const & absent)
+{
+    bool is_done = true;
+    double const asked = timeOf([&] {
+        struct stat info
+        {
+        };
+        for (int i = 0; i < CALLS; ++i)
+            is_done = stat(absent.c_str(), &info) != 0 && is_done;
+    });
+    double const started = timeOf(startProcess, bench::elapsedTime);
+    note("stat of a file that is not there", asked / CALLS * 1e9, "ns");
+    note("process that does nothing", started * 1e3, "ms");
+    return is_done;
+}
+
 } // namespace
 
 int main()
@@ -64,50 +128,12 @@ int main()
     std::string folder = (std::filesystem::temp_directory_path() / "yul-bench-XXXXXX").string();
     if (mkdtemp(folder.data()) == nullptr)
         return 1;
-    std::string const name = folder + "/field";
-    std::string const feed = folder + "/feed";
-    std::string const absent = folder + "/absent";
-    std::vector<char> from(FEED, 'x');
+    std::vector<char> const from(FEED, 'x');
     std::vector<char> to(FIELD + PIECE);
-    std::vector<float> field(FIELD / sizeof(float));
-    bool is_done = writeAll(name.c_str(), from, FIELD) && writeAll(feed.c_str(), from, FEED);
-    int const field_file = open(name.c_str(), O_RDONLY);
-    int const feed_file = open(feed.c_str(), O_RDONLY);
-    void const * found = nullptr;
-    auto const alone = [](std::function<void()> const & job, double (*clock)() = bench::processorTime) {
-        return bench::medians(ROUNDS, {job}, clock)[0];
-    };
-    double const copied = alone([&] {
-        std::memcpy(to.data(), from.data(), FIELD);
-        asm volatile("" : : "r"(to.data()) : "memory");
-    });
-    double const filled = alone([&] {
-        std::ranges::fill(field, 1.5F);
-        asm volatile("" : : "r"(field.data()) : "memory");
-    });
-    double const fetched = alone([&] { is_done = readAll(field_file, to, false) && is_done; });
-    double const written = alone([&] { is_done = writeAll(name.c_str(), from, FIELD) && is_done; });
-    double const fed = alone([&] { is_done = readAll(feed_file, to, true) && is_done; });
-    double const searched = alone([&] { found = std::memchr(from.data(), 1, from.size()); });
-    double const asked = alone([&] {
-        struct stat info
-        {
-        };
-        for (int i = 0; i < CALLS; ++i)
-            is_done = stat(absent.c_str(), &info) != 0 && is_done;
-    });
-    double const started = alone(startProcess, bench::elapsedTime);
-    close(field_file);
-    close(feed_file);
+    measureMemory(from, to);
+    bool const has_files = measureFiles(folder, from, to);
+    bool const has_search = measureSearch(from);
+    bool const has_system = measureSystem(folder + "/absent");
     std::filesystem::remove_all(folder);
-    constexpr double POINTS = FIELD / 4e9; // in thousands of millions, so that times are nanoseconds a point
-    note("copy of a field of 1440 x 721 floats in memory", copied / POINTS, "ns/point");
-    note("filling of such a field with one value", filled / POINTS, "ns/point");
-    note("read of such a field from the page cache", fetched / POINTS, "ns/point");
-    note("write of such a field into a new file", written / POINTS, "ns/point");
-    note("read of 100 MB from the page cache", FEED / 1e9 / fed, "GB/s");
-    note("search of 100 MB for one octet", FEED / 1e9 / searched, "GB/s");
-    note("stat of a file that is not there", asked / CALLS * 1e9, "ns");
-    note("process that does nothing", started * 1e3, "ms");
-    return is_done && found == nullptr ? 0 : 1;
+    return has_files && has_search && has_system ? 0 : 1;
 }

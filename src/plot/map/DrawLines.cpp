@@ -1,6 +1,7 @@
 // Lines of a map: cut at the frame, at the horizon and at the meridian where the plane is cut open.
 #include "core/Const.h"
 #include "plot/Clip.h"
+#include "plot/map/HalfTurn.h"
 #include "plot/map/MapCanvas.h"
 
 #include <algorithm>
@@ -12,7 +13,6 @@ namespace {
 constexpr double LONG = 0.05;  // of the frame: a segment as long is looked at more closely
 constexpr double BREAK = 0.25; // of the frame: so long that its ends do not belong together
 constexpr std::size_t SAMPLES = 32;
-constexpr double HALF_ROUND = 180 - 1e-9;
 constexpr double ON_CUT = 1e-6;   // degrees
 constexpr int MOST_POINTS = 1000; // of one path on the page
 

@@ -1,5 +1,6 @@
 // Areas of a map: cut at the frame, at the horizon and at the meridian where the plane is cut open.
 #include "core/Const.h"
+#include "plot/map/HalfTurn.h"
 #include "plot/map/MapCanvas.h"
 
 #include <algorithm>
@@ -8,13 +9,7 @@
 namespace Yul::detail {
 namespace {
 
-constexpr double HALF_ROUND = 180 - 1e-9;
 constexpr double MOST_PARTS = 128; // of a side
-
-double halfTurn(double lon)
-{
-    return lon - 360 * std::floor((lon + 180) / 360);
-}
 
 /// The box of a ring.
 struct Box

@@ -1,6 +1,7 @@
 #include "plot/map/MapPlane.h"
 
 #include "core/Const.h"
+#include "plot/map/HalfTurn.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,8 +11,7 @@ namespace Yul::detail {
 namespace {
 
 constexpr double DEGREE = std::numbers::pi / 180;
-constexpr double HALF_ROUND = 180 - 1e-9; // degrees, so that both sides of a cut stay on their side
-constexpr double HAIR = 1e-9;             // of a cosine, to stay on this side of a horizon
+constexpr double HAIR = 1e-9; // of a cosine, to stay on this side of a horizon
 
 /// Radii of the shown circles, degrees.
 constexpr double STEREO_RADIUS = 165; // points farther away are drawn on that circle
@@ -21,11 +21,6 @@ constexpr double WHOLE_RADIUS = 179.9;
 /// Latitudes beyond which projections draw points on a limit.
 constexpr double MERCATOR_LIMIT = 89.9;
 constexpr double CONE_LIMIT = 89.99;
-
-double halfTurn(double lon)
-{
-    return lon - 360 * std::floor((lon + 180) / 360);
-}
 
 } // namespace
 
