@@ -18,20 +18,22 @@ struct ScanTarget
 
     ScanTarget() = default;
 
-    ScanTarget(int * p) : kind(Kind::INT), where(p) {} // NOLINT(google-explicit-constructor)
+    // NOLINTBEGIN(google-explicit-constructor): destinations are given as they stand
+    ScanTarget(int * p) : kind(Kind::INT), where(p) {}
 
-    ScanTarget(long * p) : kind(Kind::LONG), where(p) {} // NOLINT(google-explicit-constructor)
+    ScanTarget(long * p) : kind(Kind::LONG), where(p) {}
 
-    ScanTarget(float * p) : kind(Kind::FLOAT), where(p) {} // NOLINT(google-explicit-constructor)
+    ScanTarget(float * p) : kind(Kind::FLOAT), where(p) {}
 
-    ScanTarget(double * p) : kind(Kind::DOUBLE), where(p) {} // NOLINT(google-explicit-constructor)
+    ScanTarget(double * p) : kind(Kind::DOUBLE), where(p) {}
 
-    ScanTarget(std::string * p) : kind(Kind::TEXT), where(p) {} // NOLINT(google-explicit-constructor)
+    ScanTarget(std::string * p) : kind(Kind::TEXT), where(p) {}
 
     ScanTarget(char * p, std::size_t n) : kind(Kind::CHARS), where(p), size(n) {}
 
-    template <std::size_t N>
-    ScanTarget(char (*p)[N]) : ScanTarget(*p, N) {} // NOLINT(google-explicit-constructor)
+    template <std::size_t N> ScanTarget(char (*p)[N]) : ScanTarget(*p, N) {}
+
+    // NOLINTEND(google-explicit-constructor)
 
     Kind kind = Kind::NONE;
     void * where = nullptr;
