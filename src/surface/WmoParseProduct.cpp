@@ -136,7 +136,7 @@ bool WmoParse::collectBlock(WmoProduct & product)
     std::size_t count = 0;
     std::size_t begin = 0;
     bool is_plain = true;
-    for (std::size_t end; (end = block.find('\n', begin)) != std::string_view::npos; begin = end + 1) {
+    for (std::size_t end = 0; (end = block.find('\n', begin)) != std::string_view::npos; begin = end + 1) {
         std::string_view const line = detail::withoutLineEnd(block.substr(begin, end - begin));
         is_plain = isPlain(block[begin], line);
         if (!is_plain)
