@@ -3,8 +3,9 @@
 
 Both sides work in turns, on files that are in memory already. Ours reads into a grid that is there, header included;
 NumPy has the bare floats. Reading is measured in several processes, of which the one in the middle counts: where a
-process happens to have its memory makes a fifth of the ratio. Writing is measured by the clock, since waiting for room on the disk is no processor time,
-and in turns of several files: what one side leaves the disk to do would else be waited for by the other.
+process happens to have its memory makes a fifth of the ratio. Writing is measured by the clock, since waiting for room
+on the disk is no processor time, and in turns of several files: what one side leaves the disk to do would else be
+waited for by the other.
 """
 
 from functools import partial
@@ -65,7 +66,8 @@ def time_reading(folder):
         return loaded
 
     read()
-    assert np.array_equal(grid.values.ravel(), read_peer())
+    values = field()
+    assert np.array_equal(grid.values, values) and np.array_equal(read_peer().reshape(values.shape), values)
     return medians(ROUNDS, read, read_peer)
 
 
