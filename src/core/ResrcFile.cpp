@@ -88,9 +88,9 @@ int ResrcFile::open(char const * path)
     symbols.clear();
     branches.clear();
     names = namesFor(store);
+    // A file that nobody named has to be regular: a pipe of its name would keep every program waiting.
     if (!StrLib::valid(path))
-        return file.openRegular(
-            DEFAULT_FILE); // nobody named it: a pipe of its name would keep every program waiting
+        return file.openRegular(DEFAULT_FILE);
     if (!FileTool::isDirectory(path))
         return file.open(path, "r");
     String in_directory;
