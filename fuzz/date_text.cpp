@@ -4,6 +4,7 @@
 #include "time/DateTool.h"
 #include "time/ForeTime.h"
 
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
@@ -15,6 +16,12 @@ void expectSame(bool is_same)
 {
     if (!is_same)
         std::abort();
+}
+
+/// Four decimals are written, so what is nearer to the next whole second comes back as that.
+bool isRoundedUp(Yul::Date const & date)
+{
+    return std::floor(date.getSecond() + 0.00005F) != std::floor(date.getSecond());
 }
 
 } // namespace
@@ -34,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const * data, std::size_t siz
         date.computeSecs();
         date.toString(out);
         bool const has_four_digits = date.getYear() >= 1000 && date.getYear() <= 9999;
-        expectSame(!has_four_digits || date.isSet() != Yul::Date(out.get()).isSet() ||
+        expectSame(!has_four_digits || isRoundedUp(date) || date.isSet() != Yul::Date(out.get()).isSet() ||
                    Yul::Date(out.get()).getSeconds() == date.getSeconds());
     }
     Yul::ForeTime const fore(text.c_str());
