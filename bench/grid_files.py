@@ -2,15 +2,12 @@
 """Grids of 1440 x 721 points beside NumPy and SciPy: binary files, and values at a million places.
 
 Both sides work in turns, on files that are in memory already. Ours reads into a grid that is there, header included;
-NumPy has the bare floats. Reading is measured in several processes, of which the one in the middle counts: where a
-process happens to have its memory makes a fifth of the ratio. Writing is measured by the clock, since waiting for room
-on the disk is no processor time, and in turns of several files: what one side leaves the disk to do would else be
-waited for by the other.
+NumPy has the bare floats. Writing is measured by the clock, since waiting for room on the disk is no processor time,
+and in turns of several files: what one side leaves the disk to do would else be waited for by the other.
 """
 
 from functools import partial
 from pathlib import Path
-import subprocess
 import sys
 import tempfile
 import time
@@ -24,7 +21,6 @@ from Yul import Grid, GridYulFile  # noqa: E402
 
 ROUNDS = 41
 WRITES = 8  # in one turn
-PROCESSES = 7
 ROWS, COLUMNS = 721, 1440
 PLACES = 1_000_000
 
@@ -38,24 +34,27 @@ def field():
 
 
 def row(job, ours, peer, peer_name, scale, unit, least, rounds=ROUNDS, clock=time.thread_time):
-    """One row of the table, from two jobs that are timed in turns."""
-    print_seconds(job, *medians(rounds, ours, peer, clock=clock), peer_name, scale, unit, least)
-
-
-def print_seconds(job, mine, other, peer_name, scale, unit, least):
-    """`scale` divides the seconds, or is divided by them for a rate."""
+    """One row of the table. `scale` divides the seconds, or is divided by them for a rate."""
+    mine, other = medians(rounds, ours, peer, clock=clock)
     shown = [scale / seconds if unit.endswith('/s') else seconds / scale for seconds in (mine, other)]
     print_row(job, f'{shown[0]:.3g} {unit}', f'{peer_name} {shown[1]:.3g} {unit}', other / mine, least)
 
 
-def names_in(folder):
-    return str(Path(folder) / 'grid'), str(Path(folder) / 'bare')
+def several(write):
+    for _ in range(WRITES):
+        write()
 
 
-def time_reading(folder):
-    """Seconds of both sides in this process."""
-    name, bare = names_in(folder)
+def files(values, folder):
+    name, bare = str(Path(folder) / 'grid'), str(Path(folder) / 'bare')
+    made = Grid.from_array(values, f'll:0:0,0,-180.125,{COLUMNS},{ROWS},0.25,0.25', date='00Z 14 NOV 2026', var='TMP')
     grid, file = Grid(), GridYulFile()
+
+    def write():
+        assert file.write(name, GridYulFile.BINARY, made) and file.close()
+
+    def write_peer():
+        values.byteswap().tofile(bare)
 
     def read():
         assert file.read(name, 0, grid)
@@ -65,38 +64,10 @@ def time_reading(folder):
         loaded.byteswap(inplace=True)
         return loaded
 
-    read()
-    values = field()
+    write(), write_peer(), read()
     assert np.array_equal(grid.values, values) and np.array_equal(read_peer().reshape(values.shape), values)
-    return medians(ROUNDS, read, read_peer)
-
-
-def read_elsewhere(folder):
-    """The same of another process."""
-    process = subprocess.run([sys.executable, __file__, 'read', folder], stdout=subprocess.PIPE, text=True, check=True)
-    return [float(seconds) for seconds in process.stdout.split()]
-
-
-def several(write):
-    for _ in range(WRITES):
-        write()
-
-
-def files(values, folder):
-    name, bare = names_in(folder)
-    made = Grid.from_array(values, f'll:0:0,0,-180.125,{COLUMNS},{ROWS},0.25,0.25', date='00Z 14 NOV 2026', var='TMP')
-    file = GridYulFile()
-
-    def write():
-        assert file.write(name, GridYulFile.BINARY, made) and file.close()
-
-    def write_peer():
-        values.byteswap().tofile(bare)
-
-    write(), write_peer()
     gigabytes = values.nbytes / 1e9
-    runs = sorted((read_elsewhere(folder) for _ in range(PROCESSES)), key=lambda seconds: seconds[1] / seconds[0])
-    print_seconds('native grid, read', *runs[PROCESSES // 2], 'NumPy', gigabytes, 'GB/s', 1.7)
+    row('native grid, read', read, read_peer, 'NumPy', gigabytes, 'GB/s', 1.7)
     row('native grid, write', partial(several, write), partial(several, write_peer), 'NumPy', gigabytes * WRITES, 'GB/s',
         1.7, 2 * ROUNDS // WRITES, time.perf_counter)
 
@@ -119,9 +90,6 @@ def places(values):
 
 
 def main():
-    if sys.argv[1:2] == ['read']:
-        print(*time_reading(sys.argv[2]))
-        return
     values = field()
     with tempfile.TemporaryDirectory() as folder:
         files(values, folder)

@@ -46,6 +46,13 @@ def test_the_last_line_counts_only_rows_with_a_target(run):
     assert run.verdict([]) == '0 targets held, 0 missed'
 
 
+def test_of_several_processes_the_middle_one_counts_for_each_job(run):
+    tables = [[run.Row('a', ours, '', ratio), run.Row('b', ours, '', other)]
+              for ours, ratio, other in (('1 ns', '9', '1e+02'), ('2 ns', '10', '12'), ('3 ns', '2', '11'))]
+    assert [(row.job, row.ours) for row in run.middle(tables)] == [('a', '1 ns'), ('b', '2 ns')]
+    assert run.middle(tables[:1]) == tables[0]
+
+
 def test_every_benchmark_is_found_and_no_helper(run, root):
     found = run.benchmarks([])
     files = [path for path in (root / 'bench').iterdir() if path.suffix in ('.cpp', '.py') and path.name not in run.COMMANDS]
