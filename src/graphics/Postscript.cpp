@@ -58,6 +58,9 @@ constexpr std::string_view PROLOG = "/inch {72 mul} def\n"
                                     "/np {newpath} def\n"
                                     "/cp {closepath} def\n";
 
+/// The trailer restores a saved state and ends a dictionary, also on an EPS page, whose prolog has neither.
+constexpr std::string_view EPS_STATE = "1 dict begin save (saveobj) cvn exch def\n";
+
 std::string_view dashOf(int style)
 {
     return style >= 1 && style <= static_cast<int>(std::size(DASHES)) ? DASHES[style - 1]
@@ -237,9 +240,9 @@ int Postscript::close()
 {
     if (!is_open)
         return 0;
-    put("%%End of plot\n");
     if (is_eps && !is_append)
-        put("1 dict begin save /saveobj exch def\n"); // what the trailer restores and ends
+        put(EPS_STATE);
+    put("%%End of plot\n");
     if (!is_append)
         put("saveobj restore\nshowpage\nend\n%%EOF\n");
     flush();

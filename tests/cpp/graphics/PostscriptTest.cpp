@@ -23,7 +23,7 @@ std::string const PROLOG = "/inch {72 mul} def\n/dot {.33 mul} def\n/mv {moveto}
 std::string const STATE = "2 setlinejoin\n1 dot lw\n[] 0 setdash\n";
 std::string const TRAILER = "%%End of plot\nsaveobj restore\nshowpage\nend\n%%EOF\n";
 std::string const EPS_TRAILER =
-    "%%End of plot\n1 dict begin save /saveobj exch def\nsaveobj restore\nshowpage\nend\n%%EOF\n";
+    "1 dict begin save (saveobj) cvn exch def\n%%End of plot\nsaveobj restore\nshowpage\nend\n%%EOF\n";
 
 std::string withoutDate(std::string const & page)
 {

@@ -72,20 +72,20 @@ def ink(text):
 
 # ---- header, prolog, trailer, notices ----
 
-EPS_TRAILER = '1 dict begin save /saveobj exch def\n'
+EPS_STATE = '1 dict begin save (saveobj) cvn exch def\n'
 
 
-@pytest.mark.parametrize('params, magic, placement, color, scale, trailer', [
+@pytest.mark.parametrize('params, magic, placement, color, scale, state', [
     ('', '%!PS-Adobe-1.0\n', '90 rotate\n.25 inch -8.25 inch translate\n', '0 setgray\n', '1.00', ''),
     ('PORT,Color', '%!PS-Adobe-1.0\n', '.25 inch .25 inch translate\n', '0 0 0 setrgbcolor\n', '1.00', ''),
     ('port,land,color,gray,scale=0.8,what', '%!PS-Adobe-1.0\n', '90 rotate\n.25 inch -8.25 inch translate\n',
      '0 setgray\n', '0.80', ''),
     ('eps', '%!PS-Adobe-3.0 EPSF-3.0\n%%BoundingBox: 0 0 576 756\n', '90 rotate\n0. inch -8.5 inch translate\n',
-     '0 setgray\n', '1.00', EPS_TRAILER),
-    ('eps,port,a4', '%!PS-Adobe-3.0 EPSF-3.0\n%%BoundingBox: 0 0 756 576\n', '', '0 setgray\n', '1.00', EPS_TRAILER),
+     '0 setgray\n', '1.00', EPS_STATE),
+    ('eps,port,a4', '%!PS-Adobe-3.0 EPSF-3.0\n%%BoundingBox: 0 0 756 576\n', '', '0 setgray\n', '1.00', EPS_STATE),
     ('eps,noeps,port', '%!PS-Adobe-1.0\n', '.25 inch .25 inch translate\n', '0 setgray\n', '1.00', ''),
 ])
-def test_whole_page_without_a_figure(tmp_path, monkeypatch, capfd, params, magic, placement, color, scale, trailer):
+def test_whole_page_without_a_figure(tmp_path, monkeypatch, capfd, params, magic, placement, color, scale, state):
     monkeypatch.chdir(tmp_path)
     graph = y.new_Graph()
     y.Graph_setDevice(graph, 'postscript', f'out.ps,{params}')
@@ -99,7 +99,7 @@ def test_whole_page_without_a_figure(tmp_path, monkeypatch, capfd, params, magic
     assert text == (
         f'{magic}%%Title: Yul Graphics Display: Height\n%%Creator: Yul Postscript Processor-5.5\n{date[0]}\n'
         f'%%EndComments\n%%Postscript initialization\n{begin}{PROLOG}{placement}{color}{STATE}{scale} {scale} scale\n'
-        f'{START.format("Height")}%%End of plot\n{trailer}saveobj restore\nshowpage\nend\n%%EOF\n')
+        f'{START.format("Height")}{state}%%End of plot\nsaveobj restore\nshowpage\nend\n%%EOF\n')
 
 
 def test_names_that_append_pipe_or_fail(tmp_path, monkeypatch, capfd):
