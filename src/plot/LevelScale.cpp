@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace Yul::detail {
 namespace {
@@ -11,14 +12,15 @@ namespace {
 /// However the range and the interval are, no more levels than this are made.
 constexpr float COUNT_LIMIT = 10000;
 
-int countLevels(LevelScale const & scale)
+/// Infinite where the interval is too small to be counted.
+float countLevels(LevelScale const & scale)
 {
     float const count = (scale.highest - scale.lowest) / scale.interval + 1.01F;
-    return std::isfinite(count) ? static_cast<int>(std::clamp(count, 0.F, COUNT_LIMIT)) : 0;
+    return std::isfinite(count) ? std::trunc(count) : std::numeric_limits<float>::infinity();
 }
 
 /// Kept in single precision: 0.3 / 0.1 is 3 there, as a user expects.
-int spanRange(LevelScale & scale, float base, Range const & range)
+float spanRange(LevelScale & scale, float base, Range const & range)
 {
     float const b = isMissing(base) ? 0.F : base;
     float const interval = scale.interval;
@@ -60,14 +62,15 @@ LevelScale chooseLevels(LevelRequest const & request, Range const & range)
     }
     bool const is_given = !isMissing(request.interval) && request.interval != 0.F;
     scale.interval = is_given ? request.interval : Tools::calcInterval(range.max, range.min, request.parts);
-    int count = spanRange(scale, request.base, range);
+    float count = spanRange(scale, request.base, range);
     if (count > MOST_LEVELS) {
         scale.is_recomputed = true;
         scale.interval = Tools::calcInterval(range.max, range.min, request.parts);
         count = spanRange(scale, request.base, range);
     }
-    scale.levels.reserve(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i)
+    int const num = std::isfinite(count) ? static_cast<int>(std::clamp(count, 0.F, COUNT_LIMIT)) : 0;
+    scale.levels.reserve(static_cast<std::size_t>(num));
+    for (int i = 0; i < num; ++i)
         scale.levels.push_back(scale.lowest + static_cast<float>(i) * scale.interval);
     if (!isMissing(request.low) || !isMissing(request.high))
         limit(scale, request);

@@ -36,6 +36,7 @@ TEST(LevelScale, ChoosesLevels)
         {request(MISS, MISS, 9), {5, 5}, 1, 5, 6, 2},
         {request(.1F, MISS, 9), {0, .3F}, .1F, 0, .4F, 5},
         {request(.01F, MISS, 9), {0, 100}, 12, 0, 108, 10},
+        {request(1e-38F, MISS, 9), {0, 100}, 12, 0, 108, 10}, // more steps than floats can count
         {request(10, MISS, 9, 20, 45), {0, 100}, 10, 20, 40, 3},
         {request(10, MISS, 9), {MISS, MISS}, 1, 0, MISS, 0},
         {request(10, MISS, 9), {0, std::numeric_limits<float>::infinity()}, 1, 0, MISS, 0},
