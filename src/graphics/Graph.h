@@ -37,7 +37,7 @@ public:
     static constexpr int NUM_TRANS = 4;
 
     Graph();
-    /// Opens the device; `isOpen` tells whether that went well.
+    /// Chooses the device, as `setDevice` does; `open` opens it.
     Graph(char const * device_name, char const * params);
     Graph(Graph const &) = delete;
     Graph & operator=(Graph const &) = delete;
@@ -199,7 +199,7 @@ public:
     /// How many steps the shadow is deep.
     [[nodiscard]] int getDropShadow() const noexcept { return drop_count; }
 
-    /// Width of the shadow's strokes, in the device's dots.
+    /// Width of the shadow's strokes, in the device's dots; 0 for that of the text.
     int setDropWidth(int width);
     /// Draws UTF-8 text; newlines separate lines of at most 100 characters each.
     int drawText(float x, float y, char const * text);
@@ -282,8 +282,8 @@ private:
     [[nodiscard]] detail::TextLine layOut(std::string_view line) const;
     int drawShadowedLine(Frame const & frame, std::string_view line);
     int drawDeviceLine(Frame const & frame, std::string_view line);
-    int strokeLine(Frame const & frame, std::string_view line);
-    [[nodiscard]] float strokeWidth(Frame const & frame) const;
+    int strokeLine(Frame const & frame, std::string_view line, float weight);
+    [[nodiscard]] float strokeWidth(Frame const & frame, float weight) const;
     int strokeGlyph(Frame const & frame, detail::PlacedGlyph const & placed);
     int drawBox(Frame const & frame, std::string_view line);
 

@@ -237,21 +237,22 @@ int Graph::drawTextLine(float x, float y, char const * line)
         return 0;
     Frame const frame = textFrame(x, y);
     std::string_view const text = firstCharacters(line, LINE_SIZE);
-    return drawBox(frame, text) & strokeLine(frame, text);
+    return drawBox(frame, text) & strokeLine(frame, text, text_weight);
 }
 
 int Graph::drawShadowedLine(Frame const & frame, std::string_view line)
 {
-    auto const draw = [&](Frame const & place) {
-        return isDeviceText() ? drawDeviceLine(place, line) : strokeLine(place, line);
+    auto const draw = [&](Frame const & place, float weight) {
+        return isDeviceText() ? drawDeviceLine(place, line) : strokeLine(place, line, weight);
     };
     if (drop_count > 0) {
+        float const weight = drop_width > 0 ? static_cast<float>(drop_width) : text_weight;
         device->setColor(TEXT_PEN, drop_color);
         for (int i = 0; i < drop_count; ++i)
-            draw(frame.moved(static_cast<float>(i), static_cast<float>(i)));
+            draw(frame.moved(static_cast<float>(i), static_cast<float>(i)), weight);
         device->setColor(TEXT_PEN, text_color);
     }
-    return draw(frame);
+    return draw(frame, text_weight);
 }
 
 int Graph::drawDeviceLine(Frame const & frame, std::string_view line)
@@ -283,21 +284,21 @@ int Graph::strokeGlyph(Frame const & frame, detail::PlacedGlyph const & placed)
     return is_drawn;
 }
 
-/// The width of strokes at a text height, in dots: the text weight, or more where the font's strokes must touch.
-float Graph::strokeWidth(Frame const & frame) const
+/// The width of strokes at a text height, in dots: the weight, or more where the font's strokes must touch.
+float Graph::strokeWidth(Frame const & frame, float weight) const
 {
     float const height = std::hypot(frame.up.x, frame.up.y);
     float const least = static_cast<float>(font.getPen()) * height /
                         (static_cast<float>(font.getCapHeight()) * device->getDotSize());
-    return std::isfinite(least) ? std::max(text_weight, least) : text_weight;
+    return std::isfinite(least) ? std::max(weight, least) : weight;
 }
 
-int Graph::strokeLine(Frame const & frame, std::string_view line)
+int Graph::strokeLine(Frame const & frame, std::string_view line, float weight)
 {
     if (!font.isOpen())
         return 0;
-    float const width = strokeWidth(frame);
-    if (width > text_weight)
+    float const width = strokeWidth(frame, weight);
+    if (width != text_weight)
         device->setLineWidth(TEXT_PEN, width);
     detail::TextLine const layout = layOut(line);
     float const start = startOf(layout, text_halign);
@@ -313,7 +314,7 @@ int Graph::strokeLine(Frame const & frame, std::string_view line)
             is_drawn &= device->drawLine(TEXT_PEN, scratch);
         }
     }
-    if (width > text_weight)
+    if (width != text_weight)
         device->setLineWidth(TEXT_PEN, text_weight);
     return is_drawn;
 }

@@ -332,6 +332,7 @@ TEST(Graph, DrawsShadowsBoxAndLongLines)
     g.setTextColor(0x0000ff);
     g.setDropColor(0xff0000);
     g.setDropShadow(3);
+    g.setDropWidth(4);
     g.drawText(300, 300, "I");
     g.setDropShadow(0);
     g.setTextBoxColor(0xffff00);
@@ -343,7 +344,10 @@ TEST(Graph, DrawsShadowsBoxAndLongLines)
     ASSERT_EQ(lines.size(), 4U + 4U + 100U);
     for (std::size_t i = 0; i < 3; ++i) // device pixels to the right and up
         EXPECT_NEAR(lines[i][0].x - lines[3][0].x, static_cast<float>(i), 0.02);
-    EXPECT_EQ(drawn.find("%%PL:2\n1.00 0.00 0.00 setrgbcolor"), 0U);
+    std::string const shadow = "%%PL:2\n1.00 0.00 0.00 setrgbcolor\n[] 0 setdash\n4.0 dot lw\n";
+    std::string const text = "%%PL:2\n0.00 0.00 1.00 setrgbcolor\n[] 0 setdash\n1.0 dot lw\n";
+    EXPECT_EQ(drawn.find(shadow), 0U);
+    EXPECT_LT(drawn.rfind(shadow), drawn.find(text));
     EXPECT_LT(drawn.find("%%FA:4\n1.00 1.00 0.00 setrgbcolor"), drawn.rfind("%%FA"));
     Rect const box = bounds({lines[5]}); // the boxes come first: of the first line and of the last
     Rect const ink = bounds({lines[7]});
