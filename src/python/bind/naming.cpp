@@ -19,10 +19,10 @@ void bindFilename(Module & m)
         .method("add", overload<int(char const *)>(&Filename::add),
                 overload<int(char const *, char const *)>(&Filename::add))
         .method("getNum", &Filename::getNum)
-        .method("get", overload<char const *() const>(&Filename::get),
-                overload<char const *(int) const>(&Filename::get))
-        .method("getIndex", overload<char const *() const>(&Filename::getIndex),
-                overload<char const *(int) const>(&Filename::getIndex));
+        .method("get", overload<char const *(int) const>(&Filename::get),
+                overload<char const *() const>(&Filename::get))
+        .method("getIndex", overload<char const *(int) const>(&Filename::getIndex),
+                overload<char const *() const>(&Filename::getIndex));
 }
 
 void bindNameConvFile(Module & m)

@@ -86,7 +86,7 @@ void bindPlot(Module & m)
         .base<Listener>()
         .constructor<>()
         .method("init", &Plot::init)
-        .method("open", overload<int()>(&Plot::open), overload<int(char const *)>(&Plot::open))
+        .method("open", overload<int(char const *)>(&Plot::open), overload<int()>(&Plot::open))
         .method("isOpen", &Plot::isOpen)
         .method("getFile", &Plot::getFile)
         .method("close", &Plot::close)
@@ -104,10 +104,9 @@ void bindPlot(Module & m)
         .method("getDomain", &Plot::getDomain)
         .method("getFrame", &Plot::getFrame)
         .method("newPanel", &Plot::newPanel)
-        .method("drawGraticule", overload<int()>(&Plot::drawGraticule),
-                overload<int(char const *)>(&Plot::drawGraticule),
+        .method("drawGraticule", overload<int(PlotAttr const &, float, float)>(&Plot::drawGraticule),
                 overload<int(char const *, float, float)>(&Plot::drawGraticule),
-                overload<int(PlotAttr const &, float, float)>(&Plot::drawGraticule))
+                overload<int(char const *)>(&Plot::drawGraticule), overload<int()>(&Plot::drawGraticule))
         .method("drawBorder", &Plot::drawBorder)
         .method("getLabelPosIndex", &Plot::getLabelPosIndex)
         .method("setLabel", overload<int(char const *, char const *)>(&Plot::setLabel),
@@ -116,8 +115,8 @@ void bindPlot(Module & m)
         .method("drawLabels", &Plot::drawLabels)
         .method("drawBar", &Plot::drawBar)
         .method("drawImage", &Plot::drawImage)
-        .method("saveImage", overload<int(char const *)>(&Plot::saveImage),
-                overload<int(char const *, char const *)>(&Plot::saveImage))
+        .method("saveImage", overload<int(char const *, char const *)>(&Plot::saveImage),
+                overload<int(char const *)>(&Plot::saveImage))
         .method("clearLabels", &Plot::clearLabels)
         .method("drawFormText", &Plot::drawFormText)
         .method("message", &Plot::message);

@@ -54,7 +54,7 @@ void bindSfcWmoData(Module & m)
         .method("setDate", &SfcWmoData::setDate)
         .method("setBulletin", &SfcWmoData::setBulletin)
         .method("setFlags", &SfcWmoData::setFlags)
-        .method("print", &SfcWmoData::print);
+        .print(&SfcWmoData::print);
 }
 
 void bindSfcWmoFile(Module & m)

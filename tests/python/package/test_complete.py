@@ -121,6 +121,25 @@ def test_nothing_is_exposed_twice():
         assert not twice, f'{function}: {twice}'
 
 
+def test_overloads_are_listed_in_the_order_of_the_header(headers):
+    for cls in _Yul._classes():
+        declared = {}
+        for declaration in headers.classes[cls].declarations:
+            kinds = tuple(headers.normal(parameter.type) for parameter in declaration.parameters)
+            declared.setdefault(declaration.name, []).append(kinds)
+        for name, kinds in declared.items():
+            function = f'new_{cls}' if name == cls else f'{cls}_{name}'
+            bound = [tuple(map(headers.normal, row[1:] if role == 'method' else row))
+                     for role, _, row in _Yul._signatures().get(function, ())]
+            listed = [row for row in bound if row in kinds]
+            assert listed == sorted(listed, key=kinds.index), function
+
+
+def test_every_listing_has_a_form_that_returns_none():
+    missing = [cls for cls in _Yul._classes() if hasattr(_Yul, f'{cls}_print') and not hasattr(_Yul, f'{cls}__print')]
+    assert not missing
+
+
 def test_omissions_are_declared_and_left_out(headers):
     for name in OMITTED:
         cls, _, rest = name.partition('::')
