@@ -144,6 +144,8 @@ int Domain::setParam()
     bool const is_south = val.plat < 0 && !isMissing(val.plat);
     float const low = is_south ? -30.F : 30.F;
     float const high = is_south ? -60.F : 60.F;
+    std_lat1 = 30;
+    std_lat2 = 60;
     switch (val.proj) {
     case PSTEREO:
     case RADIAL:
@@ -158,8 +160,7 @@ int Domain::setParam()
         std_lat2 = isMissing(first) ? high : second;
         break;
     default:
-        std_lat1 = 30;
-        std_lat2 = 60;
+        break;
     }
     float const radius = val.param[2];
     if (!isMissing(radius) && radius > 0 && std::isfinite(radius))

@@ -352,7 +352,9 @@ TEST(Domain, SettingAgainForgetsWhatWasBefore)
     Point first;
     Point second;
     domain.tran(EarthPoint(50, -80), first);
+    domain.set("lamb:40:-95:30:95,40,-95,101,81,1"); // no standard latitude, no plane
     domain.set("ps,60,-100,50,50,1");
+    EXPECT_EQ(domain.getStdLat(2), 60);
     domain.tran(EarthPoint(50, -80), first);
     Domain("ps,60,-100,50,50,1").tran(EarthPoint(50, -80), second);
     EXPECT_EQ(std::tuple(first.x, first.y), std::tuple(second.x, second.y));
