@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <variant>
 #include <vector>
 
 namespace Yul {
@@ -47,8 +48,11 @@ double Domain::seamWidth() const noexcept
 {
     if (val.proj == LATLON)
         return static_cast<double>(OFFSET_LL);
-    if (val.proj == MERC)
-        return static_cast<double>(OFFSET_MERC) * (val.ellipse ? earth_maj : earth_rad) / Const::EARTH;
+    if (val.proj == MERC) {
+        auto const * const ellipsoid = std::get_if<detail::MercatorEllipsoid>(&currentKernel());
+        double const radius = ellipsoid != nullptr ? ellipsoid->scale : earth_rad;
+        return static_cast<double>(OFFSET_MERC) * radius / Const::EARTH;
+    }
     return 0;
 }
 

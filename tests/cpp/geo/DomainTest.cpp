@@ -470,7 +470,8 @@ TEST(Domain, CutsLinesAtTheSeam)
     };
 
     for (auto const & [text, half] :
-         {Turn{"ll:0:0,0,0,361,181,1", 180}, Turn{"merc:0:0,0,0,361,181,1", 200.1578F}}) {
+         {Turn{"ll:0:0,0,0,361,181,1", 180}, Turn{"merc:0:0,0,0,361,181,1", 200.1578F},
+          Turn{"merc:e:0:0:30,0,0,361,181,1", 173.6753F}}) {
         Domain const domain(text);
         Points line;
         Points pieces;
