@@ -1,5 +1,6 @@
 #include "core/Number.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 
@@ -33,6 +34,16 @@ double readHexadecimal(std::string_view digits) noexcept
     return value;
 }
 
+/// Whether a number beyond the range of a double is too small for it, not too large.
+bool isTiny(std::string_view number) noexcept
+{
+    std::string_view const mantissa = number.substr(0, number.find_first_of("eE"));
+    std::string_view const exponent = number.substr(std::min(mantissa.size() + 1, number.size()));
+    auto const point = static_cast<long long>(std::min(mantissa.find('.'), mantissa.size()));
+    auto const first_digit = static_cast<long long>(mantissa.find_first_of("123456789"));
+    return point - first_digit + readInteger<int>(exponent) < 0;
+}
+
 } // namespace
 
 int toInt(std::string_view text) noexcept
@@ -54,11 +65,9 @@ double toDouble(std::string_view text) noexcept
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc::result_out_of_range)
         return value;
-    bool const is_negative = text.front() == '-';
-    bool const is_tiny =
-        text.substr(0, static_cast<std::size_t>(end - text.data())).find("e-") != std::string_view::npos;
-    double const magnitude = is_tiny ? 0.0 : std::numeric_limits<double>::infinity();
-    return is_negative ? -magnitude : magnitude;
+    std::string_view const number(text.data(), static_cast<std::size_t>(end - text.data()));
+    double const magnitude = isTiny(number) ? 0.0 : std::numeric_limits<double>::infinity();
+    return number.front() == '-' ? -magnitude : magnitude;
 }
 
 float toFloat(std::string_view text) noexcept
