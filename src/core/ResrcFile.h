@@ -25,9 +25,8 @@ public:
     explicit ResrcFile(Resrc & store);
 
     /// Opens the file; null or empty is "yul.cfg" in the current directory, a directory is searched for
-    /// "yul.cfg",
-    /// ".yuldef" and "Yul.res". Forgets the symbols and conditions of the file before. Returns 0 when none
-    /// opens.
+    /// "yul.cfg", ".yuldef" and "Yul.res". Forgets the symbols and conditions of the file before. Returns 0
+    /// when none opens.
     int open(char const * path);
     int close();
 

@@ -29,8 +29,7 @@ public:
     static int clear(char * text) noexcept;
 
     /// True when the text has exactly the form of the pattern, one class a character: u upper-case letter, d
-    /// digit,
-    /// "." any character, [..] one of a set; any other character stands for itself.
+    /// digit, "." any character, [..] one of a set; any other character stands for itself.
     [[nodiscard]] static bool match(char const * text, char const * pattern) noexcept;
 };
 
