@@ -127,8 +127,8 @@ GribParam const & GribParamCache::get(int edition, int number, int centre, int t
     });
     if (found != entries.end())
         return found->row;
-    if (last.find(kind, number, centre, table, key) != 0)
-        add(kind, last);
+    if (last.find(kind, number, centre, table, key) != 0 && entries.size() < CAPACITY)
+        entries.push_back({kind, last});
     return last;
 }
 
@@ -143,10 +143,14 @@ int GribParamCache::add(int edition, GribParam const & row)
     });
     if (row.isMiss() || (same == entries.end() && entries.size() >= CAPACITY))
         return 0;
-    if (same != entries.end())
+    auto const first_of_tables = entries.begin() + num_given;
+    if (same < first_of_tables) {
         same->row = row;
-    else
-        entries.push_back({kind, row});
+        return 1;
+    }
+    if (same != entries.end())
+        entries.erase(same);
+    entries.insert(entries.begin() + num_given++, {kind, row});
     return 1;
 }
 

@@ -3,6 +3,7 @@
 
 #include "core/Const.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -119,7 +120,8 @@ private:
         GribParam row;
     };
 
-    std::vector<Entry> entries;
+    std::vector<Entry> entries; // given rows, then those of the tables
+    std::ptrdiff_t num_given = 0;
     GribParam last;
 };
 

@@ -277,6 +277,19 @@ def test_a_row_of_ones_own_goes_before_the_tables(write_grib):
     assert (grid.getVar().getName(), grid.info) == ('MINE', 'A quantity of my own [furlong]')
 
 
+def test_a_row_given_late_goes_before_the_tables_too(write_grib):
+    file, grid, row = GribFile(write_grib(grib1(FIELD, AREA, centre=7, parameter=7))), Grid(), GribParam()
+    names = []
+    for table, name in ((None, ''), (0, 'ANY'), (2, 'SECOND'), (0, 'OTHER')):
+        if table is not None:
+            row.set(7, 7, table, 0)
+            row.setText(name, 'm', '')
+            assert file.setParam(1, row) == 1
+        assert file.rewind() == 1 and file.read(grid) == 1
+        names.append(grid.getVar().getName())
+    assert names == ['HGT', 'ANY', 'ANY', 'OTHER']  # the first that was given of those that fit
+
+
 # centre, sub-centre, octets from 41 on, member
 MEMBERS = [
     (98, 0, bytes([1, 1, 11]) + bytes(6) + bytes([23, 50]), 23),
