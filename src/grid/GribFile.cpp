@@ -124,6 +124,7 @@ int GribFile::useHdrFile(int use)
 int GribFile::close()
 {
     reader.close();
+    files.init();
     has_field = has_loc = false;
     is_bad = false;
     header.init();
@@ -171,6 +172,7 @@ void GribFile::warnSkipped(std::string const & reason)
 /// Finds the next field that can be delivered, as far as its headers tell.
 bool GribFile::findNext()
 {
+    is_bad = false;
     if (has_field)
         return true;
     while (reader.isOpen()) {
@@ -239,25 +241,43 @@ bool GribFile::unpack(Grid & grid)
     return true;
 }
 
+/// Unpacks the values of a grid that has been described; false for bad ones as well.
+bool GribFile::takeValues(Grid & grid)
+{
+    if (!unpack(grid))
+        return false;
+    if (is_bad)
+        Yul::outWarning("GribFile::read: %s: message at octet %llu holds bad data\n", reader.name().c_str(),
+                        static_cast<unsigned long long>(field.message));
+    return !is_bad;
+}
+
 bool GribFile::readNext(GridSpec const * spec, Grid & grid)
 {
-    is_bad = false;
     while (findNext()) {
         has_field = false;
         if (!describe(grid))
             continue;
         if (spec != nullptr && !grid.meets(*spec))
             continue;
-        if (!unpack(grid))
-            continue;
-        if (!is_bad)
+        if (takeValues(grid))
             return true;
-        Yul::outWarning("GribFile::read: %s: message at octet %llu holds bad data\n", reader.name().c_str(),
-                        static_cast<unsigned long long>(field.message));
-        break;
+        if (is_bad)
+            break;
     }
     grid.freeData();
     return false;
+}
+
+/// The field that was peeked at, and no other: 0 where its values cannot be delivered.
+int GribFile::readData(Grid & grid)
+{
+    return guarded("read", [&] {
+        bool const is_read = std::exchange(has_field, false) && describe(grid) && takeValues(grid);
+        if (!is_read)
+            grid.freeData();
+        return is_read ? 1 : 0;
+    });
 }
 
 int GribFile::read(Grid & grid)

@@ -88,7 +88,7 @@ public:
     /// The same with a jump of your own, in units of the field; not above 0 stands for half the range.
     int setMaxBad(int max, float threshold);
 
-    /// Whether the field read last was found to be bad.
+    /// Whether the field that was just read was found to be bad.
     [[nodiscard]] bool isBad() const noexcept { return is_bad; }
 
     /// Whether the index file that a Filename may name beside the data file is used: a line for every bulletin, "octet
@@ -114,11 +114,15 @@ public:
     static int checkType(char const * name);
 
 private:
+    friend class GridFile; // hands out headers first, values later
+
+    [[nodiscard]] int readData(Grid & grid);
     [[nodiscard]] bool findNext();
     [[nodiscard]] bool openNextFile();
     void takeIndex();
     [[nodiscard]] bool describe(Grid & grid);
     [[nodiscard]] bool unpack(Grid & grid);
+    [[nodiscard]] bool takeValues(Grid & grid);
     [[nodiscard]] bool readNext(GridSpec const * spec, Grid & grid);
     void printWarnings();
     void warnSkipped(std::string const & reason);

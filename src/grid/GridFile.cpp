@@ -132,7 +132,8 @@ int GridFile::replaceMissing(int result, Grid & grid) const
     return result;
 }
 
-/// Runs an operation on the file that is open, and then on those that follow it until one succeeds.
+/// Runs an operation on the file that is open, and then on those that follow it until one succeeds. A field that is bad
+/// ends no file.
 template <class Operation> int GridFile::inSomeFile(Operation const & operation)
 {
     if (type == 0 || mode != READ) {
@@ -140,7 +141,7 @@ template <class Operation> int GridFile::inSomeFile(Operation const & operation)
         return 0;
     }
     while (operation() == 0)
-        if (next_file >= files.getNum() || !openNextFile())
+        if (grib.isBad() || next_file >= files.getNum() || !openNextFile())
             return 0;
     return 1;
 }
@@ -176,7 +177,7 @@ int GridFile::readHdr(Grid & grid)
 int GridFile::readData(Grid & grid)
 {
     bool const is_grib = std::exchange(has_header, false);
-    return replaceMissing(is_grib ? grib.read(grid) : yul.readData(grid), grid);
+    return replaceMissing(is_grib ? grib.readData(grid) : yul.readData(grid), grid);
 }
 
 int GridFile::read(Grid & grid)

@@ -7,7 +7,7 @@ import pytest
 
 from gribwriter import LatLon, grib1, grib2
 from running import python
-from sections import join, split
+from sections import join, png_packed, split
 from Yul import EarthPoint, Filename, GribFile, Grid, GridFile, GridPoint, Grids, GridSpec
 
 AREA = LatLon(50, 0, 40, 10)
@@ -257,8 +257,33 @@ def test_bad_data_are_reported(write_grib, capfd):
     assert 'bad data' in capfd.readouterr().err
     assert file.read(grid) == 1 and not file.isBad()
     file.rewind()
+    assert file.read(grid) == 0 and file.peek(grid) == 1 and not file.isBad()
+    file.rewind()
     file.setMaxBad(0)
     assert file.read(grid) == 1
+
+
+def test_bad_data_end_no_file_of_several(write_grib, capfd):
+    noise = np.random.default_rng(1).choice([0.0, 100.0], (5, 6))
+    first = write_grib(grib2(noise, AREA), message(1), grib2(noise, AREA), name='first')
+    for kind in (GribFile, GridFile):
+        names = Filename(first)
+        names.add(write_grib(message(2), name='second'))
+        file, grid = kind(names), Grid()
+        file.setMaxBad(3)
+        assert [file.read(grid) and round(grid.getValue(0, 0)) for _ in range(5)] == [0, 1, 0, 2, 0]
+        assert capfd.readouterr().err.count('bad data') == 2
+        assert (file.close(), file.rewind(), file.isOpen()) == (1, 0, False)
+
+
+def test_values_asked_for_are_those_of_the_header(write_grib, capfd):
+    octets = bytearray(png_packed(message(), np.zeros((5, 6)), 8))
+    octets[octets.index(b'\x89PNG')] = 0
+    file, grid = GridFile(write_grib(octets, message(1))), Grid()
+    assert (file.readHdr(grid), file.readData(grid), grid.isData()) == (1, 0, False)
+    assert 'Not a PNG file' in capfd.readouterr().err
+    assert (file.readHdr(grid), file.readData(grid), round(grid.getValue(0, 0))) == (1, 1, 1)
+    assert (file.readData(grid), file.read(grid)) == (0, 0)
 
 
 def test_check_type_looks_at_200_octets(write_grib):
