@@ -183,8 +183,10 @@ bool GribFile::findNext()
                 return false;
             continue;
         }
-        if (!field.refusal.empty()) {
-            warnSkipped(field.refusal);
+        std::string const fault =
+            field.refusal.empty() ? detail::grib::makeDomain(field.geometry, domain) : field.refusal;
+        if (!fault.empty()) {
+            warnSkipped(fault);
             continue;
         }
         if (field.edition == 2 && Yul::isDebug(1))
@@ -197,15 +199,9 @@ bool GribFile::findNext()
     return false;
 }
 
-/// Fills everything but the values. False, with a warning, when no domain holds the grid.
-bool GribFile::describe(Grid & grid)
+/// Fills everything but the values.
+void GribFile::describe(Grid & grid) const
 {
-    DomainVal domain;
-    std::string const fault = detail::grib::makeDomain(field.geometry, domain);
-    if (!fault.empty()) {
-        warnSkipped(fault);
-        return false;
-    }
     grid.reset();
     grid.setVersion(header.getEdition());
     grid.setSource(header.getCentre());
@@ -219,7 +215,6 @@ bool GribFile::describe(Grid & grid)
     grid.setDomain(domain);
     makeDatim(grid);
     makeInfo(grid);
-    return true;
 }
 
 bool GribFile::unpack(Grid & grid)
@@ -256,8 +251,7 @@ bool GribFile::readNext(GridSpec const * spec, Grid & grid)
 {
     while (findNext()) {
         has_field = false;
-        if (!describe(grid))
-            continue;
+        describe(grid);
         if (spec != nullptr && !grid.meets(*spec))
             continue;
         if (takeValues(grid))
@@ -273,10 +267,12 @@ bool GribFile::readNext(GridSpec const * spec, Grid & grid)
 int GribFile::readData(Grid & grid)
 {
     return guarded("read", [&] {
-        bool const is_read = std::exchange(has_field, false) && describe(grid) && takeValues(grid);
-        if (!is_read)
-            grid.freeData();
-        return is_read ? 1 : 0;
+        has_field = false;
+        describe(grid);
+        if (takeValues(grid))
+            return 1;
+        grid.freeData();
+        return 0;
     });
 }
 
@@ -313,14 +309,11 @@ int GribFile::read(Grids & grids)
 int GribFile::peek(Grid & grid)
 {
     return guarded("peek", [&] {
-        while (findNext()) {
-            if (describe(grid)) {
-                grid.setSize(field.geometry.nx, field.geometry.ny);
-                return 1;
-            }
-            has_field = false;
-        }
-        return 0;
+        if (!findNext())
+            return 0;
+        describe(grid);
+        grid.setSize(field.geometry.nx, field.geometry.ny);
+        return 1;
     });
 }
 

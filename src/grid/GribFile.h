@@ -120,7 +120,7 @@ private:
     [[nodiscard]] bool findNext();
     [[nodiscard]] bool openNextFile();
     void takeIndex();
-    [[nodiscard]] bool describe(Grid & grid);
+    void describe(Grid & grid) const;
     [[nodiscard]] bool unpack(Grid & grid);
     [[nodiscard]] bool takeValues(Grid & grid);
     [[nodiscard]] bool readNext(GridSpec const * spec, Grid & grid);
@@ -134,6 +134,7 @@ private:
     bool has_field = false; // `field` is found and not read yet
     bool has_loc = false;   // `field` was found in the file that is open
     detail::grib::Field field;
+    DomainVal domain; // of `field`
     GribPDB header;
     detail::GribParamCache params;
     File output;

@@ -276,6 +276,13 @@ def test_bad_data_end_no_file_of_several(write_grib, capfd):
         assert (file.close(), file.rewind(), file.isOpen()) == (1, 0, False)
 
 
+def test_fields_that_lie_nowhere_do_not_count(write_grib, capfd):
+    nowhere = grib2(FIELD, LatLon(95, 0, 40, 10))
+    file, grid = GribFile(write_grib(message(1), nowhere, message(2), nowhere, message(3))), Grid()
+    assert (file.next(), file.next(), file.read(grid), round(grid.getValue(0, 0))) == (1, 1, 1, 3)
+    assert capfd.readouterr().err.count('first point is not on the earth') == 2
+
+
 def test_values_asked_for_are_those_of_the_header(write_grib, capfd):
     octets = bytearray(png_packed(message(), np.zeros((5, 6)), 8))
     octets[octets.index(b'\x89PNG')] = 0
