@@ -27,6 +27,14 @@ template <class Integer> Integer readInteger(std::string_view text) noexcept
     return value;
 }
 
+/// "0x" counts only with a digit behind it: elsewhere the number is the 0 in front.
+bool isHexadecimal(std::string_view text) noexcept
+{
+    constexpr std::string_view DIGITS = ".0123456789abcdefABCDEF";
+    return text.size() > 2 && text[0] == '0' && toLower(text[1]) == 'x' &&
+           DIGITS.find(text[2]) != std::string_view::npos;
+}
+
 double readHexadecimal(std::string_view digits) noexcept
 {
     double value = 0.0;
@@ -59,7 +67,7 @@ long long toLong(std::string_view text) noexcept
 double toDouble(std::string_view text) noexcept
 {
     text = skipBlanksAndPlus(text);
-    if (text.size() > 2 && text[0] == '0' && toLower(text[1]) == 'x')
+    if (isHexadecimal(text))
         return readHexadecimal(text.substr(2));
     double value = 0.0;
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
