@@ -25,16 +25,16 @@ constexpr Keyword LINE_STYLES[] = {
 };
 
 constexpr Keyword FILL_STYLES[] = {
-    {"sol", 0},                                       // solid
-    {"st", 1},                                        // stipples
-    {"ost", 2},  {"rst", 3},  {"lst", 4}, {"vln", 5}, // vertical lines
-    {"||", 5},   {"dlr", 6},                          // diagonals down to the right
-    {"\\\\", 6}, {"\\", 6},   {"drl", 7},             // diagonals down to the left
-    {"//", 7},   {"hln", 8},                          // horizontal lines
-    {"--", 8},   {"hat", 9},                          // cross hatch
-    {"XX", 9},   {"clr", 10},                         // clear
-    {"0%", 10},  {"1%", 11},                          // densities
-    {"2%", 12},  {"3%", 13},  {"4%", 14}, {"5%", 15}, {"6%", 16}, {"7%", 17}, {"8%", 18}, {"9%", 19},
+    {"sol", 0},                                                   // solid
+    {"st", 1},   {"ost", 2},  {"rst", 3}, {"lst", 4},             // stipples
+    {"vln", 5},  {"||", 5},                                       // vertical lines
+    {"dlr", 6},  {"\\\\", 6}, {"\\", 6},                          // diagonals down to the right
+    {"drl", 7},  {"//", 7},                                       // diagonals down to the left
+    {"hln", 8},  {"--", 8},                                       // horizontal lines
+    {"hat", 9},  {"XX", 9},                                       // cross hatch
+    {"clr", 10}, {"0%", 10},                                      // clear
+    {"1%", 11},  {"2%", 12},  {"3%", 13}, {"4%", 14}, {"5%", 15}, // densities
+    {"6%", 16},  {"7%", 17},  {"8%", 18}, {"9%", 19},
 };
 
 constexpr Keyword MARKERS[] = {
@@ -62,21 +62,11 @@ struct Prefix
     Field field;
 };
 
+/// A marker's scale and a text's height are one setting.
 constexpr Prefix PREFIXES[] = {
-    {"co=", Field::COLOR},
-    {"la=", Field::LABEL_COLOR},
-    {"wi=", Field::WIDTH},
-    {"sh=", Field::SHADOW},
-    {"st=", Field::STYLE},
-    {"fo=", Field::FONT},
-    {"fi=", Field::FILL},
-    {"fp=", Field::FILL},
-    {"sc=", Field::SIZE},
-    {"we=", Field::WEIGHT},
-    {"hi=", Field::SIZE}, // a marker's scale and a
-                          // text's height are one
-                          // setting
-    {"te=", Field::EXPANSION},
+    {"co=", Field::COLOR}, {"la=", Field::LABEL_COLOR}, {"wi=", Field::WIDTH}, {"sh=", Field::SHADOW},
+    {"st=", Field::STYLE}, {"fo=", Field::FONT},        {"fi=", Field::FILL},  {"fp=", Field::FILL},
+    {"sc=", Field::SIZE},  {"we=", Field::WEIGHT},      {"hi=", Field::SIZE},  {"te=", Field::EXPANSION},
 };
 
 constexpr std::size_t PREFIX_LENGTH = 3;
