@@ -123,7 +123,8 @@ public:
     int getDeviceViewport(Rect & rect) const;
 
     /// Sets the largest viewport of a given width : height inside a rectangle.
-    /// rect    NDC; a negative corner coordinate is an inset from its own edge of the NDC rectangle.
+    /// rect    NDC; a negative corner coordinate is an inset from its own edge of the NDC rectangle (Rect::setu
+    ///         leaves corners where they are).
     /// aspect  width : height; 0 keeps the rectangle's own.
     /// halign  1 left, 3 right, else centred; valign  1 bottom, 3 top, else centred.
     int setViewportAspect(Rect const & rect, float aspect, int halign = 2, int valign = 2);

@@ -151,9 +151,10 @@ void Postscript::applyItem(std::string_view item)
             value = number;
     };
     auto const setPage = [&](float width, float height) {
-        if (width > 0 && height > 0) {
-            width_pt = POINTS_PER_INCH * width;
-            height_pt = POINTS_PER_INCH * height;
+        Point const size(POINTS_PER_INCH * width, POINTS_PER_INCH * height);
+        if (size.x > 0 && size.y > 0 && std::isfinite(size.x) && std::isfinite(size.y)) {
+            width_pt = size.x;
+            height_pt = size.y;
         }
     };
     if (is("port") || is("land"))
