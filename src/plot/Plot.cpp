@@ -47,7 +47,7 @@ int Plot::init()
     graph.close();
     colors.init(COLOR_CAPACITY);
     draw.reset();
-    has_draw_list = is_inverse = has_domain = false;
+    has_draw_list = is_inverse = false;
     file_name.clear();
     logo.clear();
     transparent_color.clear();
@@ -161,18 +161,12 @@ int Plot::setDomain(Domain const & value)
     if (!hasExtent(value.getLimits()))
         return 0;
     domain = value;
-    has_domain = true;
     return showDomain();
 }
 
 int Plot::useDomain(Domain const & value)
 {
-    if (!has_domain) {
-        if (!hasExtent(value.getLimits()))
-            return 0;
-        domain = value;
-    }
-    return showDomain();
+    return hasExtent(domain.getLimits()) ? showDomain() : setDomain(value);
 }
 
 int Plot::showDomain()
@@ -199,7 +193,6 @@ int Plot::newPanel(char const * params)
     setParam(params);
     panel = (panel + 1) % style.panels.count();
     domain.init();
-    has_domain = false;
     labels = {};
     color_bar = {};
     return graph.isOpen() ? setUpPanel() : 0;

@@ -107,7 +107,8 @@ public:
 
     /// The plane and the part of it that is drawn. 0, and nothing changes, for a domain without limits.
     int setDomain(Domain const & value);
-    /// The domain of the plot, else this one: for layers, before they draw. 0 when neither has limits.
+    /// The domain of the plot where it has one, else this one, which it keeps: for layers, before they draw. 0 when
+    /// neither has limits.
     int useDomain(Domain const & value);
 
     /// The plot domain, missing where none is set.
@@ -241,7 +242,6 @@ private:
     int panel = 0;
     detail::PanelLayout layout;
     Domain domain;
-    bool has_domain = false;     // set by the user or the settings, not taken from a layer
     detail::GraticuleStep steps; // of the graticule that was drawn, for the ticks
     std::array<Label, detail::NUM_LABELS> labels;
     detail::LabelFacts facts;

@@ -101,6 +101,20 @@ def test_a_field_round_the_earth_has_no_seam(page, map_text):
     assert (in_gap > 1) == (map_text != '')  # its own area ends before the seam
 
 
+def test_a_second_layer_is_drawn_in_the_domain_of_the_first(page):
+    plot, contours = Plot(), ContPlot()
+    assert plot.open('page.ps') == contours.setInterval(INTERVAL) == 1
+    first = wavy('ll,45,0,41,31,1,1')
+    for grid in first, wavy('ll,40,10,41,31,2,2'):
+        assert contours.draw(plot, grid) == 1
+        assert (plot.getFrame().x1, plot.getFrame().y2) == (-20, 60)
+    lines, to_earth = finish(plot, page)
+    values = [first.getValue(to_earth(*place)) for line in lines for place in line]
+    known = [value for value in values if value != -9999]
+    assert len(known) > 0.9 * len(values) > 300
+    assert all(abs(value - INTERVAL * round(value / INTERVAL)) < INTERVAL / 10 for value in known)
+
+
 def test_names_that_scripts_rely_on(page):
     attr = PlotAttr('red:wi=2:st=dsh', 'blue:fi=3%')
     assert (attr.color_name, attr.width, attr.style, attr.fill, attr.color) == ('red', 2, 2, 13, -9999)
