@@ -26,6 +26,7 @@ int Input::close()
     file.close();
     file_size = -1;
     base = wanted_from = 0;
+    kept_from = NOWHERE;
     held = 0;
     is_at_end = false;
     return 1;
@@ -56,7 +57,7 @@ bool Input::reaches(std::uint64_t position)
 
 void Input::release(std::uint64_t position) noexcept
 {
-    wanted_from = std::max(wanted_from, position);
+    wanted_from = std::max(wanted_from, std::min(position, kept_from));
 }
 
 int Input::rewind()

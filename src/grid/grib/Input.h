@@ -32,6 +32,12 @@ public:
     /// Says that nothing before this position is wanted any more.
     void release(std::uint64_t position) noexcept;
 
+    /// Says that the octets from this position on are wanted again, even when they are released; forgets what was said before.
+    void keep(std::uint64_t position) noexcept { kept_from = position; }
+
+    /// Where nothing is kept.
+    static constexpr std::uint64_t NOWHERE = ~std::uint64_t{0};
+
     /// False on a pipe, which cannot be read twice.
     [[nodiscard]] bool canSeek() const noexcept { return file_size >= 0; }
 
@@ -48,6 +54,7 @@ private:
     std::uint64_t base = 0;        // file position of buffer[0]
     std::size_t held = 0;          // octets in the buffer
     std::uint64_t wanted_from = 0; // on a pipe: octets before this may go
+    std::uint64_t kept_from = NOWHERE;
     bool is_at_end = false;
     std::size_t capacity = 0;
     std::unique_ptr<Octet[]> buffer; // never filled before it is read into

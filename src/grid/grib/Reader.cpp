@@ -100,8 +100,7 @@ bool Reader::searchHere()
 /// Goes on behind a damaged message: with the next "GRIB" however far, or where there is a list of octets at its next one.
 void Reader::searchOn(std::uint64_t from)
 {
-    here.is_inside = false;
-    here.position = from;
+    quit(from);
     if (starts.empty())
         searchFar(input, here.position);
 }
@@ -132,11 +131,18 @@ void Reader::enter()
     here.position = here.message + (edition == 2 ? EDITION2_INDICATOR : EDITION1_INDICATOR);
 }
 
-/// Ends the message; the search for the next one begins at a position.
-void Reader::leave(std::uint64_t next_position)
+/// Ends the message, and with it the wish for its bitmap.
+void Reader::quit(std::uint64_t next_position)
 {
     here.is_inside = false;
     here.position = next_position;
+    input.keep(Input::NOWHERE);
+}
+
+/// Ends the message; the search for the next one begins at a position.
+void Reader::leave(std::uint64_t next_position)
+{
+    quit(next_position);
     input.release(next_position);
 }
 

@@ -101,6 +101,7 @@ private:
         std::uint64_t & position, std::size_t head, Section & section, Extent & extent, bool is_data = false);
     void correctLarge(Extent & extent);
 
+    void quit(std::uint64_t next_position);
     void leave(std::uint64_t next_position);
     void abandon(std::string const & fault, std::uint64_t next_position);
     void warn(std::string line);

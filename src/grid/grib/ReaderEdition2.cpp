@@ -101,9 +101,11 @@ std::string Reader::takeBitmap2(unsigned indicator, Extent const & extent)
 {
     Field & f = here.state;
     f.has_bitmap = indicator != 255;
-    if (indicator == 0)
+    if (indicator == 0) {
         here.known_bitmap = Extent{extent.position + BITMAP_HEAD,
                                    extent.length - std::min<std::uint64_t>(BITMAP_HEAD, extent.length)};
+        input.keep(here.known_bitmap->position);
+    }
     f.bitmap = f.has_bitmap && here.known_bitmap ? *here.known_bitmap : Extent{};
     if (f.has_bitmap && indicator != 0 && indicator != 254)
         return format("bitmap %u of the centre's own", indicator);

@@ -160,6 +160,15 @@ def test_a_field_can_refer_to_the_bitmap_before(write_grib, capfd):
     assert grids.get(1).getValid() == 20
 
 
+def test_a_bitmap_is_kept_while_a_pipe_is_read(write_grib):
+    first, full = split(grib2(np.where(FIELD % 3 == 0, np.nan, FIELD), AREA)), split(message(1))
+    again = (6).to_bytes(4, 'big') + b'\6\xfe'
+    octets = join(first[1], *(first[i] for i in range(3, 8)), *(full[i] for i in range(4, 8)), first[4], first[5], again, first[7])
+    program = 'from Yul import GribFile\nprint(*(grid.getValid() for grid in GribFile("-")))'
+    result = python(program, input=octets + message(2) + octets)
+    assert result.stdout == b'20 30 20 30 20 30 20\n', result.stderr
+
+
 def test_what_cannot_be_held_is_named_and_passed_over(write_grib, capfd):
     def with_template(section, number):
         octets = bytearray(message(9))
