@@ -77,9 +77,15 @@ Date::Date(long seconds_value)
     set(seconds_value);
 }
 
-int Date::set()
+int Date::init()
 {
     *this = Date();
+    return 1;
+}
+
+int Date::set()
+{
+    init();
     return set(getCurrentSeconds());
 }
 
@@ -135,7 +141,7 @@ int Date::set(long seconds_value)
     detail::CivilTime const time = detail::breakDown(seconds_value);
     seconds = seconds_value;
     if (time.year != clampToInt(time.year)) {
-        init();
+        DateVal::init();
         day_of_week = julian = Const::MISS;
         return 1;
     }

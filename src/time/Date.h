@@ -25,6 +25,8 @@ public:
     explicit Date(char const * text);
     explicit Date(long seconds_value);
 
+    /// As a new one.
+    int init();
     /// Sets the current clock.
     int set();
     /// Copies everything, the zone too.

@@ -158,7 +158,14 @@ TEST(Date, FullSetsStartAnew)
 
     date.set(static_cast<DateVal const &>(date)); // its own fields
     EXPECT_EQ(fields(date), "2026/11/14 12:45:30");
-    EXPECT_FALSE(Date().isSet());
+
+    date.changeTimezone(-18000, "EST");
+    EXPECT_EQ(date.init(), 1); // what Date adds too
+    EXPECT_EQ(fields(date), "-/-/- -:-:-");
+    EXPECT_FALSE(date.isSet());
+    EXPECT_EQ(date.getDayOfWeek(), M);
+    EXPECT_EQ(date.getZoneOffset(), 0);
+    EXPECT_STREQ(date.getZoneName(), "Z");
 }
 
 TEST(Date, DayOfYearIsTakenWhereTheMonthIsMissing)
