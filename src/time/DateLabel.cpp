@@ -133,6 +133,14 @@ std::string hourLabel(float hours, bool has_day_form)
     return detail::format("%.0f hour", static_cast<double>(hours));
 }
 
+/// The date so many hours on, to the nearest second: few fractions of an hour are exact, and 1.05 hours are to be
+/// 63 minutes.
+Date movedByHours(Date date, float hours)
+{
+    date.addSeconds(std::round(hours * static_cast<float>(detail::SECONDS_PER_HOUR)));
+    return date;
+}
+
 /// Appends a word after a blank, which an empty text does not need.
 void addWord(TextBuffer & out, std::string_view word)
 {
@@ -192,10 +200,7 @@ int DateTool::createLabel(Date const & date, Timezone const & zone, float hours,
 {
     if (!date.isSet())
         return unsetLabel(out);
-    Date moved = date;
-    if (!isMissing(hours))
-        moved.addSeconds(hours * static_cast<float>(detail::SECONDS_PER_HOUR));
-    return createLabel(moved, zone, out);
+    return createLabel(isMissing(hours) ? date : movedByHours(date, hours), zone, out);
 }
 
 int DateTool::createLabel(
@@ -209,13 +214,10 @@ int DateTool::createLabel(
     label.add(detail::viewOf(prefix));
     addWord(label, forecastWord(fhour, label.empty()));
     label.add(fhour > 0.0F ? " valid " : " for ");
-    if (isMissing(fhour) || fhour == 0.0F) {
+    if (isMissing(fhour) || fhour == 0.0F)
         addLabel(label, date, zone, 0);
-    } else {
-        Date valid = date;
-        valid.addSeconds(fhour * static_cast<float>(detail::SECONDS_PER_HOUR));
-        addLabel(label, valid, zone, WITH_WEEKDAY);
-    }
+    else
+        addLabel(label, movedByHours(date, fhour), zone, WITH_WEEKDAY);
     out.assign(label.view());
     return 1;
 }

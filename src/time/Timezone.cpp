@@ -43,7 +43,8 @@ int Timezone::set(char const * text)
     double hours = 0.0;
     detail::scan(rest, "%4[^:]:%lf", &zone_name, &hours);
     detail::copyZoneName(next.name, zone_name);
-    next.offset = detail::clampTo<int>(hours * detail::SECONDS_PER_HOUR);
+    // Through a float, so that 4.1 hours are 14760 seconds and not the 14759.999... of a double.
+    next.offset = detail::clampTo<int>(static_cast<float>(hours * detail::SECONDS_PER_HOUR));
     *this = next;
     return 1;
 }

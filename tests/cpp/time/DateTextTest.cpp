@@ -218,6 +218,7 @@ TEST(Timezone, ReadsNameClockAndHours)
         {"+EST:-5", 1, "EST", 1, -18000},
         {"IST:5.5", 1, "IST", 0, 19800},
         {"NPT:5.75x", 1, "NPT", 0, 20700},
+        {"A:4.1", 1, "A", 0, 14760}, // below it as a double
         {"CESTX:2", 1, "CEST", 0, 0},
         {"CET", 1, "CET", 0, 0},
         {"CET:", 1, "CET", 0, 0},
@@ -307,6 +308,7 @@ TEST(DateTool, ForecastLabels)
         {"", nan, "Data for 1200Z 13 NOV 26"},
         {"", -6.F, "-6 hour for 0600Z FRI 13 NOV 26"},
         {"", 0.5F, "0 hour valid 1230Z FRI 13 NOV 26"},
+        {"", 1.05F, "1 hour valid 1303Z FRI 13 NOV 26"}, // 63 minutes, though a float falls short of them
     };
 
     for (auto const & row : cases) {
@@ -319,6 +321,8 @@ TEST(DateTool, ForecastLabels)
     String out;
     DateTool::createLabel(date, Timezone("EST:-5"), 18.F, out);
     EXPECT_STREQ(out.get(), "0100 EST 14 NOV 26");
+    DateTool::createLabel(date, Timezone(), 1.05F, out);
+    EXPECT_STREQ(out.get(), "1303Z 13 NOV 26");
     DateTool::createLabel(date, Timezone(), static_cast<float>(M), out);
     EXPECT_STREQ(out.get(), "1200Z 13 NOV 26");
     DateTool::createLabel(date, Timezone(), "GFS", ForeTime("0-6acc"), out);
