@@ -98,6 +98,12 @@ bool isFixed(int value)
     return value >= 0;
 }
 
+/// A missing hour or minute counts as 0, as it does in names.
+int orZero(int value)
+{
+    return detail::isMissing(value) ? 0 : value;
+}
+
 bool isStep(int value)
 {
     return value < 0 && !detail::isMissing(value);
@@ -215,14 +221,14 @@ void NameConv::applyFixedDate(Date & date) const
         date.setDay(fixed.day);
     }
     if (isFixed(fixed.hour)) {
-        if (fixed.hour > date.getHour())
+        if (fixed.hour > orZero(date.getHour()))
             date.addDays(-1);
         date.setHour(fixed.hour);
     } else if (isStep(fixed.hour)) {
         date.setHour(date.getHour() / fixed.hour * fixed.hour);
     }
     if (isFixed(fixed.minute)) {
-        if (fixed.minute > date.getMinute())
+        if (fixed.minute > orZero(date.getMinute()))
             date.addHours(-1);
         date.setMinute(fixed.minute);
     } else if (isStep(fixed.minute)) {

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -249,6 +250,13 @@ TEST_F(Naming, PresentComesFromTheFirstSourceThatIsSet)
     Yul::setInitTime(Const::MISS);
     convention.setLatest("0", file);
     EXPECT_STREQ(file.getFilename(), "202001020304");
+    for (auto const & [date, fixed] : {std::pair("2020010203", "03:00"), std::pair("20200102", "00:00")}) {
+        convention.setLateDate(Date(date)); // without a minute or an hour, which count as 0
+        convention.setFixDate(fixed);
+        convention.setLatest("0", file);
+        EXPECT_STREQ(file.getFilename(), (std::string("20200102") + fixed[0] + fixed[1] + "00").c_str());
+    }
+    convention.setFixDate("");
     convention.setLateDate(Date());
     convention.setLatest("0", file);
     EXPECT_STREQ(file.getFilename(), "201001010000");
