@@ -257,11 +257,11 @@ int NameConv::setOffset(char const * text)
 
 int NameConv::encode(Date const & date, int which, String & name)
 {
-    detail::NameTemplate const & pieces = which == 1 ? header_pieces : file_pieces;
+    bool const is_header = which == 1;
     std::string out;
-    encodePieces(pieces, date, out);
+    encodePieces(is_header ? header_pieces : file_pieces, date, out);
     name.assign(out);
-    return pieces.empty() ? 0 : 1;
+    return (is_header ? header_template : file_template).empty() ? 0 : 1;
 }
 
 void NameConv::encodePieces(detail::NameTemplate const & pieces, Date const & date, std::string & out)

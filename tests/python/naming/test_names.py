@@ -59,6 +59,11 @@ def test_types_become_names(spec, file, header, extension):
     assert (encode(convention)[1], encode(convention, 1)[1], convention.getExt()) == (file, header, extension)
 
 
+@pytest.mark.parametrize('spec, result', [('@%Y', (1, '2026')), ('@{}', (1, '')), ('@%e', (1, '')), ('@', (0, '')), ('none', (0, ''))])
+def test_only_an_empty_template_gives_no_name(spec, result):
+    assert encode(Yul.NameConv(spec)) == result
+
+
 @pytest.mark.parametrize('spec, when, found', [
     ('exact', 'la', 'two/2026111409.a'),
     ('exact', 'la#8', None),
