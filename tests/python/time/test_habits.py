@@ -28,6 +28,13 @@ def test_datetimes_come_back(moment):
     assert date.datetime == moment.replace(microsecond=0)
 
 
+@pytest.mark.parametrize('second', [0, 16, 59])
+@pytest.mark.parametrize('microsecond', [1, 499_999, 999_950, 999_999])
+def test_fractions_come_back_to_a_tenth_of_a_millisecond(second, microsecond):
+    moment = MOMENT.replace(second=second, microsecond=microsecond)
+    assert abs(Date.fromDatetime(moment).datetime - moment) <= timedelta(microseconds=100)
+
+
 def test_an_unset_date_is_no_moment():
     assert Date().datetime is None and np.isnat(Date().datetime64)
     assert not Date.fromDatetime64(np.datetime64('NaT')).isSet()

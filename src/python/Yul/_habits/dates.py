@@ -22,6 +22,9 @@ class ForeTime:
     """When a field holds, counted from its initial time."""
 
 
+LARGEST_FRACTION = 0.99999  # a second is a float: 59.999999 would be 60, and the whole second before it lost
+
+
 def _calendar_seconds(date):
     """Seconds since 1970 by the Gregorian calendar. The library's own count, which takes every fourth year as a leap
     year, is the same from 1901 to 2099."""
@@ -125,7 +128,7 @@ class Date:
             moment = moment.replace(tzinfo=timezone.utc)
         since = moment - datetime(1970, 1, 1, tzinfo=timezone.utc)
         date = cls(since.days * 86400 + since.seconds)
-        date.setFractionalSecond(since.microseconds / 1e6)
+        date.setFractionalSecond(min(since.microseconds / 1e6, LARGEST_FRACTION))
         return date
 
     @property
