@@ -1,6 +1,7 @@
 #include "core/File.h"
 
 #include "core/StrLib.h"
+#include "core/WriteAll.h"
 
 #include <cerrno>
 #include <csignal>
@@ -157,18 +158,13 @@ int File::write(std::string_view octets)
     return has_failed ? 0 : 1;
 }
 
-/// Hands octets to the operating system in as few pieces as it takes. The C library's buffer is passed by: when a signal
-/// comes in between it forgets what it holds.
+/// Hands octets to the operating system in as few pieces as it takes.
 void File::writeThrough(std::string_view octets)
 {
     if (octets.empty())
         return;
     IgnoreBrokenPipe const ignore;
-    while (!octets.empty() && !has_failed) {
-        ssize_t const taken = ::write(fileno(file), octets.data(), octets.size());
-        has_failed = taken < 0 && errno != EINTR;
-        octets.remove_prefix(taken > 0 ? static_cast<std::size_t>(taken) : 0);
-    }
+    has_failed = has_failed || !detail::writeAll(fileno(file), octets);
 }
 
 int File::reserve([[maybe_unused]] std::size_t octets)

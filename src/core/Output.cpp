@@ -1,5 +1,7 @@
 #include "core/Output.h"
 
+#include "core/WriteAll.h"
+
 #include <cstdio>
 
 namespace Yul::detail {
@@ -11,10 +13,8 @@ void (*exit_hook)() = nullptr;
 void write(std::FILE * stream, std::string_view text)
 {
     runFlushHook();
-    if (text.empty())
-        return;
-    std::fwrite(text.data(), 1, text.size(), stream);
-    std::fflush(stream);
+    std::fflush(stream); // what the host has written there comes first
+    (void)writeAll(fileno(stream), text);
 }
 
 } // namespace

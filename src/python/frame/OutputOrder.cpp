@@ -6,12 +6,17 @@
 namespace Yul::python {
 namespace {
 
-/// Calls a method without arguments and drops its result and its errors.
+/// Calls a method without arguments and drops its result and its errors; an interrupt of the user comes again when Python
+/// goes on.
 void callQuietly(PyObject * object, char const * method)
 {
     Ref const result(object != nullptr ? PyObject_CallMethod(object, method, nullptr) : nullptr);
-    if (!result)
-        PyErr_Clear();
+    if (PyErr_Occurred() == nullptr)
+        return;
+    bool const is_interrupt = PyErr_ExceptionMatches(PyExc_KeyboardInterrupt) != 0;
+    PyErr_Clear();
+    if (is_interrupt)
+        PyErr_SetInterrupt();
 }
 
 void flushStream(char const * name)

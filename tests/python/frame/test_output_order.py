@@ -2,6 +2,8 @@
 
 import os
 import subprocess
+import sys
+import time
 
 import pytest
 
@@ -117,3 +119,30 @@ y.Yul_sleep(0.1)
 y.Yul_print(str(len(ticks) - before))
 '''
     assert int(run(script).stdout) <= 1
+
+
+def test_signals_take_nothing_from_what_is_printed():
+    script = ('import signal, _Yul as y\n'
+              'signal.signal(signal.SIGALRM, lambda number, frame: None)\n'
+              'signal.setitimer(signal.ITIMER_REAL, 0.001, 0.001)\n'
+              'for i in range(3000):\n'
+              '    y.Yul_print(f"{i:05d} {\'x\' * 60}\\n")\n'
+              'signal.setitimer(signal.ITIMER_REAL, 0)\n')
+    with subprocess.Popen([sys.executable, '-c', script], stdout=subprocess.PIPE, text=True) as child:
+        time.sleep(0.5)  # the pipe is full, and the alarms come while the library waits
+        lines = child.stdout.read().splitlines()
+    assert child.returncode == 0 and [line[:5] for line in lines] == [f'{i:05d}' for i in range(3000)]
+
+
+def test_an_interrupt_while_streams_are_flushed_is_kept():
+    script = ('import sys, _Yul as y\n'
+              'class Stream:\n'
+              '    def flush(self): raise KeyboardInterrupt\n'
+              'try:\n'
+              '    standard, sys.stdout = sys.stdout, Stream()\n'
+              '    y.Yul_print("text\\n")\n'
+              '    while True: pass\n'
+              'except KeyboardInterrupt:\n'
+              '    print("interrupted", file=standard)\n'
+              '    sys.stdout = standard\n')
+    assert run(script, timeout=30).stdout == 'text\ninterrupted\n'
