@@ -63,10 +63,19 @@ def test_ls_reads_a_pipe_and_stops_with_its_reader(command, write_grib):
     assert (shell.returncode, shell.stderr, len(shell.stdout.splitlines())) == (0, '', 2)
 
 
+@pytest.fixture
+def terminal():
+    """Both ends of one, for tests that close them."""
+    try:
+        return pty.openpty()
+    except OSError as error:
+        pytest.skip(f'this machine has no terminals to give: {error}')
+
+
 @pytest.mark.parametrize('variables, coloured', [({}, True), ({'NO_COLOR': '1'}, False), ({'TERM': 'dumb'}, False)])
-def test_colours_only_for_a_terminal(command, write_grib, variables, coloured):
+def test_colours_only_for_a_terminal(command, write_grib, terminal, variables, coloured):
     name = write_grib(HEIGHT)
-    near, far = pty.openpty()
+    near, far = terminal
     command('ls', name, capture_output=False, stdout=far, text=False,
             env={key: value for key, value in os.environ.items() if key != 'NO_COLOR'} | {'TERM': 'xterm'} | variables)
     os.close(far)
