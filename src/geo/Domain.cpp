@@ -176,8 +176,6 @@ int Domain::setLimits()
     constexpr float MISS = Const::MISS;
     limits.setu(MISS, MISS, MISS, MISS);
     frame = detail::GridFrame{};
-    auto const is_spacing = [](float d) { return std::isfinite(d) && d != 0 && !isMissing(d); };
-    bool const has_spacing = is_spacing(val.dx) && is_spacing(val.dy);
     if (val.nx < 1 || val.ny < 1 || isMissing(val.dx) || isMissing(val.dy) || isMissing(val.clat) ||
         isMissing(val.clon))
         return 0;
@@ -189,8 +187,8 @@ int Domain::setLimits()
         return 0;
     limits.setu(static_cast<float>(c.a - half_width), static_cast<float>(c.b - half_height),
                 static_cast<float>(c.a + half_width), static_cast<float>(c.b + half_height));
-    if (!has_spacing)
-        return 1;
+    if (val.dx == 0 || val.dy == 0)
+        return 1; // limits, but no grid
     double const dx = val.dx;
     double const dy = val.dy;
     if (val.proj == RADIAL)
