@@ -35,7 +35,7 @@ public:
     /// warning when the arrays differ in length or memory is short.
     int add(std::span<float const> lats, std::span<float const> lons);
 
-    /// NaN and infinite values become missing. 0 with a warning for a station or a field that there is not.
+    /// NaN becomes missing. 0, and the value stays, for an infinite one and for a station or a field that there is not.
     int setValue(int station, int field, float value);
     /// One field of all stations in their order; infinite values become missing. 0 with a warning when there
     /// is no such field or another number of stations.
