@@ -53,6 +53,11 @@ def _set_domain(val, fields, params):
         val.setParam(i, value)
 
 
+def _set_projected(domain, val, view):
+    domain.set(val)
+    domain.setView(view)
+
+
 def _grid_values(grid):
     """Every field, and the values as octets of the machine's floats; numbers without an equal have to survive."""
     view = grid.view()
@@ -279,7 +284,7 @@ RECORDS = {
                  lambda spec, *values: [getattr(spec, f'set{part}')(value)
                                         for part, value in zip(('Var', 'Level', 'ForeTime', 'Model'), values)]),
     'DomainVal': (_domain_values, _set_domain),
-    'Domain': (lambda domain: (domain.get(),), lambda domain, val: None if val.isMiss() else domain.set(val)),
+    'Domain': (lambda domain: (domain.get(), domain.getView()), _set_projected),
     'Grid': (_grid_values, _set_grid),
     'StationData': (_station_values, _set_stations),
     'CityData': (lambda city: (tuple(city.location), str(city.id), str(city.name), str(city.country), city.elevation),

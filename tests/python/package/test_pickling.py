@@ -97,7 +97,8 @@ RECORDS = {
     DateRange: [DateRange(), DateRange(Date('2026111412'), 30, 60)],
     DateTool: [DateTool()],
     DateVal: [DateVal(), made(DateVal(), ('year', 2026), ('second', 1.5))],
-    Domain: [Domain(), Domain('lamb:e:40:-95:30:60,40,-95,101,81,0.5,0.25')],
+    Domain: [Domain(), Domain('lamb:e:40:-95:30:60,40,-95,101,81,0.5,0.25'),
+             made(Domain('40,-95,11,12,1,2'), ('setView', Rect(0.1, 0.2, 0.3, 0.4)))],  # without a projection
     DomainTool: [DomainTool()],
     DomainVal: [DomainVal(), Domain('ps:60:-100,40,-95,101,81,0.5,0.25').get()],
     EarthPoint: [EarthPoint(), EarthPoint(45, -120)],
