@@ -65,8 +65,12 @@ def start(arguments: Sequence[object] | None = None, keyed: Sequence[str | Seque
             items.add(*names, *(None,) * (4 - len(names)))
         return items
 
-    words = Strings()
+    words, places = Strings(), options(positional)
     for argument in sys.argv if arguments is None else arguments:
         words.add(str(argument))
-    ResrcDB.create(words, options(keyed), options(positional))
+    # What an earlier start took from its arguments gives way to this one's, where they would be joined to it.
+    for name in (places.get(i).getKey() for i in range(places.getNum())):
+        if _Yul.Yul_getResrcType(name) == _Yul.Resrc_COMMAND:
+            _Yul.Yul_addResrc(name, _Yul.Yul_getResrc(name), _Yul.Resrc_BASE)
+    ResrcDB.create(words, options(keyed), places)
     return settings

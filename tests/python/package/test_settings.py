@@ -50,6 +50,12 @@ def test_start_merges_files_environment_and_arguments(tmp_path, monkeypatch):
     assert (Yul.settings['area'], Yul.Yul.getResrcType('area')) == ('', _Yul.Resrc_ENV)
 
 
+def test_a_second_start_takes_its_own_arguments():
+    for arguments, first, rest in (('a b c', 'a', 'b\nc'), ('d e', 'd', 'e'), ('-again_first f g', 'f\ng', 'e')):
+        Yul.start(['forecast', *arguments.split()], ['again_first'], ['again_first', 'again_rest'])
+        assert (Yul.settings['again_first'], Yul.settings['again_rest']) == (first, rest)
+
+
 def test_options_keep_copies_of_their_texts():
     items = Yul.ResrcDBList()
     item = Yul.ResrcDBItem('k' * 50, None, 'b' * 50, 'h' * 50)
