@@ -101,6 +101,7 @@ int SfcWmoFile::setType(char const * name)
     if (form == nullptr)
         return 0;
     wanted = form;
+    std::erase_if(reports, [this](SfcWmoData const & report) { return report.type != wanted->type; });
     return 1;
 }
 
@@ -112,8 +113,11 @@ int SfcWmoFile::setDate(Date const & date)
 
 int SfcWmoFile::read(SfcWmoData & report)
 {
+    if (place != getNumMoves())
+        reports.clear();
     while (reports.empty() && getProduct(bulletin) != 0)
         split();
+    place = getNumMoves();
     if (reports.empty()) {
         report.init();
         return 0;

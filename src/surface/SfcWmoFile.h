@@ -32,7 +32,8 @@ public:
     /// the library's initial time counts, and without that the clock.
     int setDate(Date const & date);
 
-    /// The next report; 0, with the report cleared, at the end of all files.
+    /// The next report; 0, with the report cleared, at the end of all files. Goes on where the feed has been set to:
+    /// what is left of another place's bulletin is forgotten.
     int read(SfcWmoData & report);
     using WmoParse::read;
 
@@ -83,6 +84,7 @@ private:
     int num_reports = 0;
     WmoProduct bulletin;
     std::deque<SfcWmoData> reports; // of the bulletin, not handed out yet
+    unsigned place = 0;             // of the reader, when it split them off
 };
 
 } // namespace Yul

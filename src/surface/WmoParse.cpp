@@ -122,6 +122,7 @@ void WmoParse::resetState()
     is_search_pending = true;
     is_at_known_place = is_chosen = false;
     search_floor = line_position = heading_position = bulletin_position = run_begin = run_end = 0;
+    ++num_moves;
 }
 
 int WmoParse::rewind()
@@ -147,6 +148,7 @@ int WmoParse::seek(long position)
     search_floor = run_begin = run_end = position;
     previous_state = state = detail::LINE_NONE;
     is_search_pending = is_at_known_place = false;
+    ++num_moves;
     return 1;
 }
 

@@ -127,6 +127,10 @@ public:
     /// A zone line against a zone, see detail::matchZone.
     [[nodiscard]] static int checkZone(char const * line, char const * zone);
 
+protected:
+    /// Another number once the reader has been set to another place than behind what it read last.
+    [[nodiscard]] unsigned getNumMoves() const noexcept { return num_moves; }
+
 private:
     [[nodiscard]] bool usesIndex() const noexcept { return wants_index && index.isOpen(); }
 
@@ -187,6 +191,7 @@ private:
     long line_position = 0;
     long heading_position = 0;
     long bulletin_position = 0; // of the start line
+    unsigned num_moves = 0;
 };
 
 } // namespace Yul

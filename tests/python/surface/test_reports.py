@@ -122,6 +122,20 @@ def test_kind_heading_and_country_follow_from_the_bulletin(write_feed):
     assert found[2].position > 60
 
 
+def test_reading_goes_on_where_the_feed_is_set_to(write_feed):
+    """Of a bulletin that has been left nothing more comes."""
+    parts = [bulletin('SAUS70 KWBC 060000', f'KAA{i} NIL=', f'KBB{i} NIL=', f'KCC{i} NIL=', f'SPECI KDD{i} NIL=') + '\n' for i in range(2)]
+    name, other = write_feed(*parts), write_feed(bulletin('SAUS70 KWBC 060000', 'SPECI KOTH NIL='), name='other')
+    file, report = SfcWmoFile(name), SfcWmoData()
+    for go, expected in ((file.rewind, 'KAA0'), (lambda: file.setLoc(0), 'KAA0'), (lambda: file.seek(len(parts[0])), 'KAA1'),
+                         (lambda: file.setType('SPECI'), 'KDD1'), (lambda: file.open(other), 'KOTH'), (lambda: file.open(name), 'KDD0'),
+                         (file.close, '')):
+        file.read(report)
+        go()
+        file.read(report)
+        assert report.station == expected
+
+
 def test_a_heading_among_the_lines_counts(write_feed):
     found = list(reports(write_feed(bulletin('SAUS70 KWBC 060000', 'KMYJ NIL', 'SACN31 CWAO 060100 CCA', 'CYUL NIL=')), date=TAKEN))
     assert [(r.heading, r.country, r.time.hour, r.position) for r in found] == [
