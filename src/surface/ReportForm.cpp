@@ -25,8 +25,10 @@ constexpr ReportForm FORMS[] = {
     {"QQDD", "PILOT", ReportLayout::UPPER_SHIP},
 };
 
-/// Words that a report may have between its word and its station.
-constexpr std::string_view CORRECTIONS[] = {"COR", "AMD", "RTD"};
+/// Words that a report may have between its word and its station, as it may have "CCA".
+constexpr std::string_view CORRECTED = "COR";
+constexpr std::string_view AMENDED = "AMD";
+constexpr std::string_view DELAYED = "RTD";
 
 /// Words of four letters that may stand in front of a time within a report.
 constexpr std::string_view NO_STATIONS[] = {"NEXT", "LAST", "TILL", "FROM", "UNTL"};
@@ -62,10 +64,10 @@ bool isNil(std::string_view group)
     return group == "NIL";
 }
 
-bool isCorrection(std::string_view group)
+/// A word about the report as a whole.
+bool isMark(std::string_view group)
 {
-    return std::find(std::begin(CORRECTIONS), std::end(CORRECTIONS), group) != std::end(CORRECTIONS) ||
-           fits(group, "CCu");
+    return group == DELAYED || isCorrection(group);
 }
 
 bool isAirport(std::string_view group)
@@ -117,15 +119,17 @@ ReportLabel readAirport(Groups groups, bool is_named)
 {
     ReportLabel label;
     std::size_t i = 0;
-    for (; isCorrection(at(groups, i)); ++i)
-        label.is_corrected = true;
+    auto const passMarks = [&] {
+        for (; isMark(at(groups, i)); ++i)
+            label.is_corrected = label.is_corrected || isCorrection(groups[i]);
+    };
+    passMarks();
     if (isAirportTime(at(groups, i)))
         ++i;
     if (!isAirport(at(groups, i)))
         return label;
     std::string_view const station = groups[i++];
-    for (; isCorrection(at(groups, i)); ++i)
-        label.is_corrected = true;
+    passMarks();
     std::string_view const time = at(groups, i);
     if (fits(time, "ddddZ"))
         label.time = {Const::MISS, Const::MISS, toInt(time.substr(0, 2)), toInt(time.substr(2, 2))};
@@ -255,6 +259,11 @@ ReportForm const * findReportForm(Groups groups)
     return is_upper_air && readLabel(*form, groups, {}).station.empty() ? nullptr : form;
 }
 
+bool isCorrection(std::string_view group)
+{
+    return group == CORRECTED || group == AMENDED || fits(group, "CCu");
+}
+
 bool isSectionWord(ReportForm const & form) noexcept
 {
     return form.layout == ReportLayout::LAND || form.layout == ReportLayout::COAST ||
@@ -265,8 +274,10 @@ bool beginsReport(ReportForm const & form, Groups groups, std::string_view stati
 {
     switch (form.layout) {
     case ReportLayout::AIRPORT: {
-        std::size_t const i = isCorrection(at(groups, 0)) ? 1 : 0;
-        return isAirport(at(groups, i)) && (fits(at(groups, i + 1), "ddddddZ") || isNil(at(groups, i + 1)));
+        std::size_t const i = isMark(at(groups, 0)) ? 1 : 0;
+        std::string_view const time = at(groups, i + 1);
+        bool const is_time = fits(time, "ddddddZ") || (fits(time, "dddddd") && isWind(at(groups, i + 2)));
+        return isAirport(at(groups, i)) && (is_time || isNil(time));
     }
     case ReportLayout::LAND:
     case ReportLayout::COAST: {
@@ -303,7 +314,7 @@ std::size_t headLength(ReportForm const & form, Groups groups)
     if (isSectionWord(form))
         return n + (fits(at(groups, n), "ddddx") ? 1 : 0);
     if (form.layout == ReportLayout::AIRPORT) {
-        while (isCorrection(at(groups, n)) || isAirportTime(at(groups, n)))
+        while (isMark(at(groups, n)) || isAirportTime(at(groups, n)))
             ++n;
     }
     return n;

@@ -37,6 +37,8 @@ using Groups = std::span<std::string_view const>;
 /// The form of the type or word, in any case; null for others.
 [[nodiscard]] ReportForm const * findReportType(std::string_view name);
 
+/// Whether the group says that what it stands in corrects or amends another.
+[[nodiscard]] bool isCorrection(std::string_view group);
 /// Whether the word stands once for a section, with a group of its own, and is no part of the reports.
 [[nodiscard]] bool isSectionWord(ReportForm const & form) noexcept;
 /// Whether these groups, without a word in front, are surely the beginning of a report of the form.

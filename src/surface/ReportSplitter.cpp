@@ -51,8 +51,7 @@ void ReportSplitter::startBulletin(ReportForm const * default_form)
 {
     finish();
     form = default_form;
-    section.clear();
-    section_group = {};
+    section = {};
 }
 
 void ReportSplitter::addLine(std::string_view line)
@@ -89,14 +88,14 @@ void ReportSplitter::addPiece(std::string_view piece, bool begins_line)
         finish();
     if (named != nullptr) {
         form = named;
-        section.clear();
-        section_group = {};
+        section = {};
     }
     Groups piece_left = piece_groups;
-    bool const lacks_group = form != nullptr && section == form->word && isSectionWord(*form);
+    bool const lacks_group = form != nullptr && section.text == form->word && isSectionWord(*form);
     if (lacks_group && groups.empty() && isSectionGroup(*form, piece_groups)) {
-        section_group = piece_groups.front();
-        section = std::string(form->word) + ' ' + std::string(section_group);
+        section.group = piece_groups.front();
+        section.text += ' ';
+        section.text += section.group;
         piece_left = piece_left.subspan(1);
     }
     groups.insert(groups.end(), piece_left.begin(), piece_left.end());
@@ -113,11 +112,12 @@ void ReportSplitter::takeHead()
     if (length < groups.size() && !isSectionWord(*form))
         return; // the word belongs to this report
     auto const head_end = groups.begin() + static_cast<std::ptrdiff_t>(length);
-    section_group = isSectionWord(*form) && length > 1 ? groups[1] : std::string_view();
+    section.group = isSectionWord(*form) && length > 1 ? groups[1] : std::string_view();
     std::vector<std::string_view> kept(groups.begin(), head_end);
     if (!isSectionWord(*form)) // a time of the bulletin, "METAR 060000"
         std::erase_if(kept, [](std::string_view group) { return isDigit(group.front()); });
-    section = joined(kept);
+    section.text = joined(kept);
+    section.is_corrected = std::any_of(kept.begin(), kept.end(), isCorrection);
     groups.erase(groups.begin(), head_end);
 }
 
@@ -126,11 +126,13 @@ void ReportSplitter::finish()
     if (form != nullptr && !groups.empty()) {
         SplitReport report;
         report.form = form;
-        report.label = readLabel(*form, groups, section_group);
+        report.label = readLabel(*form, groups, section.group);
         if (!report.label.station.empty()) {
             report.text = joined(groups);
-            if (groups.front() != form->word)
-                report.section = section.empty() ? form->word : section;
+            if (groups.front() != form->word) {
+                report.section = section.text.empty() ? form->word : section.text;
+                report.label.is_corrected = report.label.is_corrected || section.is_corrected;
+            }
             done(report);
         }
     }

@@ -38,13 +38,20 @@ public:
     void finish();
 
 private:
+    /// What stands once for several reports.
+    struct Section
+    {
+        std::string text;       // the word and what belongs to it
+        std::string_view group; // "06004" of "AAXX 06004"
+        bool is_corrected = false;
+    };
+
     void addPiece(std::string_view piece, bool begins_line);
     void takeHead();
 
     std::function<void(SplitReport &)> done;
     ReportForm const * form = nullptr;
-    std::string section;                  // the word and what belongs to it
-    std::string_view section_group;       // "06004" of "AAXX 06004"
+    Section section;
     std::vector<std::string_view> groups; // of the report at hand
     std::vector<std::string_view> piece_groups;
 };

@@ -36,6 +36,9 @@ CASES = {
                                    'KP30 052350Z 00000KT', 'COR KP31 052350Z 00000KT'],
         ['METAR KP28 052356: METAR KP28 052356Z AUTO 01004KT T00561072', 'SPECI KP29 052356: SPECI KP29 052356Z A3001',
          'SPECI KP30 052350: KP30 052350Z 00000KT', 'SPECI KP31 052350: COR KP31 052350Z 00000KT']),
+    'times without a Z': (
+        'SAXX43 XXXX 060000', ['METAR', 'KP28 052356 01004KT 9999', 'TEMPO 3000 RA', 'KP29 052356 VRB02MPS', 'KP30 052350 9999'],
+        ['METAR KP28 052356: KP28 052356 01004KT 9999 TEMPO 3000 RA', 'METAR KP29 052356: KP29 052356 VRB02MPS KP30 052350 9999']),
     'stations without a report': (
         'SAMP31 LMMM 060000', ['METAR HLLT NIL=', 'METAR NCAI 060000Z AUTO', 'NIL=', 'METAR HLLB 060000Z  NIL =', 'NNNN'],
         ['METAR HLLT 060000: METAR HLLT NIL', 'METAR NCAI 060000: METAR NCAI 060000Z AUTO NIL',
@@ -120,6 +123,13 @@ def test_kind_heading_and_country_follow_from_the_bulletin(write_feed):
         ('SACN31 CWAO 060000', SfcWmoData.CANADA, SfcWmoData.HOURLY, True, True, 0),
         ('SMRO01 YRBK 061200 CCA', SfcWmoData.ELSEWHERE, SfcWmoData.SYNOPTIC, False, False, found[2].position)]
     assert found[2].position > 60
+
+
+def test_corrections_of_a_section_count_for_its_reports(write_feed):
+    name = write_feed(bulletin('FTUS43 KOAX 060000', 'TAF AMD', 'KOMA 060001Z 0600/0624=', 'KLNK 060001Z 0600/0624=', 'TAF KOFF 060000Z 0600/0624='),
+                      bulletin('SAUS70 KWBC 060000', 'METAR COR', 'KMYJ NIL=', 'METAR', 'KMYK NIL=', 'METAR RTD KMYL 052350Z='))
+    assert [(r.station, r.corrected) for r in reports(name)] == [
+        ('KOMA', True), ('KLNK', True), ('KOFF', False), ('KMYJ', True), ('KMYK', False), ('KMYL', False)]
 
 
 def test_reading_goes_on_where_the_feed_is_set_to(write_feed):
