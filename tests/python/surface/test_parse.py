@@ -74,6 +74,7 @@ def test_lines_come_with_codes_headings_and_positions(write_feed):
     ('**SA', False), (' \1\r\r\n', False), ('', False), (None, False)])
 def test_what_begins_a_bulletin(text, is_start):
     assert _Yul.WmoParse_isStart(text) is is_start
+    assert _Yul.WmoParse_isStart(_Yul.new_WmoParse(), text) is is_start
 
 
 @pytest.mark.parametrize('line, heading', [

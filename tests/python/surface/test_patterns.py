@@ -72,3 +72,4 @@ def test_headings_match_patterns(heading, identifier, pattern, matches, mark, ca
     ('WIZ063>065-070-', 'WI', 0), ('WIZ063>065-070-', '', 0), ('WIZ---------------', 'WIZ000', 1)])
 def test_zone_lines(line, zone, matches):
     assert _Yul.WmoParse_checkZone(line, zone) == matches
+    assert _Yul.WmoParse_checkZone(_Yul.new_WmoParse(), line, zone) == matches
