@@ -41,19 +41,26 @@ std::optional<WmoIndexEntry> readEntry(std::string_view line)
 bool WmoIndex::open(char const * name)
 {
     last_offset = -1;
+    last_line = 0;
     return File::isRegular(name) && feed.open(name);
 }
 
 bool WmoIndex::rewind()
 {
     last_offset = -1;
+    last_line = 0;
     return feed.seek(0);
+}
+
+bool WmoIndex::stepBack()
+{
+    return feed.jump(last_line);
 }
 
 bool WmoIndex::next(WmoIndexEntry & entry)
 {
     std::string_view line;
-    while (feed.next(line)) {
+    for (long begin = feed.position(); feed.next(line); begin = feed.position()) {
         if (feed.isCut() && line.find('/') == std::string_view::npos) {
             feed.putBack();
             return false;
@@ -63,6 +70,7 @@ bool WmoIndex::next(WmoIndexEntry & entry)
             continue;
         entry = *found;
         last_offset = entry.offset;
+        last_line = begin;
         if (Yul::isDebug(6))
             Yul::outDebug(6, "HDR %ld %s / %s\n", entry.offset, std::string(entry.heading).c_str(),
                           std::string(entry.identifier).c_str());

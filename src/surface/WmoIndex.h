@@ -7,8 +7,9 @@
 
 namespace Yul::detail {
 
-/// A line of an index file, "offset heading / identifier": where a bulletin's start line lies in the feed.
-/// Heading and identifier are cut to 120 characters and trimmed; they live until the next line is read.
+/// A line of an index file, "offset heading / identifier": where a bulletin's start line, or its heading, lies
+/// in the feed. Heading and identifier are cut to 120 characters and trimmed; they live until the next line is
+/// read.
 struct WmoIndexEntry
 {
     long offset = 0;
@@ -30,6 +31,8 @@ public:
     /// that is being written.
     [[nodiscard]] bool next(WmoIndexEntry & entry);
     bool rewind();
+    /// The entry read last comes again; the first, when none has been read.
+    bool stepBack();
 
     /// The offset read last, -1 before the first.
     [[nodiscard]] long offset() const noexcept { return last_offset; }
@@ -37,6 +40,7 @@ public:
 private:
     LineFeed feed;
     long last_offset = -1;
+    long last_line = 0; // where the entry read last begins in the index
 };
 
 } // namespace Yul::detail

@@ -223,7 +223,9 @@ int WmoParse::setLoc(long offset)
         return 0;
     if (!usesIndex())
         return seek(offset);
-    if (offset <= index.offset())
+    if (offset == index.offset())
+        index.stepBack();
+    else if (offset < index.offset())
         index.rewind();
     detail::WmoIndexEntry entry;
     do {

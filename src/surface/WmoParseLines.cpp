@@ -142,6 +142,8 @@ void WmoParse::classify(std::string_view line)
         bulletin_position = line_position;
         is_chosen = is_chosen && is_named;
         takeHeading(starredHeading(line));
+    } else if (is_named && line.starts_with(heading)) {
+        takeHeading(line); // the index gives the place of the heading itself
     } else {
         searchIdentifier(line);
         classifyData(line);

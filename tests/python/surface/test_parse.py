@@ -224,6 +224,31 @@ def test_peek_lists_what_the_pattern_selects(indexed, write_feed):
     assert _Yul.WmoParse_peek(feed_of(name), product) == 0
 
 
+def test_setLoc_after_each_peek(indexed, write_feed):
+    """The index goes on behind the entry of the bulletin that was chosen."""
+    name, offsets = indexed
+    index = write_feed(index_lines(offsets, 0, 1, 2, 3, 4), name='index')
+    feed, product, line, seen = feed_of(name, index, 'S'), _Yul.new_WmoProduct(), _Yul.new_String(), []
+    while _Yul.WmoParse_peek(feed, product):
+        assert _Yul.WmoParse_setLoc(feed, _Yul.WmoProduct_getLoc(product)) == 1
+        assert _Yul.WmoParse_getLine(feed, line) == 16
+        seen.append(_Yul.String_get(line).strip())
+    assert seen == ['line 0', 'line 2', 'line 3']
+    assert _Yul.WmoParse_setLoc(feed, offsets[4]) == 1 and _Yul.WmoParse_setLoc(feed, offsets[4] + 1) == 0
+
+
+@pytest.mark.parametrize('heading', ['SAUS70 KWBC 060000', 'SAUS70 KWBC 060000 RRA', '** SAUS70 KWBC 060000 ****'])
+def test_the_index_may_point_at_the_heading(heading, write_feed, lines_of):
+    parts = ['\1\r\r\n1 \r\r\n' if heading[0] == 'S' else '', f'{heading}\r\r\nid\r\r\n', 'line {}\r\r\n']
+    name = write_feed(*(''.join(parts).format(i) for i in range(3)))
+    offsets = [i * len(''.join(parts).format(0)) + len(parts[0]) for i in range(3)]
+    index = write_feed(''.join(f'{at} SAUS70 KWBC 060000 / id\n' for at in offsets), name='index')
+    feed = feed_of(name, index, 'SAUS')
+    assert data(lines_of(feed)) == [0, 1, 2]
+    assert _Yul.WmoParse_getHeader(feed) == heading.strip('* ') and _Yul.WmoParse_getAwip(feed) == 'id'
+    assert _Yul.WmoParse_setLoc(feed, offsets[1]) == 1 and data(lines_of(feed)) == [1, 2]
+
+
 def test_setLoc_chooses_a_bulletin(indexed, write_feed, lines_of):
     name, offsets = indexed
     index = write_feed(index_lines(offsets, 0, 1, 2, 3, 4), name='index')
