@@ -84,13 +84,10 @@ PyObject * disown(PyObject * pointer, PyObject *)
     Py_RETURN_NONE;
 }
 
-/// An item of a list stays the list's.
+/// What the library hands out stays the library's.
 PyObject * acquire(PyObject * pointer, PyObject *)
 {
-    if (self(pointer).locate != nullptr)
-        Py_RETURN_NONE;
-    self(pointer).own = self(pointer).live != nullptr;
-    self(pointer).is_borrowed = false;
+    self(pointer).own = self(pointer).live != nullptr && !self(pointer).is_borrowed;
     Py_RETURN_NONE;
 }
 

@@ -124,6 +124,18 @@ def test_parts_keep_the_whole_alive_and_end_with_it():
         f.Thing_getNumber(part)
 
 
+def test_what_the_library_hands_out_is_not_acquired():
+    thing, things, members, before = Thing(1), f.new_Things(), f.new_Members(), f.Thing_count()
+    f.Things_add(things, thing)
+    for handed_out in (f.Thing_self(thing), f.Things_get(things, 0), f.Members_thing_get(members)):
+        handed_out.this.acquire()
+        assert handed_out.this.own(True) is False and handed_out.this.own() is False
+        del handed_out
+    assert f.Thing_count() == before + 1 and thing.this.own()
+    f.delete_Things(things)
+    f.delete_Members(members)
+
+
 def test_compares_as_the_class_does():
     small, large = Thing(1), Thing(2)
     assert f.Thing___lt__(small, large) is True and f.Thing___gt__(small, large) is False
