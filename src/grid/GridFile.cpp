@@ -141,7 +141,7 @@ template <class Operation> int GridFile::inSomeFile(Operation const & operation)
         return 0;
     }
     while (operation() == 0)
-        if (grib.isBad() || next_file >= files.getNum() || !openNextFile())
+        if (isBad() || next_file >= files.getNum() || !openNextFile())
             return 0;
     return 1;
 }

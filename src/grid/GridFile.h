@@ -76,6 +76,9 @@ public:
     /// See GribFile::setMaxBad.
     int setMaxBad(int max, float threshold) { return grib.setMaxBad(max, threshold); }
 
+    /// GRIB: whether the field that was just read was found to be bad. `read` has given 0, but the file has not ended.
+    [[nodiscard]] bool isBad() const noexcept { return grib.isBad(); }
+
     /// See GribFile::setValueBits.
     int setValueBits(int bits) { return grib.setValueBits(bits); }
 
@@ -95,8 +98,10 @@ public:
     /// the list holds the grids before it.
     int read(Grids & grids);
 
-    /// The fields of the next grid, without its values; `readData` then gives these. On 0 the grid has no values.
+    /// The fields of the next grid, without its values.
     int readHdr(Grid & grid);
+    /// The values behind the header that was just read; 0 with a warning when none was, and for values that are damaged or bad:
+    /// the grid has none then.
     int readData(Grid & grid);
     /// The same as `readHdr`, but the grid is there to be read again.
     int peek(Grid & grid);

@@ -82,7 +82,8 @@ public:
 
     /// The next header: the fields of the grid, which is then without values.
     int readHdr(Grid & grid);
-    /// The values behind the header that was just read; 0 with a warning when none was. On 0 the grid has no values.
+    /// The values behind the header that was just read; 0 with a warning when none was, and for values that are damaged: the
+    /// grid has none then.
     int readData(Grid & grid);
     /// The same as `readHdr`, but the header is there to be read again.
     int peek(Grid & grid);

@@ -39,6 +39,7 @@ void bindGridFile(Module & m)
         .method("setMaxBad", overload<int(int)>(&GridFile::setMaxBad),
                 overload<int(int, float)>(&GridFile::setMaxBad))
         .method("setValueBits", &GridFile::setValueBits)
+        .method("isBad", &GridFile::isBad)
         .method("setMissValue", &GridFile::setMissValue)
         .method("read", overload<int(Grid &)>(&GridFile::read),
                 overload<int(char const *, Grid &)>(&GridFile::read),

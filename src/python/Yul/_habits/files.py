@@ -44,8 +44,13 @@ class GridReader(Closing):
 
     def __iter__(self) -> Iterator[Grid]:
         self._check_open()
-        while self.read(grid := classes['Grid']()):
-            yield grid
+        while (is_read := self.read(grid := classes['Grid']())) or self._has_bad():
+            if is_read:
+                yield grid
+
+    def _has_bad(self):
+        """Whether the grid that could not be read was one of bad data, behind which the file goes on."""
+        return False
 
     def _headers(self):
         """The fields from here on, each described in one Grid without values that is used again."""
@@ -106,6 +111,9 @@ class GribFile(GridReader):
 
     _more_keys = ('member', 'derived', 'percentile', 'probability', 'lower', 'upper')
 
+    def _has_bad(self):
+        return self.isBad()
+
     def _record(self, grid):
         header = self.getHeader()
         numbers = (header.getMember(), header.getDerived(), header.getPercentile(), header.getProbability(),
@@ -119,3 +127,6 @@ class GridYulFile(GridReader):
 
 class GridFile(GridReader):
     """A file of grids in any form that the library reads. Iterating gives the grids from here on, each a new Grid."""
+
+    def _has_bad(self):
+        return self.isBad()
