@@ -14,22 +14,18 @@ def _fields(date):
 
 
 def _date_values(date):
-    """The fields in UTC, the zone that they are shown in, and whether seconds and weekday were reckoned from them."""
-    from . import Date
-    utc = Date(date)
-    offset, name = date.getZoneOffset(), date.getZoneName()
-    if offset:
-        utc.changeTimezone(0, 'Z')
-    return _fields(utc), offset, name, date.getDayOfWeek() != MISS
+    """The fields, the seconds, which may know more than the fields (None where none are reckoned), and the zone."""
+    seconds = date.getSeconds()
+    is_reckoned = seconds != MISS or date.getDayOfWeek() != MISS
+    return _fields(date), seconds if is_reckoned else None, date.getZoneOffset(), date.getZoneName()
 
 
-def _set_date(date, fields, offset, name, is_reckoned=True):
-    if is_reckoned:
-        date.set(*fields)
-    else:
-        _set_fields(date, *fields)
-    if offset or name != 'Z':
-        date.changeTimezone(offset, name)
+def _set_date(date, fields, seconds, offset, name):
+    from . import DateVal
+    if seconds is not None:
+        date.set(DateVal(), offset, name)
+        date.set(seconds)
+    _set_fields(date, *fields)
 
 
 def _set_fields(date, *fields):
@@ -88,12 +84,11 @@ def _set_grid(grid, fields, size, values):
 
 
 def _zone_values(zone):
-    """The text that gives the zone, its offset half a second larger, since reading it cuts fractions off."""
+    """The text that gives the zone."""
     if not zone.isSet():
         return ()
     clock = {1: '+', -1: '-'}.get(zone.getPM(), '')
-    offset = zone.getOffset()
-    return (f'{clock}{zone.getName()}:{(offset + (offset > 0) / 2 - (offset < 0) / 2) / 3600:.12f}',)
+    return (f'{clock}{zone.getName()}:{zone.getOffset() / 3600:.12f}',)
 
 
 def _set_range(window, center, before, after):

@@ -93,7 +93,10 @@ RECORDS = {
                 made(ColorFill(), ('setNumColors', 10), ('setBase', -5.0))],
     ColorMap: [ColorMap(0), colors()],
     Const: [Const()],
-    Date: [Date(), made(Date(), ('year', 2026), ('day', 3)), Date(MISS, MISS, MISS, MISS, MISS, MISS), Date(2026, 11, 14, 12, 45, 30.25), Date('20261114'), zoned()],
+    Date: [Date(), made(Date(), ('year', 2026), ('day', 3)), Date(MISS, MISS, MISS, MISS, MISS, MISS), Date(2026, 11, 14, 12, 45, 30.25), Date('20261114'), zoned(),
+           made(Date('20261114'), ('addMinutes', 90)),  # the seconds know of the hour
+           made(Date(2026, 1, 31, 12, 0, 0.0), ('addMonths', 1)),
+           made(Date(), ('set', made(DateVal(), ('hour', 5), ('second', 30.25)), -16200, 'VET'))],
     DateRange: [DateRange(), DateRange(Date('2026111412'), 30, 60)],
     DateTool: [DateTool()],
     DateVal: [DateVal(), made(DateVal(), ('year', 2026), ('second', 1.5))],
