@@ -29,9 +29,9 @@ public:
     int init();
 
     /// Chooses the convention: a data type, "type:k=value:...,header,extension,min=...,size=...", looked up
-    /// in the name-convention file; "@template" takes the template as it stands; "none" none at all. return
-    /// 1; 0 for an empty text, and, with a warning, when there is no name-convention file (the type name is
-    ///         then the template).
+    /// in the name-convention file; "@template" takes the template as it stands; "none" none at all.
+    /// return  1; 0 for an empty text, and, with a warning, when there is no name-convention file (the type
+    ///         name is then the template).
     int set(char const * spec);
 
     /// The file is to be written: searches accept the first name without looking at the disk.

@@ -6,6 +6,7 @@
 #include "core/Yul.h"
 #include "naming/NameConv.h"
 #include "naming/NameConvFile.h"
+#include "time/Civil.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -14,9 +15,6 @@ namespace Yul {
 namespace {
 
 constexpr std::size_t MAX_DATE_DIGITS = 12; // YYYYMMDDHHmm
-constexpr long DAY_SECONDS = 86400;
-constexpr long HOUR_SECONDS = 3600;
-constexpr long MINUTE_SECONDS = 60;
 
 /// Takes up to n digits from the front of the text.
 std::string_view takeDigits(std::string_view & text, std::size_t n)
@@ -84,7 +82,8 @@ long takeOffset(std::string_view & text)
             rest = behind;
     }
     text = rest;
-    return direction * (days * DAY_SECONDS + hours * HOUR_SECONDS + minutes * MINUTE_SECONDS);
+    return direction * (days * detail::SECONDS_PER_DAY + hours * detail::SECONDS_PER_HOUR +
+                        minutes * detail::SECONDS_PER_MINUTE);
 }
 
 /// Years 1 to 9999: a search that leaves them ends.
@@ -273,7 +272,7 @@ long NameConv::stepLimit() const
 {
     long limit = late_limit;
     if (!detail::isMissing(late_minutes) && step > 0)
-        limit = std::max(limit, late_minutes * MINUTE_SECONDS / step + 1);
+        limit = std::max(limit, late_minutes * detail::SECONDS_PER_MINUTE / step + 1);
     return limit;
 }
 

@@ -33,7 +33,7 @@ struct NamePiece
     std::string text; ///< the text itself, the directory's resource, or the key's character
 };
 
-/// The step between file times of a template without a day, hour or minute code is Const::MISS.
+/// A template, piece by piece.
 using NameTemplate = std::vector<NamePiece>;
 
 /// Reads a template. Blanks become "_", braces outside a code vanish, "%%" is a percent sign; a "%" or "%{"
@@ -41,8 +41,7 @@ using NameTemplate = std::vector<NamePiece>;
 [[nodiscard]] NameTemplate parseNameTemplate(std::string_view text);
 
 /// Seconds between the times that a template tells apart: the smallest of a day (%d, %j), an hour (%h) and a
-/// minute
-/// (%n), each times its number (at least 1); Const::MISS without any of them.
+/// minute (%n), each times its number (at least 1); Const::MISS without any of them.
 [[nodiscard]] int nameTemplateStep(NameTemplate const & pieces);
 
 } // namespace Yul::detail

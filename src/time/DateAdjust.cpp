@@ -4,8 +4,7 @@
 namespace Yul {
 namespace {
 
-// Up to these distances a time stays in the same day, month or year. (long: unchecked fields may hold any
-// int.)
+// Up to these distances a time stays in the same day, month or year. (long: unchecked fields may hold any int.)
 constexpr long HALF_DAY = 12; // hours
 constexpr long NEAR_DAYS = 5;
 constexpr long NEAR_MONTHS = 5;

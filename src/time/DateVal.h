@@ -22,13 +22,14 @@ public:
     /// Brings the fields into range; missing fields stay missing. A negative year becomes 1980; a year below
     /// 50 gains 2000, and what is then below 200 gains 1900 (26 is 2026, 99 is 1999, 126 is 2026). A month
     /// outside 1..12 or a day outside 1..31 becomes 1, an hour outside 0..23, a minute outside 0..60 or a
-    /// second outside 0..60 (NaN too) becomes 0. return  1; 0 when all six fields are missing.
+    /// second outside 0..60 (NaN too) becomes 0.
+    /// return  1; 0 when all six fields are missing.
     int validate();
 
     /// Validates, then counts the seconds from 1970-01-01 00:00:00 to this time by the every-fourth-year leap
     /// rule (exact for 1901..2099; kept beyond: 2100 counts as a leap year). Missing fields add nothing, so
-    /// an hour and a minute alone give seconds of the day. The fraction of the second is cut off. return
-    /// seconds; Const::MISS when all six fields are missing.
+    /// an hour and a minute alone give seconds of the day. The fraction of the second is cut off.
+    /// return  seconds; Const::MISS when all six fields are missing.
     long computeSecs();
 
     /// Prints "2026/11/14 12:45:30.000" and a newline, "M" for a missing field.

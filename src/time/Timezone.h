@@ -18,7 +18,8 @@ public:
     int init();
     /// Reads "CST:-6": name and hours ahead of UTC, which may have a fraction; hours that cannot be read
     /// count as 0. A "+" before the name asks for the 12-hour clock, a "-" for the 12-hour clock with the UTC
-    /// time in brackets. return  1; 0 for an empty or null text, which resets the zone.
+    /// time in brackets.
+    /// return  1; 0 for an empty or null text, which resets the zone.
     int set(char const * text);
 
     /// Whether there is an offset.
