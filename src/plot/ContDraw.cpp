@@ -284,6 +284,7 @@ void drawPlacedTexts(Plot & plot, std::vector<detail::PlacedText> const & texts)
         }
     }
     graph.setTextDirection(0, 1);
+    graph.setTran(Plot::MAP_TRAN);
 }
 
 } // namespace

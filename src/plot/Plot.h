@@ -31,8 +31,8 @@ namespace Yul {
 ///     plot.close();
 ///
 /// The map takes transform 0 of the graph, with the plane of the plot domain as its window; transform 1
-/// measures the whole page in NDC. Texts may be null, which counts as empty. Operations return 1, or 0 for
-/// failure.
+/// measures the whole page in NDC. Every layer leaves the graph with that of the map. Texts may be null, which
+/// counts as empty. Operations return 1, or 0 for failure.
 class Plot : public Listener
 {
 public:

@@ -180,6 +180,16 @@ def test_the_next_panel_after_the_last_is_the_first():
     assert boxes[2] == boxes[0] != boxes[1]
 
 
+def test_between_all_steps_the_graph_draws_in_the_map():
+    plot = Plot()
+    assert plot.open('page.ps,de=p,bar') == 1
+    graph, layer = plot.getGraph(), ContPlot()
+    layer.setParam('fill,lab,hilo')
+    steps = (lambda: layer.draw(plot, hills()), lambda: layer.drawLines(plot, hills()), lambda: layer.drawTexts(plot),
+             plot.drawGraticule, plot.drawBorder, plot.drawLabels, plot.drawBar, lambda: plot.newPanel(''))
+    assert [(step(), graph.getTran()) for step in steps] == [(1, 0)] * len(steps)
+
+
 def test_corner_labels_stand_where_they_are_named():
     x1, y1, x2, y2 = frames(page_of(labels={}))[0]
     Yul.setResrc('draw', '-bord')
