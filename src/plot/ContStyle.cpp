@@ -23,13 +23,9 @@ ContPlot::Style::Pen ContPlot::Style::penOf(int i) const
 {
     PlotAttr const & attr = cont.line;
     Pen pen{};
-    bool const is_index = attr.color_name[0] == '\0' && !detail::isMissing(attr.color);
     std::optional<int> const own = cont.is_filled ? std::nullopt : colorOf(i);
     bool const is_off = attr.color_name[0] != '\0' && !attr.validColor();
-    pen.color = own        ? *own
-                : is_off   ? -1
-                : is_index ? plot.getColorMap().getValue(attr.color)
-                           : plot.findColor(attr.color_name, "black");
+    pen.color = own ? *own : is_off ? -1 : plot.findColor(attr, "black");
     pen.width = detail::isMissing(attr.width) ? 0.F : attr.width;
     if (isWide(i))
         pen.width = WIDE * std::max(pen.width, 1.F);

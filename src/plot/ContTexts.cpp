@@ -29,13 +29,12 @@ ContPlot::Texts::Texts(ContPlot & contours, Plot & on_plot, Style const & of_lin
 {
 }
 
-/// Prepares for measuring texts; returns the index of the colour.
-int ContPlot::Texts::setTextSize(float height, float weight, char const * color)
+/// Prepares for measuring texts.
+void ContPlot::Texts::setTextSize(float height, float weight)
 {
     graph.setTran(Plot::PAGE_TRAN);
     graph.setTextHeight(height);
     graph.setTextWeight(weight);
-    return plot.findColor(color, "black");
 }
 
 void ContPlot::Texts::placeLabels(std::vector<detail::DrawnLine> const & lines)
@@ -43,8 +42,9 @@ void ContPlot::Texts::placeLabels(std::vector<detail::DrawnLine> const & lines)
     float const share = detail::isMissing(cont.label.size) ? LABEL_HEIGHT : cont.label.size;
     float const height = share * plot.getLayout().text_height;
     float const weight = detail::isMissing(cont.label.weight) ? 1.2F : cont.label.weight;
-    int const color = setTextSize(height, weight, cont.label.color_name);
-    bool const has_color = cont.label.validColor();
+    setTextSize(height, weight);
+    int const color = plot.findColor(cont.label, "black");
+    bool const has_color = cont.label.validColor() || !detail::isMissing(cont.label.color);
     std::vector<std::string> texts;
     std::vector<detail::LevelLabel> labels;
     for (float const level : cont.scale.levels) {
@@ -98,12 +98,12 @@ void ContPlot::Texts::placeExtremum(detail::Extremum const & extremum, float ste
     float const value_height = VALUE_HEIGHT * h;
     float const gap = 0.3F * h;
     char const * const letter = extremum.is_high ? "H" : "L";
-    char const * const color = (extremum.is_high ? cont.high_color : cont.low_color).c_str();
+    std::string const & color = extremum.is_high ? cont.high_color : cont.low_color;
     std::string const value = detail::levelText(extremum.value, step);
 
     constexpr float VALUE_WEIGHT = 1.5F;
     constexpr float LETTER_WEIGHT = 3;
-    int const index = setTextSize(value_height, VALUE_WEIGHT, color);
+    setTextSize(value_height, VALUE_WEIGHT);
     detail::LabelBox box;
     box.half_width = std::max(graph.getTextWidth(value.c_str()), letter_height) / 2 + gap;
     box.half_height = (letter_height + gap + value_height) / 2 + gap;
@@ -115,9 +115,9 @@ void ContPlot::Texts::placeExtremum(detail::Extremum const & extremum, float ste
         return;
     boxes.add(box);
     float const foot = y - letter_height / 2;
-    cont.texts.push_back(
-        {value, x, foot - gap - value_height, 0, 1, value_height, VALUE_WEIGHT, index, true});
-    cont.texts.push_back({letter, x, foot, 0, 1, letter_height, LETTER_WEIGHT, index, true});
+    int const ink = plot.findColor(color.c_str(), "black");
+    cont.texts.push_back({value, x, foot - gap - value_height, 0, 1, value_height, VALUE_WEIGHT, ink, true});
+    cont.texts.push_back({letter, x, foot, 0, 1, letter_height, LETTER_WEIGHT, ink, true});
 }
 
 } // namespace Yul

@@ -34,7 +34,7 @@ public:
     [[nodiscard]] detail::LabelBoxes const & getBoxes() const noexcept { return boxes; }
 
 private:
-    int setTextSize(float height, float weight, char const * color);
+    void setTextSize(float height, float weight);
     void placeExtremum(detail::Extremum const & extremum, float step, float x, float y);
     [[nodiscard]] float plainStep() const;
 

@@ -116,9 +116,7 @@ private:
         PlotAttr attr = layer.attr;
         attr.update(PlotAttr(known.attr));
         std::string_view const source = known.source.empty() ? std::string_view(layer.name) : known.source;
-        bool const has_index = attr.color_name[0] == '\0';
-        int const color =
-            has_index ? plot.getColorMap().getValue(attr.color) : plot.findColor(attr.color_name, "black");
+        int const color = plot.findColor(layer.attr, attr.color_name);
         if (known.is_fill) {
             graph.setFillColor(color);
             graph.setFillStyle(attr.fill);

@@ -87,6 +87,12 @@ int Plot::findColor(char const * name, char const * fallback)
     return graph.allocColor(0, 0, 0);
 }
 
+int Plot::findColor(PlotAttr const & attr, char const * fallback)
+{
+    bool const is_index = attr.color_name[0] == '\0' && !detail::isMissing(attr.color);
+    return is_index ? colors.getValue(attr.color) : findColor(attr.color_name, fallback);
+}
+
 int Plot::setDrawing(char const * list)
 {
     draw = detail::decodeDrawList(list);

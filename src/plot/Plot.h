@@ -78,6 +78,8 @@ public:
 
     /// The device's value for a colour name; for one that is not known (or none) that of the fallback.
     [[nodiscard]] int findColor(char const * name, char const * fallback);
+    /// The same for the colour of attributes: its name, or its index where there is no name.
+    [[nodiscard]] int findColor(PlotAttr const & attr, char const * fallback);
 
     /// Which parts are drawn: a list such as "map,bord" or "-text", see detail::decodeDrawList. Until a list
     /// is given all parts are drawn, although every switch is off.

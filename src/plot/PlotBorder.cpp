@@ -94,7 +94,7 @@ int Plot::drawGraticule(PlotAttr const & attr, float lat_step, float lon_step)
         return 1;
     Graticule const graticule = detail::makeGraticule(domain, getFrame(), steps);
     graph.setTran(MAP_TRAN);
-    graph.setLineColor(findColor(line.color_name, "gray"));
+    graph.setLineColor(findColor(attr, line.color_name));
     graph.setLineStyle(line.style);
     graph.setLineWidth(line.width);
     for (auto const & piece : graticule.lines)

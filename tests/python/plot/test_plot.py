@@ -5,7 +5,7 @@ import re
 import numpy as np
 import pytest
 
-from Yul import ContPlot, Domain, GeomBox, Grid, Image, Plot, PlotAttr, String, Yul, contour_map
+from Yul import ContPlot, Domain, GeomBox, Grid, Image, MapPlot, Plot, PlotAttr, String, Yul, contour_map
 from running import python
 
 SETTINGS = ('device', 'geometry', 'inverse', 'background', 'icon', 'title', 'name', 'output', 'logo', 'draw', 'timezone',
@@ -188,6 +188,22 @@ def test_between_all_steps_the_graph_draws_in_the_map():
     steps = (lambda: layer.draw(plot, hills()), lambda: layer.drawLines(plot, hills()), lambda: layer.drawTexts(plot),
              plot.drawGraticule, plot.drawBorder, plot.drawLabels, plot.drawBar, lambda: plot.newPanel(''))
     assert [(step(), graph.getTran()) for step in steps] == [(1, 0)] * len(steps)
+
+
+@pytest.mark.parametrize('layer', ['contours', 'their labels', 'graticule', 'map'])
+def test_every_layer_takes_a_colour_by_its_index(layer):
+    plot, contours, background, attr = Plot(), ContPlot(), MapPlot(), PlotAttr()
+    assert plot.open('page.ps,de=p,color') == plot.setDomain(Domain('ll,46,10,41,31,0.5,0.5')) == 1
+    attr.color = plot.getColorMap().getInd('red')
+    background.clearLayers()
+    assert contours.setLine(attr) == contours.setLabel(attr) == background.setLayer('coast', attr) == 1
+    steps = {'contours': lambda: contours.drawLines(plot, hills()), 'map': lambda: background.draw(plot),
+             'graticule': lambda: plot.drawGraticule(attr, 5.0, 5.0), 'their labels': lambda: contours.draw(plot, hills())}
+    if layer == 'their labels':
+        contours.setLine(PlotAttr('blue'))
+    assert steps[layer]() == plot.close() == 1
+    used = {color for color, _ in figures(open('page.ps').read())}
+    assert used - {'0.00 0.00 1.00 setrgbcolor'} == {RED}
 
 
 def test_corner_labels_stand_where_they_are_named():
