@@ -121,7 +121,9 @@ std::string unpackValues(Field const & field, Octets bitmap, Octets data, std::s
         return format("bitmap shows %llu values, but %llu are packed",
                       static_cast<unsigned long long>(present),
                       static_cast<unsigned long long>(field.packing.points));
-    std::string fault = unpacker->unpack(data, field.packing, values.last(static_cast<std::size_t>(present)));
+    std::string fault;
+    if (present > 0) // else whatever the packing says has no meaning
+        fault = unpacker->unpack(data, field.packing, values.last(static_cast<std::size_t>(present)));
     if (fault.empty())
         expand(bitmap, values);
     return fault;

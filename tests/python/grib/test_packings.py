@@ -97,6 +97,14 @@ def read_back(name):
     return grid.values.ravel().tolist() if GribFile(name).read(grid) else None
 
 
+@pytest.mark.parametrize('packing', [*PACKINGS, 'grid_complex_spatial_differencing'])
+def test_a_bitmap_without_points_says_all(write_grib, packing):
+    sections = split(packed(FIELDS['noise'], packing, 12, False)[0])
+    sections[5] = sections[5][:5] + bytes(4) + sections[5][9:]
+    sections |= {6: section(6, bytes(1 + (37 * 60 + 7) // 8)), 7: section(7, b'')}
+    assert read_back(write_grib(join(*(sections[number] for number in sorted(sections))))) == [MISS] * (37 * 60)
+
+
 @pytest.mark.parametrize('type_code, precision', [('>f4', 1), ('>f8', 2)])
 def test_floating_point_numbers(write_grib, type_code, precision):
     values = np.array([[1.5, -2.25e-3, 7e8], [0.0, 273.16, -9998.0]])
