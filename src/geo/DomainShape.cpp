@@ -23,10 +23,12 @@ bool isPlain(Point const & point)
     return isPlain(point.x) && isPlain(point.y);
 }
 
-/// The direction within 0 to 360, 360 excluded.
-float direction(double degrees)
+/// A direction turned by an angle, within 0 to 360, 360 excluded; missing where there is not one of the two.
+float turned(float direction, double degrees)
 {
-    double const rest = std::fmod(degrees, 360);
+    if (!isPlain(direction) || !std::isfinite(degrees))
+        return Const::MISS;
+    double const rest = std::fmod(static_cast<double>(direction) + degrees, 360);
     auto const angle = static_cast<float>(rest < 0 ? rest + 360 : rest);
     return angle < 360 ? angle : 0;
 }
@@ -158,16 +160,12 @@ detail::Distortion Domain::distortionAt(EarthPoint const & earth) const
 
 float Domain::adjustDir(float angle, EarthPoint const & earth) const
 {
-    double const north = distortionAt(earth).north;
-    return isPlain(angle) && std::isfinite(north) ? direction(static_cast<double>(angle) + north)
-                                                  : Const::MISS;
+    return turned(angle, distortionAt(earth).north);
 }
 
 float Domain::unadjustDir(float angle, EarthPoint const & earth) const
 {
-    double const north = distortionAt(earth).north;
-    return isPlain(angle) && std::isfinite(north) ? direction(static_cast<double>(angle) - north)
-                                                  : Const::MISS;
+    return turned(angle, -distortionAt(earth).north);
 }
 
 float Domain::adjustDir(float angle, Point const & point) const
