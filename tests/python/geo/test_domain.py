@@ -6,6 +6,7 @@ import pytest
 
 from Yul import (CityData, CityFile, Domain, DomainTool, DomainVal, EarthPoint, EarthPoints, EarthRange, GridPoint,
                  GridPoints, Point, Points, Rect, String, Strings, cvar)
+import _Yul
 
 MISS = -9999.0
 TEXT = 'lamb:40:-95:30:60,40,-95,101,81,0.5'
@@ -64,6 +65,14 @@ def test_records_and_texts():
     assert domain.compareProj(domain) and domain.isMap()
     limits = domain.getLimits()
     assert limits.x2 == -limits.x1 == 25
+
+
+def test_what_needs_no_domain_takes_one_too():
+    domain, here, there = Domain(TEXT), EarthPoint(40, -95), EarthPoint(41, -95)
+    assert _Yul.Domain_getProj('me') == _Yul.Domain_getProj(domain, 'me') == domain.getProj('me') == 3
+    distance = Domain.calcEarthDist(here, there)
+    assert distance == pytest.approx(math.radians(63.7122), rel=1e-5)
+    assert _Yul.Domain_calcEarthDist(domain, here, there) == domain.calcEarthDist(here, there) == distance
 
 
 @pytest.mark.parametrize('text', ['nowhere', 'ps,1,2,3', '%s', 'x' * 5000, 'é', 'sat:0:0:1,0,0,5,5,1', ''])
