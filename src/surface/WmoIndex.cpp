@@ -40,21 +40,14 @@ std::optional<WmoIndexEntry> readEntry(std::string_view line)
 
 bool WmoIndex::open(char const * name)
 {
-    last_offset = -1;
-    last_line = 0;
+    last = {};
     return File::isRegular(name) && feed.open(name);
 }
 
 bool WmoIndex::rewind()
 {
-    last_offset = -1;
-    last_line = 0;
+    last = {};
     return feed.seek(0);
-}
-
-bool WmoIndex::stepBack()
-{
-    return feed.jump(last_line);
 }
 
 bool WmoIndex::next(WmoIndexEntry & entry)
@@ -69,13 +62,26 @@ bool WmoIndex::next(WmoIndexEntry & entry)
         if (!found)
             continue;
         entry = *found;
-        last_offset = entry.offset;
-        last_line = begin;
+        last = {entry.offset, begin};
         if (Yul::isDebug(6))
             Yul::outDebug(6, "HDR %ld %s / %s\n", entry.offset, std::string(entry.heading).c_str(),
                           std::string(entry.identifier).c_str());
         return true;
     }
+    return false;
+}
+
+bool WmoIndex::find(long offset, WmoIndexEntry & entry)
+{
+    Last const last_before = last;
+    long const place_before = feed.position();
+    if (offset <= last.offset && !feed.jump(offset == last.offset ? last.line : 0))
+        return false;
+    while (next(entry))
+        if (entry.offset >= offset)
+            return true;
+    last = last_before;
+    static_cast<void>(feed.jump(place_before)); // it has been there: the index is no pipe
     return false;
 }
 

@@ -30,17 +30,21 @@ public:
     /// The next line that is an entry; others are passed over. False at the end, also in front of a last line
     /// that is being written.
     [[nodiscard]] bool next(WmoIndexEntry & entry);
+    /// The first entry of this offset or a later one: the entry read last or one behind it, one from the beginning on
+    /// when that is past the offset. False, and reading goes on where it was, when there is none.
+    [[nodiscard]] bool find(long offset, WmoIndexEntry & entry);
     bool rewind();
-    /// The entry read last comes again; the first, when none has been read.
-    bool stepBack();
-
-    /// The offset read last, -1 before the first.
-    [[nodiscard]] long offset() const noexcept { return last_offset; }
 
 private:
+    /// The entry read last: its offset, -1 before the first, and where its line begins.
+    struct Last
+    {
+        long offset = -1;
+        long line = 0;
+    };
+
     LineFeed feed;
-    long last_offset = -1;
-    long last_line = 0; // where the entry read last begins in the index
+    Last last;
 };
 
 } // namespace Yul::detail

@@ -223,16 +223,8 @@ int WmoParse::setLoc(long offset)
         return 0;
     if (!usesIndex())
         return seek(offset);
-    if (offset == index.offset())
-        index.stepBack();
-    else if (offset < index.offset())
-        index.rewind();
     detail::WmoIndexEntry entry;
-    do {
-        if (!index.next(entry))
-            return 0;
-    } while (entry.offset < offset);
-    if (!feed.jump(offset))
+    if (offset < 0 || !index.find(offset, entry) || !feed.jump(offset))
         return 0;
     resetState();
     heading = entry.heading;

@@ -116,7 +116,7 @@ public:
     /// Reads nothing; kept for callers that expect it.
     int read(WmoProduct & product);
     /// Goes to the bulletin at an octet position; its lines come next, whatever the filters say. Without an
-    /// index it only moves there.
+    /// index it only moves there. 0, and reading goes on where it was, when the index ends before the position.
     int setLoc(long offset);
     /// The same in file number `index` of the list.
     int setLoc(int index, long offset);

@@ -224,7 +224,7 @@ def test_peek_lists_what_the_pattern_selects(indexed, write_feed):
     assert _Yul.WmoParse_peek(feed_of(name), product) == 0
 
 
-def test_setLoc_after_each_peek(indexed, write_feed):
+def test_setLoc_after_each_peek(indexed, write_feed, lines_of):
     """The index goes on behind the entry of the bulletin that was chosen."""
     name, offsets = indexed
     index = write_feed(index_lines(offsets, 0, 1, 2, 3, 4), name='index')
@@ -234,7 +234,10 @@ def test_setLoc_after_each_peek(indexed, write_feed):
         assert _Yul.WmoParse_getLine(feed, line) == 16
         seen.append(_Yul.String_get(line).strip())
     assert seen == ['line 0', 'line 2', 'line 3']
-    assert _Yul.WmoParse_setLoc(feed, offsets[4]) == 1 and _Yul.WmoParse_setLoc(feed, offsets[4] + 1) == 0
+    assert _Yul.WmoParse_setLoc(feed, offsets[1]) == 1
+    for wrong in (offsets[4] + 1, -1, 2**62):  # refused, and nothing is lost
+        assert _Yul.WmoParse_setLoc(feed, wrong) == 0
+    assert data(lines_of(feed)) == [1, 2, 3]
 
 
 @pytest.mark.parametrize('heading', ['SAUS70 KWBC 060000', 'SAUS70 KWBC 060000 RRA', '** SAUS70 KWBC 060000 ****'])
