@@ -37,6 +37,7 @@ int Reader::rewind(std::uint64_t position)
         return 0;
     here = {};
     here.position = position;
+    here.is_told = position > 0;
     return 1;
 }
 
@@ -65,10 +66,12 @@ bool Reader::next(Field & field)
     return false;
 }
 
-/// Moves to the next message, behind the next octet of the list that has one where there is a list.
+/// Moves to the next message, behind the next octet of the list that has one where there is a list. A place that was told
+/// may be that of a message itself.
 bool Reader::search()
 {
-    if (starts.empty())
+    bool const is_told = std::exchange(here.is_told, false);
+    if (starts.empty() || (is_told && isMessage(input, here.position)))
         return searchHere();
     for (auto start = std::ranges::lower_bound(starts, here.position); start != starts.end(); ++start) {
         here.position = *start;

@@ -23,7 +23,7 @@ public:
     /// "-" is standard input. 1, or 0 when the file cannot be opened.
     int open(char const * name);
     int close();
-    /// Looks for the next message from an octet on; 0 on a pipe.
+    /// Looks for the next message at or behind an octet; 0 on a pipe.
     int rewind(std::uint64_t position = 0);
 
     /// Messages are looked for behind these octets only, in order, until the file is closed; behind every octet while there
@@ -67,7 +67,8 @@ private:
         std::uint64_t message = 0;
         std::uint64_t message_end = 0;
         bool is_inside = false;
-        Field state; ///< what the sections of this message have said so far
+        bool is_told = false; ///< the position was asked for
+        Field state;          ///< what the sections of this message have said so far
         Refusals refusals;
         std::optional<Extent> known_bitmap;
     };

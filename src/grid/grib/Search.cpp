@@ -48,6 +48,11 @@ Sought searchNear(Input & input, std::uint64_t & position)
     return Sought::NOT_NEAR;
 }
 
+bool isMessage(Input & input, std::uint64_t position)
+{
+    return beginsWithMark(input.view(position, MARK.size()));
+}
+
 void searchFar(Input & input, std::uint64_t & position)
 {
     for (;; position += PIECE - EDITION - 1) {

@@ -52,6 +52,12 @@ def test_an_index_file_tells_where_bulletins_begin(write_grib, tmp_path, capfd):
         for _ in range(2):
             assert [round(grid.getValue(0, 0)) for grid in file] == [1, 2]
             assert file.rewind() == 1
+    reader = GribFile(Filename(name, str(index)))
+    assert reader.next() == 1
+    first = reader.getLoc()
+    for octet, found in ((first, [1, 2]), (first + 1, [2]), (starts[0], [1, 2])):
+        assert reader.setLoc(octet) == 1
+        assert [round(grid.getValue(0, 0)) for grid in reader] == found
     assert capfd.readouterr().err == ''
     file.useHdrFile(0)
     assert [round(grid.getValue(0, 0)) for grid in file] == [0]
