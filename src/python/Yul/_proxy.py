@@ -9,6 +9,7 @@ from the library, which wraps its results once it knows the class by `registercl
 import _Yul
 
 from ._habits import added, classes as known_classes, text_of
+from ._numbers import taking_numbers
 from ._paths import taking_paths
 
 try:
@@ -44,30 +45,29 @@ class Object:
 
 
 def _operation(function, class_name, name):
-    """The flat function as a method, or as it is when it takes no object."""
+    """The flat function as a method, or as a static one when it takes no object."""
     full_name = function.__name__
-    function = taking_paths(function, full_name)
-    if full_name in STATIC:
-        return staticmethod(function)
-
-    def operation(self, *arguments):
-        return function(self, *arguments)
-
+    operation = taking_numbers(taking_paths(function, full_name))
+    operation.__module__ = 'Yul'
     operation.__name__ = name
     operation.__qualname__ = f'{class_name}.{name}'
     operation.__doc__ = DOCS[full_name]
-    return operation
+    return staticmethod(operation) if full_name in STATIC else operation
 
 
 def _constructor(new, attach):
     full_name = new.__name__
-    new = taking_paths(new, full_name)
+    new = taking_numbers(taking_paths(new, full_name))
 
     def __init__(self, *arguments):
         attach(self, new(*arguments))
 
     __init__.__doc__ = DOCS[full_name]
     return __init__
+
+
+def _member(get, set_value):
+    return property(get, taking_numbers(set_value) if set_value else None)
 
 
 def _add_assign(function):
@@ -86,9 +86,9 @@ def _attributes(name, flat):
         if rest in ('registerclass', 'attach'):
             continue
         if rest.endswith('_get'):
-            attributes[rest[:-4]] = property(value, flat.get(f'{rest[:-4]}_set'))
+            attributes[rest[:-4]] = _member(value, flat.get(f'{rest[:-4]}_set'))
         elif rest == '__iadd__':
-            attributes[rest] = _add_assign(value)
+            attributes[rest] = _add_assign(taking_numbers(value))
         elif rest == '_print':
             attributes.setdefault('print', _operation(value, name, 'print'))
         elif not callable(value):

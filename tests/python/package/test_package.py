@@ -110,6 +110,21 @@ def test_wrong_arguments_raise(call):
         call()
 
 
+def test_numbers_may_be_numpys():
+    point = EarthPoint(np.float32(47.5), np.int16(11))
+    point.lat = np.float32(48.5)
+    grid = Grid(np.int64(4), np.uint8(3))
+    assert grid.setValue(np.int64(1), np.int8(2), np.float32(5.5)) == 1
+    date = Date(np.int64(1000))
+    date += np.int64(60)
+    assert (point.lat, point.lon, grid.getValue(np.int64(1), 2)) == (48.5, 11.0, 5.5)
+    assert date == Date(1060) and Date.isYearLeap(np.int32(2024)) is True
+    for refused in (lambda: grid.getValue(np.float64(1), 2), lambda: grid.setValue(np.float32(1), 2, 3.0),
+                    lambda: Date(np.array([1, 2])), lambda: _Yul.Date_isYearLeap(np.int32(2024))):
+        with pytest.raises(TypeError):
+            refused()
+
+
 def test_static_operations_work_from_the_class():
     level = Yul.Yul.getMessageLevel()
     assert Yul.Yul.setMessageLevel('warn') == 1

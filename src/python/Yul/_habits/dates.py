@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+from operator import index
+
 import _Yul
 
 from .base import classes, text_of
@@ -92,8 +94,8 @@ class Date:
 
     def __iadd__(self, step: int | TimeDelta) -> Self:
         """Moves by seconds, which fills all fields, or by a timedelta as `+` does."""
-        if isinstance(step, int):
-            _Yul.Date___iadd__(self, step)
+        if hasattr(step, '__index__'):
+            _Yul.Date___iadd__(self, index(step))
             return self
         from datetime import timedelta
         if not isinstance(step, timedelta):
