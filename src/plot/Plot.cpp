@@ -57,6 +57,7 @@ int Plot::init()
     color_bar = {};
     panel = 0;
     layout = {};
+    setting_domain.init();
     domain.init();
     steps = {};
     labels = {};
@@ -198,7 +199,7 @@ int Plot::newPanel(char const * params)
 {
     setParam(params);
     panel = (panel + 1) % style.panels.count();
-    domain.init();
+    domain = setting_domain;
     labels = {};
     color_bar = {};
     return graph.isOpen() ? setUpPanel() : 0;

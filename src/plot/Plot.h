@@ -119,8 +119,8 @@ public:
     /// The part of the plane inside the frame.
     [[nodiscard]] Rect const & getFrame() const { return domain.getLimits(); }
 
-    /// The next panel, with the settings of `setParam`; behind the last comes the first again. The plot
-    /// domain and the labels are forgotten.
+    /// The next panel, with the settings of `setParam`; behind the last comes the first again. The labels and the
+    /// plot domain are forgotten, but for the domain of the settings.
     int newPanel(char const * params);
 
     /// Where panel, frame and labels stand.
@@ -243,6 +243,7 @@ private:
     detail::ColorBar color_bar;
     int panel = 0;
     detail::PanelLayout layout;
+    Domain setting_domain; // what the settings say, missing without
     Domain domain;
     detail::GraticuleStep steps; // of the graticule that was drawn, for the ticks
     std::array<Label, detail::NUM_LABELS> labels;

@@ -177,8 +177,7 @@ int Plot::open(char const * params)
 {
     std::string const copy(detail::viewOf(params)); // the settings may hold the text that was given
     init();
-    Domain wanted;
-    if (StrLib::valid(Yul::getResrc("plot_domain")) && DomainTool::set(wanted) == 0)
+    if (StrLib::valid(Yul::getResrc("plot_domain")) && DomainTool::set(setting_domain) == 0)
         return 0;
 
     DeviceChoice const device = chooseDevice(copy.c_str());
@@ -193,7 +192,7 @@ int Plot::open(char const * params)
     graph.addCallback("AnyEvent", this, nullptr);
     panel = 0;
     setUpPanel();
-    setDomain(wanted);
+    setDomain(setting_domain);
     return 1;
 }
 

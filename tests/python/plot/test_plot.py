@@ -180,6 +180,19 @@ def test_the_next_panel_after_the_last_is_the_first():
     assert boxes[2] == boxes[0] != boxes[1]
 
 
+def test_the_domain_of_the_settings_holds_in_every_panel():
+    def lefts():
+        plot, layer = Plot(), ContPlot()
+        assert plot.open('page.ps,de=p,pan=1x3') == 1
+        for grid in hills(), hills('ll,45,10,41,31,1,1'):
+            assert layer.draw(plot, grid) == 1
+            yield plot.getFrame().x1
+            assert plot.newPanel('') == 1
+    assert list(lefts()) == [-20, -20]  # in the plane of each grid, about its own centre
+    Yul.setResrc('plot_domain', 'll,45,5,31,21,1,1')
+    assert list(lefts()) == [-15, -15]
+
+
 def test_between_all_steps_the_graph_draws_in_the_map():
     plot = Plot()
     assert plot.open('page.ps,de=p,bar') == 1
