@@ -60,7 +60,7 @@ public:
     /// Whether the station says that it has nothing to report.
     [[nodiscard]] bool isNil() const noexcept { return is_nil; }
 
-    /// Whether the report says that it corrects or amends another (COR, AMD, CCA).
+    /// Whether the report, or the line in front of its section, says that it corrects or amends another (COR, AMD, CCA).
     [[nodiscard]] bool isCorrected() const noexcept { return is_corrected; }
 
     /// A report made by hand, in four parts; null texts are empty. The type follows from the word and is empty for one

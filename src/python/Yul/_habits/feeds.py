@@ -131,7 +131,7 @@ class SfcWmoData:
 
     @property
     def corrected(self) -> bool:
-        """Whether it says that it corrects or amends another."""
+        """Whether it, or what stands once for several, says that it corrects or amends another."""
         return self.isCorrected()
 
     def __str__(self) -> str:
