@@ -40,7 +40,7 @@ bool beginsLike(std::string_view line, std::string_view pattern) noexcept
     return true;
 }
 
-bool isLetter(std::string_view text) noexcept
+bool beginsWithLetter(std::string_view text) noexcept
 {
     return !text.empty() && isLetter(text.front());
 }

@@ -43,7 +43,7 @@ enum LineCode {
 /// character itself.
 [[nodiscard]] bool beginsLike(std::string_view text, std::string_view pattern) noexcept;
 /// Whether the text begins with a letter.
-[[nodiscard]] bool isLetter(std::string_view text) noexcept;
+[[nodiscard]] bool beginsWithLetter(std::string_view text) noexcept;
 
 /// The line without the characters that end it.
 [[nodiscard]] constexpr std::string_view withoutLineEnd(std::string_view line) noexcept

@@ -12,8 +12,7 @@ namespace Yul::detail {
 ///   [ab]     one of these; [^ab] none of these. Kept: at the pattern's end a set that does not fit matches.
 ///   (AB|C.)  the first alternative that fits; where none fits, a heading that has ended matches
 ///   /        goes on with the identifier. One that begins with "GRIB" is compared key by key: "S" subcentre,
-///   "M"
-///            model, "G" grid, "T" type, "L" level, "H" hour, "V" value, each followed by its number.
+///            "M" model, "G" grid, "T" type, "L" level, "H" hour, "V" value, each followed by its number.
 /// A pattern that ends first matches, a heading that ends first does not. Debug level 7 traces the verdict.
 [[nodiscard]] bool
 matchHeading(std::string_view heading, std::string_view identifier, std::string_view pattern);

@@ -59,7 +59,8 @@ std::string_view headingOf(std::string_view line)
     using detail::beginsLike;
     if (beginsLike(line, "uuuudd uuuu dddddd") || beginsLike(line, "uuuu uuuu dddddd"))
         return line.substr(0, MAX_HEADING);
-    if (line.starts_with(STARRED) && detail::isLetter(line.substr(3)) && detail::isLetter(line.substr(4)))
+    if (line.starts_with(STARRED) && detail::beginsWithLetter(line.substr(3)) &&
+        detail::beginsWithLetter(line.substr(4)))
         return line.substr(STARRED.size(), MAX_HEADING);
     return {};
 }
