@@ -119,6 +119,8 @@ void WmoParse::classify(std::string_view line)
 {
     bool const is_named = std::exchange(is_at_known_place, false); // by the index, or by setLoc
     bool const is_in_frame = previous_state != detail::LINE_NONE && previous_state < detail::LINE_UNSELECTED;
+    // An index may give the place of the heading itself.
+    bool const is_named_heading = is_named && !heading.empty() && line.starts_with(heading);
     if (feed.isRest() && is_in_frame) {
         state = previous_state; // of a frame line only the beginning counts
     } else if (detail::isStartLine(line) && !feed.isRest()) {
@@ -132,7 +134,7 @@ void WmoParse::classify(std::string_view line)
         }
     } else if (previous_state == detail::LINE_START) {
         state = detail::LINE_SEQUENCE;
-    } else if (previous_state == detail::LINE_SEQUENCE) {
+    } else if (previous_state == detail::LINE_SEQUENCE || is_named_heading) {
         takeHeading(line);
     } else if (previous_state == detail::LINE_HEADING && expects_identifier) {
         state = detail::LINE_IDENTIFIER;
@@ -142,8 +144,6 @@ void WmoParse::classify(std::string_view line)
         bulletin_position = line_position;
         is_chosen = is_chosen && is_named;
         takeHeading(starredHeading(line));
-    } else if (is_named && line.starts_with(heading)) {
-        takeHeading(line); // the index gives the place of the heading itself
     } else {
         searchIdentifier(line);
         classifyData(line);
