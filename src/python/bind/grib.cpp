@@ -92,7 +92,8 @@ void bindGribFile(Module & m)
         .method("write", &GribFile::write)
         .method("setValueBits", &GribFile::setValueBits)
         .method("setDecimalScale", &GribFile::setDecimalScale)
-        .staticMethod("checkType", &GribFile::checkType);
+        .staticMethod("checkType", &GribFile::checkType,
+                      [](GribFile const &, char const * name) { return GribFile::checkType(name); });
 }
 
 } // namespace Yul::python

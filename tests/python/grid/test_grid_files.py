@@ -185,3 +185,7 @@ def test_settings_reach_the_reader_of_each_form(tmp_path):
     assert back.values.tolist() == [[1, -9999], [3, 4]]
     assert file.write(name, GridFile.GRIB, grid) and file.close()
     assert GridFile.checkType(name) == GridFile.GRIB
+    for kind, files, answer in (('GridFile', y.new_GridFile(), GridFile.GRIB), ('GribFile', y.new_GribFile(), 1),
+                                ('GridYulFile', y.new_GridYulFile(), 0)):
+        check = getattr(y, f'{kind}_checkType')
+        assert (check(name), check(files, name)) == (answer, answer)
