@@ -2,8 +2,6 @@
 
 from __future__ import annotations
 
-from operator import index
-
 import _Yul
 
 from .base import classes, text_of
@@ -95,7 +93,7 @@ class Date:
     def __iadd__(self, step: int | TimeDelta) -> Self:
         """Moves by seconds, which fills all fields, or by a timedelta as `+` does."""
         if hasattr(step, '__index__'):
-            _Yul.Date___iadd__(self, index(step))
+            _Yul.Date___iadd__(self, step.__index__())
             return self
         from datetime import timedelta
         if not isinstance(step, timedelta):
