@@ -135,7 +135,8 @@ def test_signals_take_nothing_from_what_is_printed():
 
 
 def test_an_interrupt_while_streams_are_flushed_is_kept():
-    script = ('import sys, _Yul as y\n'
+    script = ('import signal, sys, _Yul as y\n'
+              'signal.signal(signal.SIGINT, signal.default_int_handler)\n'  # a shell's background job starts without
               'class Stream:\n'
               '    def flush(self): raise KeyboardInterrupt\n'
               'try:\n'
