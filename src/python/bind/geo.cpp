@@ -272,8 +272,7 @@ void bindDomain(Module & m)
         .method("viewEarth", viewEarth)
         .method("calcEarth", &Domain::calcEarth)
         .method("calcPlane", &Domain::calcPlane)
-        .staticMethod("getProj", &Domain::getProj,
-                      [](Domain const &, char const * name) { return Domain::getProj(name); })
+        .staticOrMethod<&Domain::getProj>("getProj")
         .method("tran", overload<int(EarthPoint const &, Point &) const>(&Domain::tran),
                 overload<int(Point const &, EarthPoint &) const>(&Domain::tran),
                 overload<int(GridPoint const &, Point &) const>(&Domain::tran),
@@ -307,10 +306,7 @@ void bindDomain(Module & m)
         .method("unadjustDir", overload<float(float, EarthPoint const &) const>(&Domain::unadjustDir),
                 overload<float(float, Point const &) const>(&Domain::unadjustDir))
         .method("getMapFactor", &Domain::getMapFactor)
-        .staticMethod("calcEarthDist", &Domain::calcEarthDist,
-                      [](Domain const &, EarthPoint const & a, EarthPoint const & b) {
-                          return Domain::calcEarthDist(a, b);
-                      })
+        .staticOrMethod<&Domain::calcEarthDist>("calcEarthDist")
         .method("scaleSize", &Domain::scaleSize)
         .method("scaleGrid", &Domain::scaleGrid)
         .method("zoom", overload<int(Point const &, float)>(&Domain::zoom),

@@ -92,8 +92,7 @@ void bindGribFile(Module & m)
         .method("write", &GribFile::write)
         .method("setValueBits", &GribFile::setValueBits)
         .method("setDecimalScale", &GribFile::setDecimalScale)
-        .staticMethod("checkType", &GribFile::checkType,
-                      [](GribFile const &, char const * name) { return GribFile::checkType(name); });
+        .staticOrMethod<&GribFile::checkType>("checkType");
 }
 
 } // namespace Yul::python

@@ -21,8 +21,7 @@ void bindGridFile(Module & m)
         .constructor<Filename const &>()
         .constructor<char const *, int>()
         .constructor<char const *, int, int>()
-        .staticMethod("checkType", &GridFile::checkType,
-                      [](GridFile const &, char const * name) { return GridFile::checkType(name); })
+        .staticOrMethod<&GridFile::checkType>("checkType")
         .method(
             "open", [](GridFile & file, char const * name) { return file.open(name); },
             [](GridFile & file, char const * name, int mode) { return file.open(name, mode); },
@@ -90,8 +89,7 @@ void bindGridYulFile(Module & m)
         .method("rewind", &GridYulFile::rewind)
         .method("write", overload<int(Grid const &)>(&GridYulFile::write),
                 overload<int(char const *, int, Grid const &)>(&GridYulFile::write))
-        .staticMethod("checkType", &GridYulFile::checkType,
-                      [](GridYulFile const &, char const * name) { return GridYulFile::checkType(name); });
+        .staticOrMethod<&GridYulFile::checkType>("checkType");
 }
 
 } // namespace Yul::python

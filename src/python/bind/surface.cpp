@@ -134,17 +134,13 @@ void bindWmoParse(Module & m)
         .method("isData", &WmoParse::isData)
         .method("getLoc", &WmoParse::getLoc)
         .method("getHeaderLoc", &WmoParse::getHeaderLoc)
-        .staticMethod("isStart", &WmoParse::isStart,
-                      [](WmoParse const &, char const * line) { return WmoParse::isStart(line); })
+        .staticOrMethod<&WmoParse::isStart>("isStart")
         .method("peek", &WmoParse::peek)
         .method("read", &WmoParse::read)
         .method("setLoc", overload<int(long)>(&WmoParse::setLoc), overload<int(int, long)>(&WmoParse::setLoc))
         .method("compare", overload<int(char const *) const>(&WmoParse::compare),
                 overload<int(char const *, char const *, char const *) const>(&WmoParse::compare))
-        .staticMethod("checkZone", &WmoParse::checkZone,
-                      [](WmoParse const &, char const * line, char const * zone) {
-                          return WmoParse::checkZone(line, zone);
-                      });
+        .staticOrMethod<&WmoParse::checkZone>("checkZone");
 }
 
 } // namespace Yul::python

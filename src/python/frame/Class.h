@@ -127,6 +127,12 @@ public:
         return *this;
     }
 
+    /// A static operation that may have an object in front as those of objects do, although it needs none.
+    template <auto FUNCTION> Class & staticOrMethod(char const * method_name)
+    {
+        return addWithObject<FUNCTION>(method_name, FUNCTION);
+    }
+
     /// The class's listing, static or not: `print` as any other operation, and `_print`, which returns None.
     template <class... F> Class & print(F... functions)
     {
@@ -292,6 +298,12 @@ private:
     void addStatic(std::string const & full, char const * declared, L lambda)
     {
         addStatic<W>(full, declared, +lambda);
+    }
+
+    template <auto FUNCTION, class R, class... A> Class & addWithObject(char const * method_name, R (*)(A...))
+    {
+        return staticMethod(method_name, FUNCTION,
+                            [](T const &, A... arguments) -> R { return FUNCTION(arguments...); });
     }
 
     Module & module;
