@@ -50,7 +50,7 @@ class GridReader(Closing):
 
     def _has_bad(self):
         """Whether the grid that could not be read was one of bad data, behind which the file goes on."""
-        return False
+        return self.isBad()
 
     def _headers(self):
         """The fields from here on, each described in one Grid without values that is used again."""
@@ -111,9 +111,6 @@ class GribFile(GridReader):
 
     _more_keys = ('member', 'derived', 'percentile', 'probability', 'lower', 'upper')
 
-    def _has_bad(self):
-        return self.isBad()
-
     def _record(self, grid):
         header = self.getHeader()
         numbers = (header.getMember(), header.getDerived(), header.getPercentile(), header.getProbability(),
@@ -124,9 +121,9 @@ class GribFile(GridReader):
 class GridYulFile(GridReader):
     """A file of the library's own form. Iterating gives the grids from here on, each a new Grid."""
 
+    def _has_bad(self):
+        return False  # it has no detector
+
 
 class GridFile(GridReader):
     """A file of grids in any form that the library reads. Iterating gives the grids from here on, each a new Grid."""
-
-    def _has_bad(self):
-        return self.isBad()
