@@ -15,8 +15,6 @@ def taking_numbers(function):
                 raise
         return function(*plain)
 
-    call.__name__ = function.__name__
-    call.__doc__ = function.__doc__
     return call
 
 

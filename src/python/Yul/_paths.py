@@ -40,6 +40,4 @@ def taking_paths(function, name):
     def call(*arguments):
         return function(*(fsdecode(item) if hasattr(type(item), '__fspath__') else item for item in arguments))
 
-    call.__name__ = name
-    call.__doc__ = function.__doc__
     return call

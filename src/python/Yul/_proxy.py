@@ -70,15 +70,6 @@ def _member(get, set_value):
     return property(get, taking_numbers(set_value) if set_value else None)
 
 
-def _add_assign(function):
-    # The flat function's result is this same object, but does not own it; the instance at hand does.
-    def __iadd__(self, other):
-        function(self, other)
-        return self
-
-    return __iadd__
-
-
 def _attributes(name, flat):
     """What a class has by its flat names, those without the class in front."""
     attributes = {}
@@ -87,8 +78,6 @@ def _attributes(name, flat):
             continue
         if rest.endswith('_get'):
             attributes[rest[:-4]] = _member(value, flat.get(f'{rest[:-4]}_set'))
-        elif rest == '__iadd__':
-            attributes[rest] = _add_assign(taking_numbers(value))
         elif rest == '_print':
             attributes.setdefault('print', _operation(value, name, 'print'))
         elif not callable(value):
