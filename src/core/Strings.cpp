@@ -4,22 +4,23 @@
 #include "core/StrLib.h"
 
 #include <cstdarg>
+#include <utility>
 
 namespace Yul {
 
 int Strings::set(char const * text, char separator)
 {
-    std::deque<std::string> next;
+    Strings next; // filled first: the text may be one of this list's own
     if (StrLib::valid(text))
         for (std::string_view const piece : detail::split(text, separator))
-            next.emplace_back(piece);
-    items.swap(next);
+            next.items.push_back(std::make_shared<std::string>(piece));
+    items = std::move(next.items);
     return 1;
 }
 
 int Strings::add(char const * text)
 {
-    items.emplace_back(detail::viewOf(text));
+    items.push_back(std::make_shared<std::string>(detail::viewOf(text)));
     return 1;
 }
 
@@ -33,7 +34,7 @@ char const * Strings::getString(int i) const noexcept
 {
     if (i < 0 || i >= getNum())
         return nullptr;
-    return items[static_cast<std::size_t>(i)].c_str();
+    return items[static_cast<std::size_t>(i)]->c_str();
 }
 
 int Strings::scanf(int i, char const * format, ...) const

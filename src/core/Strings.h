@@ -2,8 +2,9 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace Yul {
 
@@ -36,7 +37,8 @@ public:
     int scanf(int i, char const * format, ...) const;
 
 private:
-    std::deque<std::string> items; // a deque, so that adding leaves the texts where they are
+    std::vector<std::shared_ptr<std::string const>>
+        items; // adding, and copying the list, leave the texts where they are
 };
 
 } // namespace Yul

@@ -2,6 +2,8 @@
 
 #include "core/StrLib.h"
 
+#include <utility>
+
 namespace Yul {
 
 int Filename::init()
@@ -19,7 +21,7 @@ int Filename::set(char const * name, char const * index)
 {
     Filename next; // filled first: the texts may be this object's own
     next.add(name, index);
-    *this = next;
+    *this = std::move(next);
     return 1;
 }
 
