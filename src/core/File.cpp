@@ -10,6 +10,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 namespace Yul {
@@ -60,13 +61,27 @@ int nextOctet(std::FILE * file)
     return c;
 }
 
-bool isDirectory(std::FILE * file)
+/// A descriptor of the file, at its end to append; -1 where it cannot be opened.
+int openPath(char const * name, char mode)
+{
+    constexpr mode_t ANYBODY = 0666; // as far as the user's mask allows
+    if (mode == 'r')
+        return ::open(name, O_RDONLY | O_CLOEXEC);
+    bool const appends = mode == 'a';
+    int const descriptor =
+        ::open(name, O_WRONLY | O_CREAT | O_CLOEXEC | (appends ? O_APPEND : O_TRUNC), ANYBODY);
+    if (appends && descriptor >= 0)
+        lseek(descriptor, 0, SEEK_END);
+    return descriptor;
+}
+
+bool isDirectory(int descriptor)
 {
     struct stat info
     {
     };
 
-    return fstat(fileno(file), &info) == 0 && S_ISDIR(info.st_mode);
+    return fstat(descriptor, &info) == 0 && S_ISDIR(info.st_mode);
 }
 
 } // namespace
@@ -80,7 +95,8 @@ File & File::operator=(File && other) noexcept
 {
     if (this != &other) {
         close();
-        file = std::exchange(other.file, nullptr);
+        descriptor = std::exchange(other.descriptor, -1);
+        stream = std::exchange(other.stream, nullptr);
         pending = std::move(other.pending);
         is_reading = other.is_reading;
         is_pipe = other.is_pipe;
@@ -114,36 +130,52 @@ int File::open(char const * name, char const * mode)
     has_failed = false;
     file_name = name;
     if (is_standard)
-        file = stdin;
+        take(stdin);
     else if (is_pipe)
-        file = is_reading ? nullptr : popen(name + 1, "w");
+        take(is_reading ? nullptr : popen(name + 1, "w"));
     else
-        file = std::fopen(name, is_reading ? "rbe" : *mode == 'a' ? "abe" : "wbe");
-    if (file != nullptr && !is_pipe && isDirectory(file)) {
+        descriptor = openPath(name, *mode);
+    if (isOpen() && !is_pipe && isDirectory(descriptor))
         close();
-        return 0;
-    }
-    return file != nullptr ? 1 : 0;
+    return isOpen() ? 1 : 0;
+}
+
+void File::take(std::FILE * opened)
+{
+    stream = opened;
+    descriptor = opened != nullptr ? fileno(opened) : -1;
+}
+
+/// The C library's stream of a file that is read, which is made when it is asked for first: readers that say where they read do
+/// without. Null when there is none to be had.
+std::FILE * File::buffered()
+{
+    if (is_reading && isOpen() && stream == nullptr)
+        stream = fdopen(descriptor, "r");
+    return is_reading ? stream : nullptr;
 }
 
 int File::close()
 {
-    if (file == nullptr)
+    if (!isOpen())
         return 1;
     flush();
     if (has_room && has_failed)
         giveRoomBack();
-    std::FILE * const closing = std::exchange(file, nullptr);
+    std::FILE * const closing = std::exchange(stream, nullptr);
+    int const closing_descriptor = std::exchange(descriptor, -1);
     pending = {};
     if (is_standard)
         return 1;
-    bool const is_closed = (is_pipe ? pclose(closing) : std::fclose(closing)) == 0;
-    return is_closed && !has_failed ? 1 : 0;
+    int const fault = closing == nullptr ? ::close(closing_descriptor)
+                      : is_pipe          ? pclose(closing)
+                                         : std::fclose(closing);
+    return fault == 0 && !has_failed ? 1 : 0;
 }
 
 int File::write(std::string_view octets)
 {
-    if (file == nullptr)
+    if (!isOpen())
         return 0;
     if (pending.size() + octets.size() >= LARGE)
         flush();
@@ -164,15 +196,14 @@ void File::writeThrough(std::string_view octets)
     if (octets.empty())
         return;
     IgnoreBrokenPipe const ignore;
-    has_failed = has_failed || !detail::writeAll(fileno(file), octets);
+    has_failed = has_failed || !detail::writeAll(descriptor, octets);
 }
 
 int File::reserve([[maybe_unused]] std::size_t octets)
 {
-    if (file == nullptr)
+    if (!isOpen())
         return 0;
 #ifdef FALLOC_FL_KEEP_SIZE
-    int const descriptor = fileno(file);
     auto const position = static_cast<off_t>(tell());
     bool const is_appended_to = (fcntl(descriptor, F_GETFL) & O_APPEND) != 0; // by others as well, perhaps
     if (has_failed || octets < LARGE || position < 0 || is_appended_to)
@@ -190,12 +221,12 @@ int File::reserve([[maybe_unused]] std::size_t octets)
 void File::giveRoomBack()
 {
     if (auto const octets = size(); octets >= 0)
-        (void)!ftruncate(fileno(file), static_cast<off_t>(octets));
+        (void)!ftruncate(descriptor, static_cast<off_t>(octets));
 }
 
 int File::flush()
 {
-    if (file == nullptr)
+    if (!isOpen())
         return 0;
     writeThrough(pending);
     pending.clear();
@@ -210,6 +241,7 @@ int File::openRegular(char const * name)
 
 std::size_t File::read(void * buffer, std::size_t size)
 {
+    std::FILE * const file = buffered();
     if (file == nullptr)
         return 0;
     std::clearerr(file); // a file may have grown since its end was met
@@ -222,12 +254,12 @@ std::size_t File::read(void * buffer, std::size_t size)
 
 std::size_t File::readAt(long long position, void * buffer, std::size_t size)
 {
-    if (file == nullptr || position < 0)
+    if (!isOpen() || position < 0)
         return 0;
     std::size_t done = 0;
     while (done < size) {
         auto const at = static_cast<off_t>(position + static_cast<long long>(done));
-        ssize_t const got = pread(fileno(file), static_cast<char *>(buffer) + done, size - done, at);
+        ssize_t const got = pread(descriptor, static_cast<char *>(buffer) + done, size - done, at);
         if (got < 0 && errno == EINTR)
             continue;
         if (got <= 0)
@@ -237,13 +269,24 @@ std::size_t File::readAt(long long position, void * buffer, std::size_t size)
     return done;
 }
 
+bool File::isAtHand([[maybe_unused]] long long position) const
+{
+#ifdef RWF_NOWAIT
+    char octet = 0;
+    iovec const one{&octet, 1};
+    return isOpen() && position >= 0 && preadv2(descriptor, &one, 1, position, RWF_NOWAIT) == 1;
+#else
+    return false;
+#endif
+}
+
 std::size_t File::readSome(void * buffer, std::size_t size)
 {
-    if (file == nullptr)
+    if (!isOpen())
         return 0;
     ssize_t got = 0;
     do
-        got = ::read(fileno(file), buffer, size);
+        got = ::read(descriptor, buffer, size);
     while (got < 0 && errno == EINTR);
     return got > 0 ? static_cast<std::size_t>(got) : 0;
 }
@@ -251,6 +294,7 @@ std::size_t File::readSome(void * buffer, std::size_t size)
 bool File::readLine(std::string & line)
 {
     line.clear();
+    std::FILE * const file = buffered();
     if (file == nullptr)
         return false;
     int c = nextOctet(file);
@@ -264,16 +308,18 @@ bool File::readLine(std::string & line)
 
 int File::seek(long long position)
 {
-    return flush() != 0 && position >= 0 && fseeko(file, position, SEEK_SET) == 0 ? 1 : 0;
+    if (flush() == 0 || position < 0)
+        return 0;
+    bool const is_there = stream != nullptr ? fseeko(stream, position, SEEK_SET) == 0
+                                            : lseek(descriptor, position, SEEK_SET) >= 0;
+    return is_there ? 1 : 0;
 }
 
 long long File::tell() const
 {
-    if (file == nullptr)
-        return -1;
-    if (is_reading)
-        return static_cast<long long>(ftello(file));
-    auto const position = static_cast<long long>(lseek(fileno(file), 0, SEEK_CUR));
+    if (is_reading && stream != nullptr)
+        return static_cast<long long>(ftello(stream));
+    auto const position = static_cast<long long>(isOpen() ? lseek(descriptor, 0, SEEK_CUR) : -1);
     return position < 0 ? -1 : position + static_cast<long long>(pending.size());
 }
 
@@ -283,7 +329,7 @@ long long File::size() const
     {
     };
 
-    if (file == nullptr || fstat(fileno(file), &info) != 0 || !S_ISREG(info.st_mode))
+    if (!isOpen() || fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode))
         return -1;
     return static_cast<long long>(info.st_size);
 }

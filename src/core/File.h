@@ -32,7 +32,7 @@ public:
     /// first.
     int open(char const * name, char const * mode);
 
-    [[nodiscard]] bool isOpen() const noexcept { return file != nullptr; }
+    [[nodiscard]] bool isOpen() const noexcept { return descriptor >= 0; }
 
     /// Opens to read what `isRegular` allows; 0 for anything else. An open file is closed first.
     int openRegular(char const * name);
@@ -53,6 +53,9 @@ public:
     /// Reads up to `size` octets at an octet position and returns how many were there; what `read` gives next stays the same.
     /// Nothing is read from a pipe.
     std::size_t readAt(long long position, void * buffer, std::size_t size);
+    /// Whether the octet at a position comes at once, because the operating system has it in its memory; false as well where it
+    /// does not say, and for a pipe.
+    [[nodiscard]] bool isAtHand(long long position) const;
     /// Reads what is there, up to `size` octets, and waits only while there is nothing: lines of a live pipe come
     /// as they are written. Not to be mixed with `read` and `readLine`.
     std::size_t readSome(void * buffer, std::size_t size);
@@ -67,10 +70,14 @@ public:
     [[nodiscard]] std::string const & name() const noexcept { return file_name; }
 
 private:
+    void take(std::FILE * opened);
+    std::FILE * buffered();
     void writeThrough(std::string_view octets);
     void giveRoomBack();
 
-    std::FILE * file = nullptr;
+    int descriptor = -1;
+    std::FILE * stream =
+        nullptr;         // of a command, of standard input, and of a file once it is read octet by octet
     std::string pending; // written, and not handed to the operating system yet
     bool is_reading = false;
     bool is_pipe = false;
