@@ -9,18 +9,30 @@
 namespace Yul::detail::grib {
 namespace {
 
-constexpr std::size_t OCTETS_AT_ONCE = 1 << 17; // of packed values
-constexpr std::uint64_t LARGEST_GAP = 1 << 16;  // between bitmap and data that are viewed as one
+constexpr std::uint64_t LARGEST_GAP = 1 << 16; // between bitmap and data that are viewed as one
 
 constexpr char const * CUT_SHORT = "cut short";
+
+/// Says by turns, field after field, that the last piece is to be unpacked first: where a field takes the place of the one
+/// before, the nearest caches still hold the values that were written last, and writing them again costs half of writing others.
+bool isTurnOfTheEnd() noexcept
+{
+    thread_local bool turn = false;
+    return turn = !turn;
+}
 
 /// Simple packing goes through a small buffer, so that the octets of the message never leave the nearest caches.
 std::string unpackInPieces(Input & input, Field const & field, std::span<float> values)
 {
     Packing const & packing = field.packing;
     std::size_t const at_once =
-        OCTETS_AT_ONCE / std::max(packing.bits, 1U) * 8; // so that pieces begin with whole octets
-    for (std::size_t first = 0; first < values.size(); first += at_once) {
+        Input::HANDY / std::max(packing.bits, 1U) * 8; // so that pieces begin with whole octets
+    std::size_t const pieces = (values.size() + at_once - 1) / at_once;
+    // A disk is read in its order.
+    bool const is_from_end =
+        pieces > 1 && isTurnOfTheEnd() && input.isAtHand(field.data.position + field.data.length - 1);
+    for (std::size_t i = 0; i < pieces; ++i) {
+        std::size_t const first = (is_from_end ? pieces - 1 - i : i) * at_once;
         auto const piece = values.subspan(first, std::min(at_once, values.size() - first));
         std::uint64_t const position = field.data.position + std::uint64_t{first} / 8 * packing.bits;
         input.release(position);

@@ -1,6 +1,7 @@
 #include "grid/grib/Input.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <utility>
 
@@ -10,7 +11,29 @@ namespace {
 constexpr std::size_t PIECE = 4096;          // the least that is read from a file at once
 constexpr std::size_t LARGE_PIECE = 1 << 20; // the most that is allocated ahead of a pipe's octets
 
+/// What a buffer has at least. Where sanitizers look, a buffer has what is asked for and not an octet more.
+#ifdef YUL_EXACT_BUFFERS
+constexpr std::size_t CAPACITY = 0;
+#else
+constexpr std::size_t CAPACITY = Input::HANDY;
+#endif
+
+/// A buffer of that size from an input that is gone, for the next one. Where file after file is read, its memory would go back
+/// to the system each time, and come again in pages to be cleared.
+std::atomic<Octet *> spare = nullptr;
+
+std::unique_ptr<Octet[]> exchangeSpare(std::unique_ptr<Octet[]> buffer)
+{
+    return std::unique_ptr<Octet[]>(spare.exchange(buffer.release()));
+}
+
 } // namespace
+
+Input::~Input()
+{
+    if (capacity == CAPACITY)
+        exchangeSpare(std::move(buffer));
+}
 
 int Input::open(char const * name)
 {
@@ -60,6 +83,11 @@ void Input::release(std::uint64_t position) noexcept
     wanted_from = std::max(wanted_from, std::min(position, kept_from));
 }
 
+bool Input::isAtHand(std::uint64_t position) const
+{
+    return canSeek() && file.isAtHand(static_cast<long long>(position));
+}
+
 int Input::rewind()
 {
     if (!isOpen() || !canSeek())
@@ -96,18 +124,24 @@ void Input::drop() noexcept
     base += gone;
 }
 
+void Input::grow(std::size_t needed)
+{
+    std::size_t const larger = std::max({needed, held > 0 ? 2 * capacity : 0, CAPACITY});
+    auto next = larger == CAPACITY ? exchangeSpare(nullptr) : nullptr;
+    if (next == nullptr)
+        next = std::make_unique_for_overwrite<Octet[]>(larger);
+    if (held > 0)
+        std::memcpy(next.get(), buffer.get(), held);
+    buffer = std::move(next);
+    capacity = larger;
+}
+
 /// Reads on behind what the buffer holds.
 void Input::append(std::size_t count)
 {
     std::size_t const needed = held + count;
-    if (capacity < needed) {
-        std::size_t const larger = std::max(needed, held > 0 ? 2 * capacity : needed);
-        auto next = std::make_unique_for_overwrite<Octet[]>(larger);
-        if (held > 0)
-            std::memcpy(next.get(), buffer.get(), held);
-        buffer = std::move(next);
-        capacity = larger;
-    }
+    if (capacity < needed)
+        grow(needed);
     Octet * const to = buffer.get() + held;
     std::size_t const got =
         canSeek() ? file.readAt(static_cast<long long>(base) + static_cast<long long>(held), to, count)

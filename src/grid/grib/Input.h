@@ -14,6 +14,11 @@ namespace Yul::detail::grib {
 class Input
 {
 public:
+    Input() = default;
+    ~Input();
+    Input(Input const &) = delete;
+    Input & operator=(Input const &) = delete;
+
     /// "-" is standard input. 1, or 0 when the file cannot be opened.
     int open(char const * name);
     int close();
@@ -25,6 +30,9 @@ public:
     /// The octets at a position: `length` of them, fewer at the end of the file. Valid until the next call. Nothing is
     /// allocated for octets that are not there, beyond one piece.
     [[nodiscard]] Octets view(std::uint64_t position, std::uint64_t length);
+
+    /// Octets of a view that are worth their while: many enough for one call of the system, few enough for the nearest caches.
+    static constexpr std::size_t HANDY = std::size_t{1} << 17;
 
     /// True when the file has octets up to `position`; looks at the file's size, or reads a pipe.
     [[nodiscard]] bool reaches(std::uint64_t position);
@@ -41,11 +49,15 @@ public:
     /// False on a pipe, which cannot be read twice.
     [[nodiscard]] bool canSeek() const noexcept { return file_size >= 0; }
 
+    /// Whether the octet at a position comes without waiting for a disk; false on a pipe.
+    [[nodiscard]] bool isAtHand(std::uint64_t position) const;
+
     /// Forgets all positions; 0 on a pipe.
     int rewind();
 
 private:
     void fill(std::uint64_t position, std::uint64_t length);
+    void grow(std::size_t needed);
     void drop() noexcept;
     void append(std::size_t count);
 

@@ -24,6 +24,8 @@ int Reader::open(char const * name)
 
 int Reader::close()
 {
+    if (!isOpen())
+        return 1;
     here = {};
     starts.clear();
     has_found_any = false;

@@ -9,6 +9,8 @@ namespace {
 /// Turns round the lines of `length` values that run the other way: all, or every second one.
 void reverseLines(Scan scan, bool is_negative, std::size_t length, std::span<float> values)
 {
+    if (!scan.alternating && !is_negative)
+        return;
     std::size_t const lines = values.size() / length;
     for (std::size_t line = 0; line < lines; ++line) {
         bool const is_turned = scan.alternating && line % 2 == 1;

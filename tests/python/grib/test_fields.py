@@ -1,5 +1,7 @@
 """Fields that the test writer made, read back: both editions, every grid, packing width and scanning mode."""
 
+import os
+import subprocess
 from datetime import datetime, timezone
 
 import numpy as np
@@ -55,10 +57,37 @@ def test_every_width_keeps_its_precision(write_grib, edition, bits):
 
 @pytest.mark.parametrize('bits', [3, 8, 13, 16, 24])
 def test_fields_that_are_read_in_pieces(write_grib, bits):
-    field = np.arange(601.0 * 801).reshape(601, 801) % 2**bits
-    field[-1, -1] = 2**bits - 1
-    grid = read_one(write_grib(grib2(field, LatLon(60, 0, 0, 60), bits=bits, decimal_scale=0)))
-    np.testing.assert_array_equal(grid.values, field)
+    """Into one grid, from a file and from what is no file: only that one is always read from its beginning."""
+    fields = [np.roll(np.arange(601.0 * 801) % 2**bits, 1000 * i).reshape(601, 801) for i in range(4)]
+    for field in fields:
+        field[-1, -1] = 2**bits - 1
+    name = write_grib(b''.join(grib2(field, LatLon(60, 0, 0, 60), bits=bits, decimal_scale=0) for field in fields))
+    grid = Grid()
+    with subprocess.Popen(['cat', name], stdout=subprocess.PIPE) as cat:
+        for source in (name, f'/dev/fd/{cat.stdout.fileno()}'):
+            file = GribFile(source)
+            for field in fields:
+                assert file.read(grid) == 1
+                np.testing.assert_array_equal(grid.values, field)
+            assert file.read(grid) == 0
+
+
+def test_a_field_that_is_cut_within_its_pieces(write_grib, capfd):
+    """In whichever order its pieces are read."""
+    field = np.arange(601.0 * 801).reshape(601, 801)
+    name = write_grib(grib2(field, LatLon(60, 0, 0, 60), bits=16, decimal_scale=0))
+    size = os.path.getsize(name)
+    whole = open(name, 'rb').read()
+    for octets in (size - 5, size // 2, size // 4, 5000):
+        for _ in range(2):
+            grid, file = Grid(), GribFile(name)
+            assert file.peek(grid) == 1
+            os.truncate(name, octets)
+            assert file.read(grid) == 0
+            assert 'cut short' in capfd.readouterr().err
+            assert grid.values is None
+            with open(name, 'wb') as again:
+                again.write(whole)
 
 
 @pytest.mark.parametrize('edition', WRITERS)
