@@ -2,8 +2,9 @@
 """Grids of 1440 x 721 points beside NumPy and SciPy: binary files, and values at a million places.
 
 Both sides work in turns, on files that are in memory already. Ours reads into a grid that is there, header included;
-NumPy has the bare floats. Writing is measured by the clock, since waiting for room on the disk is no processor time,
-and in turns of several files: what one side leaves the disk to do would else be waited for by the other.
+NumPy has the bare floats. A turn is several files, as a program has them that goes from file to file. Writing is measured
+by the clock, since waiting for room on the disk is no processor time; what one side leaves the disk to do, the other would
+wait for in shorter turns.
 """
 
 from functools import partial
@@ -20,7 +21,7 @@ from support.interleaved import medians, print_row  # noqa: E402
 from Yul import Grid, GridYulFile  # noqa: E402
 
 ROUNDS = 41
-WRITES = 8  # in one turn
+FILES = 8  # in one turn
 ROWS, COLUMNS = 721, 1440
 PLACES = 1_000_000
 
@@ -40,9 +41,9 @@ def row(job, ours, peer, peer_name, scale, unit, least, rounds=ROUNDS, clock=tim
     print_row(job, f'{shown[0]:.3g} {unit}', f'{peer_name} {shown[1]:.3g} {unit}', other / mine, least)
 
 
-def several(write):
-    for _ in range(WRITES):
-        write()
+def several(work):
+    for _ in range(FILES):
+        work()
 
 
 def files(values, folder):
@@ -66,10 +67,11 @@ def files(values, folder):
 
     write(), write_peer(), read()
     assert np.array_equal(grid.values, values) and np.array_equal(read_peer().reshape(values.shape), values)
-    gigabytes = values.nbytes / 1e9
-    row('native grid, read', read, read_peer, 'NumPy', gigabytes, 'GB/s', 1.7)
-    row('native grid, write', partial(several, write), partial(several, write_peer), 'NumPy', gigabytes * WRITES, 'GB/s',
-        1.7, 2 * ROUNDS // WRITES, time.perf_counter)
+    gigabytes = values.nbytes * FILES / 1e9
+    rounds = 2 * ROUNDS // FILES
+    row('native grid, read', partial(several, read), partial(several, read_peer), 'NumPy', gigabytes, 'GB/s', 1.7, rounds)
+    row('native grid, write', partial(several, write), partial(several, write_peer), 'NumPy', gigabytes, 'GB/s', 1.7,
+        rounds, time.perf_counter)
 
 
 def places(values):

@@ -1,5 +1,6 @@
 #include "grid/grib/FieldValues.h"
 
+#include "grid/PieceOrder.h"
 #include "grid/grib/Scan.h"
 #include "grid/grib/Values.h"
 #include "grid/grib/packing/Unpack.h"
@@ -13,27 +14,17 @@ constexpr std::uint64_t LARGEST_GAP = 1 << 16; // between bitmap and data that a
 
 constexpr char const * CUT_SHORT = "cut short";
 
-/// Says by turns, field after field, that the last piece is to be unpacked first: where a field takes the place of the one
-/// before, the nearest caches still hold the values that were written last, and writing them again costs half of writing others.
-bool isTurnOfTheEnd() noexcept
-{
-    thread_local bool turn = false;
-    return turn = !turn;
-}
-
 /// Simple packing goes through a small buffer, so that the octets of the message never leave the nearest caches.
 std::string unpackInPieces(Input & input, Field const & field, std::span<float> values)
 {
     Packing const & packing = field.packing;
     std::size_t const at_once =
         Input::HANDY / std::max(packing.bits, 1U) * 8; // so that pieces begin with whole octets
-    std::size_t const pieces = (values.size() + at_once - 1) / at_once;
-    // A disk is read in its order.
-    bool const is_from_end =
-        pieces > 1 && isTurnOfTheEnd() && input.isAtHand(field.data.position + field.data.length - 1);
-    for (std::size_t i = 0; i < pieces; ++i) {
-        std::size_t const first = (is_from_end ? pieces - 1 - i : i) * at_once;
-        auto const piece = values.subspan(first, std::min(at_once, values.size() - first));
+    PieceOrder const pieces(values.size(), at_once,
+                            [&] { return input.isAtHand(field.data.position + field.data.length - 1); });
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        auto const [first, count] = pieces[i];
+        auto const piece = values.subspan(first, count);
         std::uint64_t const position = field.data.position + std::uint64_t{first} / 8 * packing.bits;
         input.release(position);
         Octets const packed = input.view(position, (std::uint64_t{piece.size()} * packing.bits + 7) / 8);

@@ -85,6 +85,20 @@ std::size_t Input::read(char * to, std::size_t count)
     return held < count ? held + fetch(to + held, count - held) : held;
 }
 
+std::size_t Input::readAhead(std::uint64_t distance, char * to, std::size_t count)
+{
+    std::uint64_t const ahead = end - at;
+    auto const held = distance < ahead ? std::min<std::size_t>(count, ahead - distance) : 0;
+    std::copy_n(buffer.data() + at + (held > 0 ? distance : 0), held, to);
+    auto const behind = static_cast<long long>(distance + held - ahead);
+    return held < count ? held + file.readAt(position + behind, to + held, count - held) : held;
+}
+
+bool Input::isAtHand(std::uint64_t distance) const
+{
+    return can_seek && file.isAtHand(position + static_cast<long long>(distance - (end - at)));
+}
+
 bool Input::skip(std::uint64_t count)
 {
     if (auto const octets_left = left()) {

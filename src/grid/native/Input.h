@@ -42,6 +42,10 @@ public:
 
     /// Reads octets and returns how many there were.
     [[nodiscard]] std::size_t read(char * to, std::size_t count);
+    /// Reads octets that lie so many octets ahead, and stays where it is; returns how many there were. Not on a pipe.
+    [[nodiscard]] std::size_t readAhead(std::uint64_t distance, char * to, std::size_t count);
+    /// Whether the octet so many octets ahead comes without waiting for a disk; false on a pipe.
+    [[nodiscard]] bool isAtHand(std::uint64_t distance) const;
     /// Passes over octets; false when the file ends before.
     [[nodiscard]] bool skip(std::uint64_t count);
     /// How many octets are left; none on a pipe, where nobody knows.

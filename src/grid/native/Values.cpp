@@ -5,6 +5,7 @@
 #include "core/Scan.h"
 #include "grid/Grid.h"
 #include "grid/GridKernels.h"
+#include "grid/PieceOrder.h"
 #include "grid/native/ByteOrder.h"
 
 #include <algorithm>
@@ -80,20 +81,24 @@ Fault readText(Input & input, std::span<float> values, bool may_end_file = false
     return {};
 }
 
+char * octetsOf(std::span<float> values)
+{
+    return reinterpret_cast<char *>(values.data());
+}
+
+/// Values of a file that can be read at any place.
 Fault readBinary(Input & input, std::span<float> values)
 {
-    for (std::size_t at = 0; at < values.size(); at += READ_AT_ONCE) {
-        auto const piece = values.subspan(at, std::min(READ_AT_ONCE, values.size() - at));
-        if (input.read(reinterpret_cast<char *>(piece.data()), piece.size() * OCTETS) < piece.size() * OCTETS)
+    PieceOrder const pieces(values.size(), READ_AT_ONCE,
+                            [&] { return input.isAtHand(values.size_bytes() - 1); });
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        auto const [first, count] = pieces[i];
+        auto const piece = values.subspan(first, count);
+        if (input.readAhead(first * OCTETS, octetsOf(piece), piece.size_bytes()) < piece.size_bytes())
             return CUT_OFF;
         toMachineOrder(piece.data(), piece.data(), piece.size());
     }
-    return {};
-}
-
-Fault readForm(Input & input, int form, std::span<float> values)
-{
-    return form == BINARY ? readBinary(input, values) : readText(input, values);
+    return input.skip(values.size_bytes()) ? "" : CUT_OFF;
 }
 
 /// What follows the last value: a newline behind octets, blanks behind numbers.
@@ -121,8 +126,18 @@ std::uint64_t leastOctets(int form, std::size_t count)
 /// Values of a file whose size is known.
 Fault readKnown(Input & input, Header const & header, std::span<float> values)
 {
-    auto fault = readForm(input, header.form, values);
+    auto fault = header.form == BINARY ? readBinary(input, values) : readText(input, values);
     return fault.empty() ? readEnd(input, header.form) : fault;
+}
+
+Fault readNext(Input & input, int form, std::span<float> values)
+{
+    if (form == TEXT)
+        return readText(input, values);
+    if (input.read(octetsOf(values), values.size_bytes()) < values.size_bytes())
+        return CUT_OFF;
+    toMachineOrder(values.data(), values.data(), values.size());
+    return {};
 }
 
 /// Values of a pipe: memory is taken as they come.
@@ -132,7 +147,7 @@ Fault readGrowing(Input & input, Header const & header, std::vector<float> & val
     while (values.size() < count) {
         auto const at = values.size();
         values.resize(std::min(count, at + READ_AT_ONCE));
-        if (auto fault = readForm(input, header.form, std::span(values).subspan(at)); !fault.empty())
+        if (auto fault = readNext(input, header.form, std::span(values).subspan(at)); !fault.empty())
             return fault;
     }
     return readEnd(input, header.form);

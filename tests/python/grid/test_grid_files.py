@@ -1,5 +1,7 @@
 """The library's own grid files as the flat module and the package see them."""
 
+import os
+
 import numpy as np
 import pytest
 
@@ -122,6 +124,23 @@ def test_a_pipe_is_read_like_a_file(three):
         run = python(program, input=octets)
         assert run.stdout.decode().strip() == expected
         assert ('GridYulFile::' in run.stderr.decode()) == (cut is not None)
+
+
+def test_grids_of_many_pieces(tmp_path, capfd):
+    """Read into one grid, in whichever order; a cut is met in both."""
+    name, grid = str(tmp_path / 'large'), Grid()
+    fields = [RANDOM.normal(280, 10, (301, 401)).astype('f4') for _ in range(3)]
+    with GridYulFile(name, GridYulFile.WRITE, GridYulFile.BINARY) as file:
+        for field in fields:
+            assert file.write(Grid.from_array(field, 'll,45,10,401,301,0.1,0.1'))
+    size = os.path.getsize(name)
+    for octets, whole in ((size, 3), (size - 2, 2), (size - 2, 2), (size - fields[0].nbytes // 2, 2), (size // 2, 1)):
+        os.truncate(name, octets)
+        with GridYulFile(name) as file:
+            for field in fields[:whole]:
+                assert file.read(grid) == 1 and np.array_equal(grid.values, field)
+            assert file.read(grid) == 0
+        assert ('the values are cut off' in capfd.readouterr().err) == (whole < 3)
 
 
 @without_sanitizers('they reserve more than the limit')

@@ -1,0 +1,54 @@
+// The order in which the pieces of a field are read.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+
+namespace Yul::detail {
+
+/// A stretch of a field's values.
+struct Piece
+{
+    std::size_t first = 0;
+    std::size_t count = 0;
+};
+
+/// The pieces of a field that is read into memory, from its beginning on, or from its end where octets come without waiting
+/// for a disk: field after field by turns. Where a field takes the place of the one before, the nearest caches still hold the
+/// values that were written last, and writing them again costs half of writing others.
+class PieceOrder
+{
+public:
+    /// values       of the field.
+    /// at_once      values of a piece, but for the last one.
+    /// is_at_hand   tells whether the octets of the field are in memory; asked when it is the turn of the end.
+    template <class Test>
+    PieceOrder(std::size_t field_values, std::size_t values_at_once, Test is_at_hand)
+        : values(field_values), at_once(values_at_once), pieces((values + at_once - 1) / at_once),
+          is_from_end(pieces > 1 && isTurnOfTheEnd() && is_at_hand())
+    {
+    }
+
+    [[nodiscard]] std::size_t size() const noexcept { return pieces; }
+
+    /// The piece that comes i-th.
+    [[nodiscard]] Piece operator[](std::size_t i) const noexcept
+    {
+        std::size_t const first = (is_from_end ? pieces - 1 - i : i) * at_once;
+        return {first, std::min(at_once, values - first)};
+    }
+
+private:
+    static bool isTurnOfTheEnd() noexcept
+    {
+        static thread_local bool turn = false;
+        return turn = !turn;
+    }
+
+    std::size_t values;
+    std::size_t at_once;
+    std::size_t pieces;
+    bool is_from_end;
+};
+
+} // namespace Yul::detail
