@@ -23,8 +23,9 @@ using namespace bench::grib;
 
 constexpr int MESSAGES = 200;
 constexpr int ROUNDS = 5;
-constexpr int FIELDS = 24; // decoded in a row
-constexpr int PICTURES = 2;
+constexpr int PICTURES = 2; // decoded in a row
+constexpr int FIELDS = 24;
+constexpr int SIMPLE_FIELDS = 96; // the first six or so still find the caches as the other side left them
 
 using Works = std::vector<std::function<void()>>;
 
@@ -47,6 +48,7 @@ struct Job
     char const * name;
     Octets message;
     double least; ///< ratio to reach
+    int fields = FIELDS;
     bool is_edition2 = true;
     void (*bare)(Octets const &) = nullptr;
     char const * bare_name = "";
@@ -83,7 +85,7 @@ std::vector<double> withHoles(std::vector<double> field)
 
 void runJob(std::string const & name, Job const & job)
 {
-    int const fields = job.bare == nullptr ? FIELDS : PICTURES;
+    int const fields = job.fields;
     auto const inARow = [fields](auto const & read) {
         return [=] {
             for (int i = 0; i < fields; ++i)
@@ -116,17 +118,21 @@ void runDecoding(std::string const & name, std::vector<double> const & field)
     char const * const edition1 = "regular_ll_pl_grib1";
     char const * const edition2 = "regular_ll_pl_grib2";
     Job const jobs[] = {
-        {"GRIB 2 simple, 8 bits", packByEccodes(field, NX, edition2, "grid_simple", 8, NO_DECIMAL), 6},
-        {"GRIB 2 simple, 12 bits", packByEccodes(field, NX, edition2, "grid_simple", 12, NO_DECIMAL), 6},
-        {"GRIB 2 simple, 16 bits", packByEccodes(field, NX, edition2, "grid_simple", 16, NO_DECIMAL), 6},
+        {"GRIB 2 simple, 8 bits", packByEccodes(field, NX, edition2, "grid_simple", 8, NO_DECIMAL), 6,
+         SIMPLE_FIELDS},
+        {"GRIB 2 simple, 12 bits", packByEccodes(field, NX, edition2, "grid_simple", 12, NO_DECIMAL), 6,
+         SIMPLE_FIELDS},
+        {"GRIB 2 simple, 16 bits", packByEccodes(field, NX, edition2, "grid_simple", 16, NO_DECIMAL), 6,
+         SIMPLE_FIELDS},
         {"GRIB 2 complex", packByG2c(field, 0), 4.5},
         {"GRIB 2 differences, order 1", packByG2c(field, 1), 3},
         {"GRIB 2 differences, order 2", packByG2c(field, 2), 3},
         {"GRIB 1, 12 bits, bitmap", packByEccodes(holed, NX, edition1, "grid_simple", 12, NO_DECIMAL), 5,
-         false},
-        {"GRIB 2 JPEG 2000", packByEccodes(field, NX, edition2, "grid_jpeg", 16, 2), 0, true, decodeJpeg2000,
-         "OpenJPEG"},
-        {"GRIB 2 PNG", packByEccodes(field, NX, edition2, "grid_png", 16, 2), 0, true, decodePng, "libpng"},
+         FIELDS, false},
+        {"GRIB 2 JPEG 2000", packByEccodes(field, NX, edition2, "grid_jpeg", 16, 2), 0, PICTURES, true,
+         decodeJpeg2000, "OpenJPEG"},
+        {"GRIB 2 PNG", packByEccodes(field, NX, edition2, "grid_png", 16, 2), 0, PICTURES, true, decodePng,
+         "libpng"},
     };
     for (auto const & job : jobs)
         runJob(name, job);
