@@ -25,7 +25,7 @@ ONE_THREAD = {'OMP_NUM_THREADS': '1', 'OPENBLAS_NUM_THREADS': '1'}  # ours and t
 COMMANDS = 'run.py', 'growth.py'
 # Jobs that move whole fields take up to half as long again, theirs or ours, by where a process happens to have its
 # memory: these are run in several processes, of which the one in the middle counts for each job.
-PROCESSES = {'grib': 7, 'grid_files': 7}
+PROCESSES = {'grib': 5, 'grid_files': 7}
 RATIO = re.compile(r'\d+(\.\d+)?(e[+-]?\d+)?')
 TARGET = re.compile(r'>= (\d+(?:\.\d+)?)')
 
