@@ -142,8 +142,8 @@ int File::open(char const * name, char const * mode)
 
 void File::take(std::FILE * opened)
 {
-    stream = opened;
     descriptor = opened != nullptr ? fileno(opened) : -1;
+    stream = descriptor >= 0 ? opened : nullptr;
 }
 
 /// The C library's stream of a file that is read, which is made when it is asked for first: readers that say where they read do
@@ -274,7 +274,8 @@ bool File::isAtHand([[maybe_unused]] long long position) const
 #ifdef RWF_NOWAIT
     char octet = 0;
     iovec const one{&octet, 1};
-    return isOpen() && position >= 0 && preadv2(descriptor, &one, 1, position, RWF_NOWAIT) == 1;
+    return isOpen() && position >= 0 &&
+           preadv2(descriptor, &one, 1, static_cast<off_t>(position), RWF_NOWAIT) == 1;
 #else
     return false;
 #endif

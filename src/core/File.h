@@ -77,7 +77,7 @@ private:
 
     int descriptor = -1;
     std::FILE * stream =
-        nullptr;         // of a command, of standard input, and of a file once it is read octet by octet
+        nullptr;         // of a command, of standard input, and of a file once `read` or `readLine` wants it
     std::string pending; // written, and not handed to the operating system yet
     bool is_reading = false;
     bool is_pipe = false;

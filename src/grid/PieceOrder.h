@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 namespace Yul::detail {
 
@@ -21,11 +22,14 @@ class PieceOrder
 public:
     /// values       of the field.
     /// at_once      values of a piece, but for the last one.
-    /// is_at_hand   tells whether the octets of the field are in memory; asked when it is the turn of the end.
+    /// octets       that hold the field.
+    /// is_at_hand   tells whether the n-th of them is in memory. It is asked when it is the turn of the end, and for one in the
+    ///              middle as well: the last one may be there because what follows the field was looked at.
     template <class Test>
-    PieceOrder(std::size_t field_values, std::size_t values_at_once, Test is_at_hand)
+    PieceOrder(std::size_t field_values, std::size_t values_at_once, std::uint64_t octets, Test is_at_hand)
         : values(field_values), at_once(values_at_once), pieces((values + at_once - 1) / at_once),
-          is_from_end(pieces > 1 && isTurnOfTheEnd() && is_at_hand())
+          is_from_end(pieces > 1 && takeTurn() && octets > 0 && is_at_hand(octets / 2) &&
+                      is_at_hand(octets - 1))
     {
     }
 
@@ -39,7 +43,8 @@ public:
     }
 
 private:
-    static bool isTurnOfTheEnd() noexcept
+    /// Whether it is the turn of the end, and of the beginning next time; for all files of a thread.
+    static bool takeTurn() noexcept
     {
         static thread_local bool turn = false;
         return turn = !turn;

@@ -19,9 +19,9 @@ std::string unpackInPieces(Input & input, Field const & field, std::span<float> 
 {
     Packing const & packing = field.packing;
     std::size_t const at_once =
-        Input::HANDY / std::max(packing.bits, 1U) * 8; // so that pieces begin with whole octets
-    PieceOrder const pieces(values.size(), at_once,
-                            [&] { return input.isAtHand(field.data.position + field.data.length - 1); });
+        Buffer::HANDY / std::max(packing.bits, 1U) * 8; // so that pieces begin with whole octets
+    PieceOrder const pieces(values.size(), at_once, field.data.length,
+                            [&](std::uint64_t octet) { return input.isAtHand(field.data.position + octet); });
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         auto const [first, count] = pieces[i];
         auto const piece = values.subspan(first, count);

@@ -15,11 +15,10 @@ constexpr std::size_t LARGE_PIECE = 1 << 20; // the most that is allocated ahead
 #ifdef YUL_EXACT_BUFFERS
 constexpr std::size_t CAPACITY = 0;
 #else
-constexpr std::size_t CAPACITY = Input::HANDY;
+constexpr std::size_t CAPACITY = Buffer::HANDY;
 #endif
 
-/// A buffer of that size from an input that is gone, for the next one. Where file after file is read, its memory would go back
-/// to the system each time, and come again in pages to be cleared.
+/// A buffer of that size, for the next one.
 std::atomic<Octet *> spare = nullptr;
 
 std::unique_ptr<Octet[]> exchangeSpare(std::unique_ptr<Octet[]> buffer)
@@ -29,10 +28,24 @@ std::unique_ptr<Octet[]> exchangeSpare(std::unique_ptr<Octet[]> buffer)
 
 } // namespace
 
-Input::~Input()
+Buffer::~Buffer()
 {
     if (capacity == CAPACITY)
-        exchangeSpare(std::move(buffer));
+        exchangeSpare(std::move(octets));
+}
+
+void Buffer::grow(std::size_t needed, std::size_t held)
+{
+    if (needed <= capacity)
+        return;
+    std::size_t const larger = std::max({needed, held > 0 ? 2 * capacity : 0, CAPACITY});
+    auto next = larger == CAPACITY ? exchangeSpare(nullptr) : nullptr;
+    if (next == nullptr)
+        next = std::make_unique_for_overwrite<Octet[]>(larger);
+    if (held > 0)
+        std::memcpy(next.get(), octets.get(), held);
+    octets = std::move(next);
+    capacity = larger;
 }
 
 int Input::open(char const * name)
@@ -68,7 +81,7 @@ Octets Input::view(std::uint64_t position, std::uint64_t length)
     if (position < base || position >= base + held)
         return {};
     std::uint64_t const offset = position - base;
-    return {buffer.get() + offset, static_cast<std::size_t>(std::min<std::uint64_t>(length, held - offset))};
+    return {buffer.data() + offset, static_cast<std::size_t>(std::min<std::uint64_t>(length, held - offset))};
 }
 
 bool Input::reaches(std::uint64_t position)
@@ -119,30 +132,16 @@ void Input::drop() noexcept
     std::size_t const gone =
         wanted_from > base ? static_cast<std::size_t>(std::min<std::uint64_t>(wanted_from - base, held)) : 0;
     if (gone > 0)
-        std::memmove(buffer.get(), buffer.get() + gone, held - gone);
+        std::memmove(buffer.data(), buffer.data() + gone, held - gone);
     held -= gone;
     base += gone;
-}
-
-void Input::grow(std::size_t needed)
-{
-    std::size_t const larger = std::max({needed, held > 0 ? 2 * capacity : 0, CAPACITY});
-    auto next = larger == CAPACITY ? exchangeSpare(nullptr) : nullptr;
-    if (next == nullptr)
-        next = std::make_unique_for_overwrite<Octet[]>(larger);
-    if (held > 0)
-        std::memcpy(next.get(), buffer.get(), held);
-    buffer = std::move(next);
-    capacity = larger;
 }
 
 /// Reads on behind what the buffer holds.
 void Input::append(std::size_t count)
 {
-    std::size_t const needed = held + count;
-    if (capacity < needed)
-        grow(needed);
-    Octet * const to = buffer.get() + held;
+    buffer.grow(held + count, held);
+    Octet * const to = buffer.data() + held;
     std::size_t const got =
         canSeek() ? file.readAt(static_cast<long long>(base) + static_cast<long long>(held), to, count)
                   : file.read(to, count);

@@ -6,19 +6,51 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 namespace Yul::detail::grib {
+
+/// Memory for octets, which are never filled before they are read into. What has HANDY octets goes to the next buffer when this
+/// one is gone: where file after file is read, it would go back to the system each time, and come again in pages to be cleared.
+class Buffer
+{
+public:
+    /// Octets that are worth one call of the system and stay in the nearest caches; also what a buffer has at least.
+    static constexpr std::size_t HANDY = std::size_t{1} << 17;
+
+    Buffer() = default;
+    ~Buffer();
+
+    Buffer(Buffer && other) noexcept
+        : octets(std::move(other.octets)), capacity(std::exchange(other.capacity, 0))
+    {
+    }
+
+    Buffer & operator=(Buffer && other) noexcept
+    {
+        std::swap(octets, other.octets);
+        std::swap(capacity, other.capacity);
+        return *this;
+    }
+
+    Buffer(Buffer const &) = delete;
+    Buffer & operator=(Buffer const &) = delete;
+
+    [[nodiscard]] Octet * data() noexcept { return octets.get(); }
+
+    /// Makes room for so many octets, and keeps the first ones.
+    void grow(std::size_t needed, std::size_t held);
+
+private:
+    std::unique_ptr<Octet[]> octets;
+    std::size_t capacity = 0;
+};
 
 /// Octets of a file by position, from a regular file or from a pipe. One buffer holds a stretch of the file
 /// and is reused. Positions only grow on a pipe: what lies before the last `release` is gone.
 class Input
 {
 public:
-    Input() = default;
-    ~Input();
-    Input(Input const &) = delete;
-    Input & operator=(Input const &) = delete;
-
     /// "-" is standard input. 1, or 0 when the file cannot be opened.
     int open(char const * name);
     int close();
@@ -30,9 +62,6 @@ public:
     /// The octets at a position: `length` of them, fewer at the end of the file. Valid until the next call. Nothing is
     /// allocated for octets that are not there, beyond one piece.
     [[nodiscard]] Octets view(std::uint64_t position, std::uint64_t length);
-
-    /// Octets of a view that are worth their while: many enough for one call of the system, few enough for the nearest caches.
-    static constexpr std::size_t HANDY = std::size_t{1} << 17;
 
     /// True when the file has octets up to `position`; looks at the file's size, or reads a pipe.
     [[nodiscard]] bool reaches(std::uint64_t position);
@@ -57,7 +86,6 @@ public:
 
 private:
     void fill(std::uint64_t position, std::uint64_t length);
-    void grow(std::size_t needed);
     void drop() noexcept;
     void append(std::size_t count);
 
@@ -68,8 +96,7 @@ private:
     std::uint64_t wanted_from = 0; // on a pipe: octets before this may go
     std::uint64_t kept_from = NOWHERE;
     bool is_at_end = false;
-    std::size_t capacity = 0;
-    std::unique_ptr<Octet[]> buffer; // never filled before it is read into
+    Buffer buffer;
 };
 
 } // namespace Yul::detail::grib

@@ -33,7 +33,7 @@ int Input::rewind()
     return can_seek ? 1 : 0;
 }
 
-/// Octets of the file itself, behind those of the buffer. The C library's buffer is passed by: ours is enough.
+/// Octets of the file itself, behind those of the buffer. Without the C library's buffer where that can be: ours is enough.
 std::size_t Input::fetch(char * to, std::size_t count)
 {
     auto const got = can_seek ? file.readAt(position, to, count) : file.read(to, count);

@@ -89,8 +89,8 @@ char * octetsOf(std::span<float> values)
 /// Values of a file that can be read at any place.
 Fault readBinary(Input & input, std::span<float> values)
 {
-    PieceOrder const pieces(values.size(), READ_AT_ONCE,
-                            [&] { return input.isAtHand(values.size_bytes() - 1); });
+    PieceOrder const pieces(values.size(), READ_AT_ONCE, values.size_bytes(),
+                            [&](std::uint64_t octet) { return input.isAtHand(octet); });
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         auto const [first, count] = pieces[i];
         auto const piece = values.subspan(first, count);

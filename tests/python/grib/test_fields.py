@@ -73,7 +73,7 @@ def test_fields_that_are_read_in_pieces(write_grib, bits):
 
 
 def test_a_field_that_is_cut_within_its_pieces(write_grib, capfd):
-    """In whichever order its pieces are read."""
+    """While it is open, behind its header and further on."""
     field = np.arange(601.0 * 801).reshape(601, 801)
     name = write_grib(grib2(field, LatLon(60, 0, 0, 60), bits=16, decimal_scale=0))
     size = os.path.getsize(name)

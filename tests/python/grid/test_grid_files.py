@@ -127,7 +127,7 @@ def test_a_pipe_is_read_like_a_file(three):
 
 
 def test_grids_of_many_pieces(tmp_path, capfd):
-    """Read into one grid, in whichever order; a cut is met in both."""
+    """Read into one grid, in whichever order; cut ones are not read."""
     name, grid = str(tmp_path / 'large'), Grid()
     fields = [RANDOM.normal(280, 10, (301, 401)).astype('f4') for _ in range(3)]
     with GridYulFile(name, GridYulFile.WRITE, GridYulFile.BINARY) as file:
