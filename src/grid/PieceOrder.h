@@ -20,11 +20,11 @@ struct Piece
 class PieceOrder
 {
 public:
-    /// values       of the field.
-    /// at_once      values of a piece, but for the last one.
-    /// octets       that hold the field.
-    /// is_at_hand   tells whether the n-th of them is in memory. It is asked when it is the turn of the end, and for one in the
-    ///              middle as well: the last one may be there because what follows the field was looked at.
+    /// field_values    of the field.
+    /// values_at_once  values of a piece, but for the last one.
+    /// octets          how many hold the field.
+    /// is_at_hand      tells whether the n-th of them is in memory. It is asked when it is the turn of the end, and for one in
+    ///                 the middle as well: the last one may be there because what follows the field was looked at.
     template <class Test>
     PieceOrder(std::size_t field_values, std::size_t values_at_once, std::uint64_t octets, Test is_at_hand)
         : values(field_values), at_once(values_at_once), pieces((values + at_once - 1) / at_once),

@@ -130,6 +130,7 @@ Fault readKnown(Input & input, Header const & header, std::span<float> values)
     return fault.empty() ? readEnd(input, header.form) : fault;
 }
 
+/// The values that come next on a pipe.
 Fault readNext(Input & input, int form, std::span<float> values)
 {
     if (form == TEXT)
